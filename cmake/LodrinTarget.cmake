@@ -1,0 +1,42 @@
+# LodrinTarget: one place that gives every target its language level, warnings, sanitizers and
+# include root.
+
+option(LODRIN_WERROR "Treat warnings as errors (switch off only for packaging)" ON)
+set(LODRIN_SANITIZE "" CACHE STRING "Sanitizers for every target, for example address,undefined")
+option(LODRIN_COVERAGE "Instrument every target for coverage" OFF)
+
+function(lodrin_target target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_compile_options(${target} PRIVATE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wcast-qual
+    -Wcast-align -Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi -Wimplicit-fallthrough
+    -Wformat=2 -Wundef
+    $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wlogical-op>
+    $<$<BOOL:${LODRIN_WERROR}>:-Werror>)
+  if(LODRIN_SANITIZE)
+    target_compile_options(${target} PUBLIC -fsanitize=${LODRIN_SANITIZE} -fno-omit-frame-pointer
+      -fno-sanitize-recover=all)
+    target_link_options(${target} PUBLIC -fsanitize=${LODRIN_SANITIZE})
+  endif()
+  if(LODRIN_COVERAGE)
+    target_compile_options(${target} PUBLIC --coverage)
+    target_link_options(${target} PUBLIC --coverage)
+  endif()
+endfunction()
+
+# A library. Its folders add their files with target_sources().
+function(lodrin_library name)
+  add_library(${name} STATIC)
+  lodrin_target(${name})
+endfunction()
+
+# lodrin_test(NAME SOURCES a.cpp ... LIBRARIES jet ...): a GoogleTest program.
+function(lodrin_test name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${name} ${arg_SOURCES})
+  lodrin_target(${name})
+  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gtest GTest::gtest_main)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+    PROPERTIES TIMEOUT 600)
+endfunction()

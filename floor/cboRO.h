@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+// cboRO: the repair-order box: its list, a pick, and Enter on a typed number.
+#pragma once
+
+namespace lodrin {
+
+struct Shop;
+
+void GetROList(Shop& shop);
+void cboRO_Click(Shop& shop);
+// Acts on 13, the Enter key.
+void cboRO_KeyUp(Shop& shop, int keyCode);
+// The menu's refresh of the list.
+void mnuSynchRO_Click(Shop& shop);
+
+}  // namespace lodrin

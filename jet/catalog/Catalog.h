@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: Apache-2.0
+// Catalog: the tables of a database by name, their field properties, and the making of new ones.
+#pragma once
+
+#include "jet/catalog/FieldProperties.h"
+#include "jet/pages/WriteSet.h"
+#include "jet/table/RowSource.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace jet::catalog {
+
+// What a catalog row says of one object. Kinds other than tables are named so that a name can be
+// refused, and left alone.
+enum class ObjectKind { LocalTable, LinkedTable, OdbcTable, Query, Other };
+
+struct CatalogEntry {
+    std::int32_t id = 0;  // of a local table: its definition page
+    std::string name;     // as stored
+    ObjectKind kind = ObjectKind::Other;
+    std::uint32_t flags = 0;
+    bool system = false;
+};
+
+// A field to be created. Units: size in characters for text, in bytes for binary, otherwise
+// ignored.
+struct NewColumn {
+    std::string name;
+    format::ColumnType type = format::ColumnType::Long;
+    int size = 0;
+    bool autoNumber = false;
+    std::uint8_t precision = 18, scale = 0;  // Numeric only
+    FieldProperties properties;
+};
+
+struct NewIndex {
+    std::string name;
+    struct Part {
+        std::string column;
+        bool ascending = true;
+    };
+    std::vector<Part> columns;
+    bool primary = false, unique = false, ignoreNulls = false, required = false;
+};
+
+struct NewTable {
+    std::string name;
+    std::vector<NewColumn> columns;
+    std::vector<NewIndex> indexes;
+};
+
+// A table opened by name.
+struct OpenTable {
+    CatalogEntry entry;
+    std::unique_ptr<table::RowSource> rows;
+    std::vector<FieldProperties> properties;  // by place in rows->Definition().columns
+};
+
+class Catalog {
+public:
+    explicit Catalog(std::shared_ptr<pages::Pager> pager);
+    ~Catalog();
+
+    // All objects, system ones included, in catalog order; read afresh.
+    [[nodiscard]] std::vector<CatalogEntry> Entries() const;
+    // Rule: case is ignored.
+    [[nodiscard]] std::optional<CatalogEntry> Find(std::string_view name) const;
+
+    // Errors: 3078 no such table, 3343/3049.
+    [[nodiscard]] OpenTable Open(std::string_view name) const;
+
+    // Creates the table at once, in one write set.
+    // Errors: 3010 the name is taken by a table, 3012 by a query, 3264 no fields, 3125 bad name,
+    //         3191 two fields of one name, 3259 unknown type, 3027 read-only.
+    void Create(const NewTable& table);
+
+    // A new, empty database with its system tables. Errors: 3204 the file exists, 3044, 3051.
+    static void CreateDatabase(io::FileSystem& files, const std::string& path,
+                               const format::FileVersion& version);
+
+private:
+    std::shared_ptr<pages::Pager> pager_;
+};
+
+}  // namespace jet::catalog

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+// DBEngine: where everything of DAO begins; it knows which files this process has open.
+#pragma once
+
+#include "base/Value.h"
+#include "jet/dao/Workspace.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace jet::io {
+class FileSystem;
+}
+
+namespace dao {
+
+// What the engine asks of the world outside.
+struct EngineSettings {
+    std::function<base::Date()> now;  // for Now(), Date(), Time() in expressions and defaults
+};
+
+// Rule: all databases opened on one file through one engine share one page cache, so a change made
+//       through one is at once seen by the others.
+class DBEngine {
+public:
+    // The files of this machine.
+    explicit DBEngine(EngineSettings settings);
+    // Requires: `files` outlives the engine.
+    DBEngine(EngineSettings settings, jet::io::FileSystem& files);
+    ~DBEngine();
+    DBEngine(const DBEngine&) = delete;
+    DBEngine& operator=(const DBEngine&) = delete;
+
+    // The default workspace, made on first use.
+    [[nodiscard]] Workspace& DefaultWorkspace();
+    // Errors: 3029 for any user but "admin" with an empty password.
+    [[nodiscard]] Workspace CreateWorkspace(std::string_view name, std::string_view user,
+                                            std::string_view password);
+
+    // A new, empty Jet 4 database file. Errors: 3204 when the file exists, 3044, 3051.
+    void CreateDatabase(const std::string& path);
+
+private:
+    struct State;
+    std::shared_ptr<State> state_;
+};
+
+}  // namespace dao

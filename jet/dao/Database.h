@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: Apache-2.0
+// Database: one opened database; record sets and action statements start here.
+#pragma once
+
+#include "jet/dao/Recordset.h"
+#include "jet/dao/TableDef.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace dao {
+
+// Moves and does not copy. Errors (all members): 91 never opened, 3420 closed.
+class Database {
+public:
+    struct State;
+    Database();
+    explicit Database(std::shared_ptr<State> state);
+    Database(Database&&) noexcept;
+    Database& operator=(Database&&) noexcept;
+    ~Database();
+
+    // False only for a database that was never opened; needs no error.
+    [[nodiscard]] bool IsSet() const noexcept;
+
+    [[nodiscard]] std::string Name() const;     // path as opened
+    [[nodiscard]] std::string Version() const;  // "3.0", "4.0"
+    [[nodiscard]] bool Updatable() const;
+
+    // Names of all tables, system tables included.
+    [[nodiscard]] std::vector<std::string> TableNames() const;
+    // A copy of a table's definition. Errors: 3265 no such table.
+    [[nodiscard]] dao::TableDef TableDef(std::string_view name) const;
+    // Creates the table in the file at once.
+    // Errors: 3010, 3012, 3125, 3191, 3259, 3264, 3027.
+    void Append(const dao::TableDef& table);
+
+    // `source` is a table's name or SQL text.
+    // Rule:   a table's name gives a table-type set, a SELECT a dynaset, unless `type` says
+    // otherwise. Errors: 3078 unknown table, 3061 unknown names, 3075 and other syntax errors,
+    // 3464, 3219.
+    [[nodiscard]] Recordset OpenRecordset(std::string_view source,
+                                          RecordsetType type = RecordsetType::Default,
+                                          int options = 0);
+
+    // Runs an action statement.
+    // Rule:   without kFailOnError a row that cannot be changed is passed over silently.
+    void Execute(std::string_view sql, int options = 0);
+    [[nodiscard]] int RecordsAffected() const;
+
+    // Closes its record sets; their pending edits are lost.
+    void Close();
+
+private:
+    std::shared_ptr<State> state_;
+};
+
+}  // namespace dao

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+// TableDef, FieldDef, IndexDef: a table's definition, read from a database or to be appended to
+// one.
+#pragma once
+
+#include "jet/dao/Types.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace dao {
+
+struct FieldDef {
+    std::string name;
+    FieldType type = FieldType::Long;
+    int size = 0;              // characters of text, bytes of binary; 0 for text means 255
+    int attributes = 0;        // kAutoIncrField
+    std::string defaultValue;  // an expression: `0`, `""`, `Now()`; no characters means none
+    bool allowZeroLength = false;
+    bool required = false;
+};
+
+struct IndexDef {
+    std::string name;
+    struct Part {
+        std::string field;
+        bool ascending = true;
+    };
+    std::vector<Part> fields;
+    bool primary = false, unique = false, ignoreNulls = false, required = false;
+};
+
+// Unattached until Database::Append takes it; a read one is a copy of what the file says.
+class TableDef {
+public:
+    explicit TableDef(std::string name) : name_(std::move(name)) {}
+
+    [[nodiscard]] const std::string& Name() const { return name_; }
+    [[nodiscard]] const std::vector<FieldDef>& Fields() const { return fields_; }
+    [[nodiscard]] const std::vector<IndexDef>& Indexes() const { return indexes_; }
+
+    // A field of this definition, not yet part of it. Rule: `size` counts only for text and binary.
+    [[nodiscard]] static FieldDef CreateField(std::string_view name, FieldType type, int size = 0);
+    // Errors: 3191 when a field has that name, 3259 for an unknown type.
+    void Append(FieldDef field);
+    void Append(IndexDef index);
+
+private:
+    std::string name_;
+    std::vector<FieldDef> fields_;
+    std::vector<IndexDef> indexes_;
+};
+
+}  // namespace dao

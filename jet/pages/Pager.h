@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: Apache-2.0
+// Pager: the pages of one open database file, read through a cache and changed through a WriteSet.
+#pragma once
+
+#include "jet/format/Bytes.h"
+#include "jet/format/FileVersion.h"
+#include "jet/format/PageNumber.h"
+#include "jet/io/File.h"
+
+#include <memory>
+#include <string>
+
+namespace jet::pages {
+
+using format::PageNumber;
+
+class WriteSet;
+
+// One page's bytes; keeps them alive while it exists. A later write makes a new Page and leaves
+// this one as it was.
+class Page {
+public:
+    explicit Page(std::shared_ptr<const std::vector<std::byte>> bytes) : bytes_(std::move(bytes)) {}
+    [[nodiscard]] format::Span Bytes() const { return *bytes_; }
+
+private:
+    std::shared_ptr<const std::vector<std::byte>> bytes_;
+};
+
+// The one instance per process and file.
+class Pager {
+public:
+    // Opens a database; rolls back a write set that a stopped process left unfinished.
+    // Errors: 3024, 3044, 3051, 3343 (no Jet file), 3031 (password set), and those of Journal.
+    [[nodiscard]] static std::shared_ptr<Pager> Open(io::FileSystem& files, const std::string& path,
+                                                     io::OpenMode mode);
+
+    // A new file of two pages: the header and the map of free pages. The catalog fills the rest.
+    // Errors: 3204 when the file exists, 3044, 3051.
+    [[nodiscard]] static std::shared_ptr<Pager>
+    Create(io::FileSystem& files, const std::string& path, const format::FileVersion& version);
+
+    ~Pager();
+    Pager(const Pager&) = delete;
+    Pager& operator=(const Pager&) = delete;
+
+    [[nodiscard]] const format::FileVersion& Version() const;
+    [[nodiscard]] const std::string& Path() const;
+    [[nodiscard]] bool ReadOnly() const;
+    // Pages of the file, those of an open write set included.
+    [[nodiscard]] std::uint32_t PageCount() const;
+
+    // The page as the open write set has it, otherwise as it is stored.
+    // Errors: 3343 when there is no such page, 3043.
+    [[nodiscard]] Page Read(PageNumber page) const;
+
+    // Counts committed write sets; a scan that remembers it knows whether the file changed since.
+    [[nodiscard]] std::uint64_t ChangeCount() const;
+
+private:
+    friend class WriteSet;
+    struct State;
+    explicit Pager(std::unique_ptr<State> state);
+    std::unique_ptr<State> state_;
+};
+
+}  // namespace jet::pages

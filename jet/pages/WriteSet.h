@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+// WriteSet: the pages one writing call changes, written all or not at all.
+#pragma once
+
+#include "jet/pages/Pager.h"
+
+namespace jet::pages {
+
+// Collects changed pages; nothing reaches the file before Commit.
+//
+//     WriteSet changes(pager);
+//     format::WriteU16(changes.Change(page), 2, freeBytes);
+//     changes.Commit();
+//
+// Requires: no other write set is open on this pager.
+// Rule:     while it is open, Pager::Read answers the changed pages. Destroyed uncommitted, it
+// leaves
+//           file and cache as they were.
+// Errors:   3027 for a read-only database.
+class WriteSet {
+public:
+    explicit WriteSet(Pager& pager);
+    ~WriteSet();
+    WriteSet(const WriteSet&) = delete;
+    WriteSet& operator=(const WriteSet&) = delete;
+
+    // The set's own copy of a page, to be changed in place; stays valid until Commit.
+    [[nodiscard]] format::MutableSpan Change(PageNumber page);
+
+    // A zeroed page of this set, taken out of the file's map of free pages; the file grows when
+    // there is none. Errors: 3049-family when the file would pass 2 GB.
+    [[nodiscard]] PageNumber Allocate();
+    // Gives a page back to the map of free pages.
+    void Free(PageNumber page);
+
+    // Stores the former pages in the journal, writes the set in an order that never leaves anything
+    // referring to what is not there, and flushes. On an error nothing of the set is stored.
+    void Commit();
+
+    [[nodiscard]] Pager& Of() const;
+
+private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+}  // namespace jet::pages
