@@ -1,0 +1,24 @@
+# SPDX-License-Identifier: Apache-2.0
+# install_packages: makes sure that Debian packages are there; sourced by ./run and ./test.
+
+# Installs those of the named packages that are missing; asks for nothing when all are there.
+install_packages() {
+    local missing=() package
+    for package in "$@"; do
+        dpkg-query -W -f='${db:Status-Status}\n' "$package" 2>/dev/null | grep -qx installed || missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || { echo "Please install as root: ${missing[*]}" >&2; return 1; }
+        as_root=(sudo)
+    fi
+    echo "Installing: ${missing[*]}"
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# What building needs, and what the windows need to show themselves.
+BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev libgl-dev)
+WINDOW_PACKAGES=(libqt6widgets6 libqt6gui6 qt6-qpa-plugins fonts-dejavu-core xvfb xauth)
