@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/StdFiles.h"
+
+#include "base/NumberedError.h"
+#include "platform/HostPath.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+
+namespace platform {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kFileNotFound = 53;
+constexpr int kDiskFull = 61;
+constexpr int kPermissionDenied = 70;
+constexpr int kPathFileAccess = 75;
+constexpr int kPathNotFound = 76;
+
+bool FolderExists(const fs::path& path)
+{
+    std::error_code ignored;
+    const fs::path folder = path.parent_path();
+    return folder.empty() || fs::is_directory(folder, ignored);
+}
+
+// The program's number for what the C library said of `path`.
+int NumberOf(int error, const std::string& path)
+{
+    switch (error) {
+    case ENOENT:
+        return FolderExists(path) ? kFileNotFound : kPathNotFound;
+    case ENOTDIR:
+        return kPathNotFound;
+    case EBUSY:
+    case EAGAIN:
+    case ETXTBSY:
+        return kPermissionDenied;
+    case ENOSPC:
+        return kDiskFull;
+    default:
+        return kPathFileAccess;
+    }
+}
+
+[[noreturn]] void Fail(int error, const std::string& path)
+{
+    throw base::NumberedError(NumberOf(error, path)).At(path);
+}
+
+struct Closer {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using OpenFile = std::unique_ptr<std::FILE, Closer>;
+
+OpenFile Open(const std::string& path, const char* mode)
+{
+    OpenFile file(std::fopen(path.c_str(), mode));
+    if (!file) Fail(errno, path);
+    return file;
+}
+
+// Writes all of it and closes, so that a full disk is seen here.
+void WriteAll(OpenFile file, std::string_view content, const std::string& path)
+{
+    errno = 0;
+    const bool written =
+        std::fwrite(content.data(), 1, content.size(), file.get()) == content.size();
+    const bool flushed = written && std::fflush(file.get()) == 0;
+    const int error = errno;
+    const bool closed = std::fclose(file.release()) == 0;
+    if (!flushed) Fail(error, path);
+    if (!closed) Fail(errno, path);
+}
+
+// The file a link stands for, so that replacing it keeps the link.
+std::string Target(std::string_view path)
+{
+    const std::string existing = ExistingPath(path);
+    std::error_code failed;
+    const fs::path target = fs::canonical(existing, failed);
+    return failed ? existing : target.string();
+}
+
+// A new file beside `path`; one that a power cut left behind is taken over. Empty when the folder
+// refuses.
+OpenFile OpenBeside(const std::string& path)
+{
+    std::error_code ignored;
+    fs::remove(path, ignored);
+    return OpenFile(std::fopen(path.c_str(), "wbx"));
+}
+
+void Replace(const std::string& path, const std::string& beside, OpenFile file,
+             std::string_view content)
+{
+    try {
+        WriteAll(std::move(file), content, beside);
+        std::error_code failed;
+        const fs::file_status former = fs::status(path, failed);
+        if (fs::exists(former)) fs::permissions(beside, former.permissions(), failed);
+        fs::rename(beside, path, failed);
+        if (failed) Fail(failed.value(), path);
+    } catch (const base::NumberedError&) {
+        std::error_code ignored;
+        fs::remove(beside, ignored);
+        throw;
+    }
+}
+
+}  // namespace
+
+bool StdFiles::Exists(std::string_view path) const
+{
+    std::error_code failed;
+    const fs::file_status status = fs::status(ExistingPath(path), failed);
+    return fs::exists(status) && !fs::is_directory(status);
+}
+
+std::string StdFiles::Read(std::string_view path) const
+{
+    const std::string existing = ExistingPath(path);
+    const OpenFile file = Open(existing, "rb");
+    std::string content;
+    std::array<char, 4096> part{};
+    while (const std::size_t count = std::fread(part.data(), 1, part.size(), file.get()))
+        content.append(part.data(), count);
+    if (std::ferror(file.get()) != 0) Fail(errno, existing);
+    return content;
+}
+
+void StdFiles::Write(std::string_view path, std::string_view content)
+{
+    const std::string target = Target(path);
+    // A file that may not be written is not replaced either, even when its folder would allow it.
+    if (Exists(target)) Open(target, "r+b");
+    const std::string beside = target + ".new";
+    if (OpenFile file = OpenBeside(beside))
+        Replace(target, beside, std::move(file), content);
+    else
+        WriteAll(Open(target, "wb"), content, target);
+}
+
+void StdFiles::Append(std::string_view path, std::string_view content)
+{
+    const std::string existing = ExistingPath(path);
+    WriteAll(Open(existing, "ab"), content, existing);
+}
+
+}  // namespace platform
