@@ -73,10 +73,12 @@ public:
     // Errors: 3078 no such table, 3343/3049.
     [[nodiscard]] OpenTable Open(std::string_view name) const;
 
-    // Creates the table at once, in one write set.
+    // Creates the table at once, in one write set; `now` becomes its date of creation.
     // Errors: 3010 the name is taken by a table, 3012 by a query, 3264 no fields, 3125 bad name,
-    //         3191 two fields of one name, 3259 unknown type, 3027 read-only.
-    void Create(const NewTable& table);
+    //         3191 two fields of one name, 3259 unknown type, 3190 too many fields, 3017 a size too
+    //         long, 3018 an index over an unknown field, 3283 two primary keys, 3284 two indexes of
+    //         one name, 3027 read-only.
+    void Create(const NewTable& table, base::Date now);
 
     // A new, empty database with its system tables. Errors: 3204 the file exists, 3044, 3051.
     static void CreateDatabase(io::FileSystem& files, const std::string& path,

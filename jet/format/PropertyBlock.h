@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: Apache-2.0
+// PropertyBlock: the named properties of a table and its fields, as the catalog stores them.
+#pragma once
+
+#include "jet/format/Bytes.h"
+#include "jet/format/TableDefinition.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace jet::format {
+
+// One property's stored form.                              docs/format/properties.md
+struct PropertyRecord {
+    std::uint16_t name = 0;  // place in PropertyBlock::names
+    std::uint8_t flag = 0;   // 1: needs the right to change the design
+    std::uint8_t type = 0;   // a column type's code
+    std::vector<std::byte> value;
+};
+
+// The properties of the object itself or of one of its fields.
+struct PropertyOwner {
+    enum class Kind : std::uint16_t { Object = 0, Field = 1 };
+    Kind kind = Kind::Object;
+    std::string name;  // of the field
+    std::vector<PropertyRecord> records;
+};
+
+// Rule: what is read is written again byte for byte, names that no property uses included.
+class PropertyBlock {
+public:
+    enum class Text { Windows1252, Utf16 };
+
+    explicit PropertyBlock(Text text = Text::Utf16) : text_(text) {}
+
+    // Errors: 3343 when the block contradicts itself.
+    [[nodiscard]] static PropertyBlock Parse(Span bytes);
+    [[nodiscard]] std::vector<std::byte> Encode() const;
+
+    [[nodiscard]] bool Empty() const { return owners_.empty(); }
+    [[nodiscard]] const std::vector<std::string>& Names() const { return names_; }
+    [[nodiscard]] const std::vector<PropertyOwner>& Owners() const { return owners_; }
+
+    // The value of a field's property, of the object's own when `field` is empty; nothing when it
+    // has none. Rule: case is ignored in both names.
+    [[nodiscard]] std::optional<std::string> TextValue(std::string_view field,
+                                                       std::string_view property) const;
+    // False also when the property is not there.
+    [[nodiscard]] bool BooleanValue(std::string_view field, std::string_view property) const;
+
+    // Adds or replaces a property; of the object itself when `field` is empty.
+    // Errors: 3271 when a name or value is too long to be stored.
+    void SetText(std::string_view field, std::string_view property, std::string_view value);
+    void SetMemo(std::string_view field, std::string_view property, std::string_view value);
+    void SetBoolean(std::string_view field, std::string_view property, bool value);
+
+private:
+    [[nodiscard]] const PropertyRecord* Find(std::string_view field,
+                                             std::string_view property) const;
+    [[nodiscard]] std::uint16_t NameOf(std::string_view property);
+    [[nodiscard]] PropertyOwner& OwnerOf(std::string_view field);
+    void Set(std::string_view field, std::string_view property, ColumnType type,
+             std::vector<std::byte> value);
+    [[nodiscard]] std::string Decode(Span bytes) const;
+    [[nodiscard]] std::vector<std::byte> EncodeText(std::string_view text) const;
+    void ParseNames(Span payload);
+    void ParseOwner(PropertyOwner::Kind kind, Span payload);
+
+    Text text_;
+    std::vector<std::string> names_;
+    std::vector<PropertyOwner> owners_;
+};
+
+}  // namespace jet::format

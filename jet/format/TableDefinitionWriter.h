@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+// TableDefinitionWriter: the definition pages of a newly made table.
+#pragma once
+
+#include "jet/format/Bytes.h"
+#include "jet/format/FileVersion.h"
+#include "jet/format/TableDefinition.h"
+
+#include <vector>
+
+namespace jet::format {
+
+// Encodes a definition once; its pages are then written one by one.
+//
+//     TableDefinitionWriter writer(definition, version);
+//     for (std::size_t i = 0; i < writer.PageCount(); ++i)
+//         writer.WritePage(i, nextOf(i), pageOf(i));
+//
+// Requires: numbers, offsets, maps and roots are set; namedIndexes stand in the sort order of
+//           their names.
+// Rule:     columns are written in the order in which they stand. Index statistics are those of
+//           indexes over no rows. What the format leaves undefined is written as 0.
+// Errors:   3041 for a version whose definitions are only read.
+// Source:   docs/format/catalog.md
+class TableDefinitionWriter {
+public:
+    TableDefinitionWriter(const TableDefinition& table, const FileVersion& version);
+
+    [[nodiscard]] std::size_t PageCount() const;
+    // Fills page `place` of the chain whole; `next` is None on the last.
+    void WritePage(std::size_t place, PageNumber next, MutableSpan page) const;
+
+    // The joined bytes: the first page's, then each further page's without its header.
+    [[nodiscard]] Span Joined() const { return joined_; }
+
+private:
+    std::vector<std::byte> joined_;
+    std::size_t pageSize_;
+};
+
+}  // namespace jet::format
