@@ -68,6 +68,15 @@ struct WorkOrder {
                                       BLTech = "BLTech", RLTech = "RLTech",
                                       DeptSequence = "DeptSequence", AuditNotes = "AuditNotes",
                                       Started = "Started", Arrived = "Arrived";
+    // Hours worked and labor cost, a pair per labor category.
+    static constexpr std::string_view BodyWorked = "BodyWorked", BodyCost = "BodyCost",
+                                      RefinishWorked = "RefinishWorked",
+                                      RefinishCost = "RefinishCost", FrameWorked = "FrameWorked",
+                                      FrameCost = "FrameCost", MechWorked = "MechWorked",
+                                      MechCost = "MechCost", StructWorked = "StructWorked",
+                                      StructCost = "StructCost", GlassWorked = "GlassWorked",
+                                      GlassCost = "GlassCost", OtherWorked = "OtherWorked",
+                                      OtherCost = "OtherCost";
 };
 
 struct Labor {

@@ -13,6 +13,12 @@ struct Control {
     std::string tip;
     std::function<void()> changed;  // called after each change; may be empty
 
+    void SetEnabled(bool usable)
+    {
+        enabled = usable;
+        Changed();
+    }
+
 protected:
     void Changed() const
     {

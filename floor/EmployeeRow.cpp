@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "floor/EmployeeRow.h"
+
+namespace lodrin {
+
+void EmployeeRow::Edit()
+{
+    attempt_([&] { employee_.Edit(); });
+    attempt_([&] { board_.allowEdit = true; });
+}
+
+void EmployeeRow::Write(const BoardField& field, const std::function<base::Value()>& value)
+{
+    attempt_([&] { employee_[field.name] = value(); });
+    attempt_([&] { board_.SetValue(field.column, employee_[field.name]); });
+}
+
+void EmployeeRow::Write(const BoardField& field, const dao::Field& value)
+{
+    Write(field, [&] { return value.Value(); });
+}
+
+void EmployeeRow::Save()
+{
+    StoreAndStay(attempt_, employee_);
+    attempt_([&] { board_.allowEdit = false; });
+}
+
+void StoreAndStay(const ResumeNext& attempt, dao::Recordset& records)
+{
+    const auto stored = [&] {
+        records.Update();
+        return true;
+    };
+    if (attempt.Test(stored, IfItFails::SkipBranch))
+        attempt([&] { records.SetBookmark(records.LastModified()); });
+}
+
+}  // namespace lodrin

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "floor/frmGLSelect.h"
+
+#include "app/ForEachRecord.h"
+#include "app/ResumeNext.h"
+#include "app/Shop.h"
+#include "base/Convert.h"
+#include "base/Text.h"
+#include "data/Tables.h"
+
+#include <string>
+
+namespace lodrin {
+
+namespace {
+
+constexpr const char* kLaborAccounts =
+    "SELECT * FROM GenLedger WHERE GLLaborFlag = True ORDER BY GLCode;";
+constexpr const char* kDepartmentsByPlace = "SELECT * FROM Departments ORDER BY Sequence ASC;";
+constexpr const char* kProgressTexts = "SELECT * FROM AutoLook WHERE Type = 'Progress';";
+constexpr const char* kHelp = "Select the desired Labor Type and Department for this entry "
+                              "then press okay.";
+constexpr const char* kBetweenCodeAndText = " ";
+
+using IfItFails::TakeBranch;
+
+dao::Database OpenManagementDatabase(Shop& shop)
+{
+    return shop.engine.DefaultWorkspace().OpenDatabase(
+        shop.platform.paths.ToHost(shop.values.DataPath + "\\Kelvaro.mdb"));
+}
+
+void OpenSet(const ResumeNext& attempt, Shop& shop, dao::Database& database,
+             dao::Recordset& records, const char* sql)
+{
+    attempt([&] { shop.state.sqlText = sql; });
+    attempt([&] { records = database.OpenRecordset(shop.state.sqlText); });
+}
+
+bool HasRecords(const ResumeNext& attempt, const dao::Recordset& records)
+{
+    return attempt.Test([&] { return records.RecordCount() > 0; }, TakeBranch);
+}
+
+// One entry per record that has a code: the code, a blank, the description.
+void ListLaborTypes(const ResumeNext& attempt, dao::Recordset& records, std::string_view code,
+                    std::string_view description, platform::ListBox& list)
+{
+    ForEachRecord(attempt, records, [&] {
+        const auto coded = [&] { return !base::TextOf(records[code]).empty(); };
+        if (!attempt.Test(coded, TakeBranch)) return;
+        attempt([&] {
+            list.AddItem(base::TextOf(records[code]) + kBetweenCodeAndText +
+                         base::TextOf(records[description]));
+        });
+    });
+}
+
+// The shop's own descriptions, or the ledger's labor accounts when it has none.
+void ListLaborTypes(const ResumeNext& attempt, Shop& shop, dao::Database& management,
+                    platform::ListBox& list)
+{
+    dao::Recordset& descriptions = shop.state.rsStatus;
+    if (!descriptions.IsSet()) return;
+    if (HasRecords(attempt, descriptions)) {
+        attempt([&] { descriptions.MoveFirst(); });
+        ListLaborTypes(attempt, descriptions, Status::GLType, Status::Description, list);
+        return;
+    }
+    dao::Recordset accounts;
+    attempt([&] { management = OpenManagementDatabase(shop); });
+    OpenSet(attempt, shop, management, accounts, kLaborAccounts);
+    if (HasRecords(attempt, accounts))
+        ListLaborTypes(attempt, accounts, GenLedger::GLCode, GenLedger::GLDescription, list);
+}
+
+// Each department carries its place in the shop.
+void ListDepartments(const ResumeNext& attempt, dao::Recordset& departments,
+                     platform::ListBox& list)
+{
+    if (!HasRecords(attempt, departments)) return;
+    ForEachRecord(attempt, departments, [&] {
+        attempt([&] { list.AddItem(base::TextOf(departments[Departments::Description])); });
+        attempt([&] {
+            list.SetItemData(list.ListCount() - 1,
+                             base::ToLong(departments[Departments::Sequence]));
+        });
+    });
+}
+
+void ListProgress(const ResumeNext& attempt, dao::Recordset& texts, platform::ListBox& list)
+{
+    ForEachRecord(attempt, texts, [&] {
+        attempt([&] { list.AddItem(base::TextOf(texts[AutoLook::Description])); });
+    });
+}
+
+void SelectFirst(const ResumeNext& attempt, platform::ListBox& list)
+{
+    attempt([&] { list.SetListIndex(0); });
+}
+
+}  // namespace
+
+void frmGLSelect::Form_Load(Shop& shop)
+{
+    const ResumeNext attempt(shop, "Sub frmGLSelect!Form_Load()");
+    dao::Database management;
+    dao::Recordset departments;
+    dao::Recordset progress;
+
+    // The window starts empty each time.
+    for (platform::ListBox* list : {&lstGLCodes, &lstDepartments, &lstProgress})
+        list->Clear();
+
+    // Labor types; the first is proposed.
+    ListLaborTypes(attempt, shop, management, lstGLCodes);
+    SelectFirst(attempt, lstGLCodes);
+
+    // Departments in shop order; the first is proposed.
+    attempt([&] { management = OpenManagementDatabase(shop); });
+    OpenSet(attempt, shop, management, departments, kDepartmentsByPlace);
+    ListDepartments(attempt, departments, lstDepartments);
+    if (lstDepartments.ListCount() > 0) SelectFirst(attempt, lstDepartments);
+    attempt([&] { lblHelp.SetCaption(kHelp); });
+    attempt([&] { management.Close(); });
+
+    // Progress texts.
+    attempt([&] { management = OpenManagementDatabase(shop); });
+    OpenSet(attempt, shop, management, progress, kProgressTexts);
+    ListProgress(attempt, progress, lstProgress);
+    if (lstProgress.ListCount() > 0) SelectFirst(attempt, lstProgress);
+    attempt([&] { management.Close(); });
+
+    SelectionChanged();
+}
+
+void frmGLSelect::Form_Activate(Shop& shop)
+{
+    const ResumeNext attempt(shop, "Sub frmGLSelect!Form_Activate()");
+    attempt([&] {
+        if (setFocusToGLCodes) setFocusToGLCodes();
+    });
+}
+
+void frmGLSelect::SelectionChanged()
+{
+    cmdExit.SetEnabled(lstGLCodes.ListIndex() >= 0 && lstDepartments.ListIndex() >= 0);
+}
+
+void frmGLSelect::cmdExit_Click(Shop& shop)
+{
+    if (!cmdExit.enabled) return;
+    MainWindowState& state = shop.state;
+    const std::string laborType = lstGLCodes.Text();
+    const long blank = base::InStr(laborType, kBetweenCodeAndText);
+    state.GLCode = base::Left(laborType, blank - 1);
+    state.GLDesc = base::Mid(laborType, blank + 1);
+    state.Department = lstDepartments.Text();
+    state.Sequence = base::ToInteger(lstDepartments.ItemData(lstDepartments.ListIndex()));
+    if (close) close();
+}
+
+}  // namespace lodrin

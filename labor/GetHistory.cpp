@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "labor/GetHistory.h"
+
+#include "app/ResumeNext.h"
+#include "app/Shop.h"
+#include "base/Calendar.h"
+#include "base/Convert.h"
+#include "base/Text.h"
+#include "data/Tables.h"
+#include "floor/ColumnLayout.h"
+#include "floor/StartJob.h"
+
+#include <array>
+#include <string>
+
+namespace lodrin {
+
+namespace {
+
+using platform::Alignment;
+
+constexpr const char* kClockTime = "hh:mm AM/PM";
+constexpr int kLastJobs = 10;
+constexpr const char* kBetweenNumberAndVehicle = "   ";
+
+// From left to right; the columns are the places of the fields in LDHistory.
+constexpr std::array<ColumnLayout, 6> kDailyColumns{{
+    {10, "Vehicle", 2500},
+    {6, "WO #", 900, "", Alignment::Center},
+    {8, "Type", 500, "", Alignment::Center},
+    {4, "Job Start", 1100, kClockTime, Alignment::Center, Alignment::Center},
+    {5, "Job End", 1100, kClockTime, Alignment::Center, Alignment::Center},
+    {9, "Hrs", 900, "", Alignment::Center, Alignment::Center},
+}};
+
+}  // namespace
+
+void GetHistory(Shop& shop)
+{
+    const ResumeNext attempt(shop, "Sub frmLodrin!GetHistory()");
+    MainWindowState& state = shop.state;
+    platform::Grid& daily = shop.window.grdDaily;
+
+    // Today's jobs of the current employee, the newest first.
+    attempt([&] {
+        state.sqlText =
+            "SELECT * FROM LDHistory WHERE EmpID = " + base::TextOf(state.currentEmployee) +
+            " AND WorkDate = #" + base::TextOf(base::DatePartOf(shop.platform.clock.Now())) +
+            "# ORDER BY JobStart DESC;";
+    });
+    attempt([&] { state.history = state.database.OpenRecordset(state.sqlText); });
+
+    // They fill the grid.
+    const platform::ChangesHeld held(daily);
+    attempt([&] { daily.Reset(); });
+    attempt([&] { daily.Bind(state.history); });
+    attempt([&] { GetHistoryView(shop); });
+}
+
+void GetHistoryView(Shop& shop)
+{
+    const ResumeNext attempt(shop, "Sub frmLodrin!GetHistoryView()");
+    LayOut(attempt, shop.window.grdDaily, kDailyColumns);
+}
+
+void GetLast10(Shop& shop)
+{
+    const ResumeNext attempt(shop, "Sub frmLodrin!GetLast10()");
+    MainWindowState& state = shop.state;
+    platform::ListBox& list = shop.window.lstHistory;
+    const platform::ChangesHeld held(list);
+    dao::Recordset jobs;
+
+    // All his jobs, in the order in which they were entered.
+    attempt([&] { list.Clear(); });
+    attempt([&] {
+        state.sqlText =
+            "SELECT * FROM LDHistory WHERE EmpID = " + base::TextOf(state.currentEmployee);
+    });
+    attempt([&] { jobs = state.database.OpenRecordset(state.sqlText); });
+    if (attempt.Test([&] { return jobs.RecordCount() <= 0; }, IfItFails::TakeBranch)) return;
+
+    // The last ten, backwards.
+    attempt([&] { jobs.MoveLast(); });
+    const auto movedBack = [&] {
+        jobs.MovePrevious();
+        return true;
+    };
+    for (int job = 0; job < kLastJobs; ++job) {
+        if (attempt.Test([&] { return jobs.Bof(); }, IfItFails::TakeBranch)) break;
+        attempt([&] {
+            list.AddItem(base::TextOf(jobs[LDHistory::WONumb]) + kBetweenNumberAndVehicle +
+                         base::TextOf(jobs[LDHistory::VehDesc]));
+        });
+        if (!attempt.Test(movedBack, IfItFails::SkipBranch)) break;
+    }
+    attempt([&] { jobs.Close(); });
+}
+
+void lstHistory_DblClick(Shop& shop)
+{
+    const ResumeNext attempt(shop, "Sub frmLodrin!lstHistory_DblClick()");
+    const std::string entry = shop.window.lstHistory.Text();
+
+    // The number in front of the vehicle.
+    std::string number;
+    attempt([&] { number = base::Left(entry, base::InStr(entry, " ") - 1); });
+    attempt([&] { StartJob(shop, base::ValLong(number)); });
+}
+
+}  // namespace lodrin

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "labor/WriteHistory.h"
+
+#include "app/ResumeNext.h"
+#include "app/Shop.h"
+#include "base/Convert.h"
+#include "base/Format.h"
+#include "data/Tables.h"
+#include "labor/GetHistory.h"
+#include "labor/Hours.h"
+#include "labor/WriteLabor.h"
+
+namespace lodrin {
+
+namespace {
+
+constexpr const char* kClockTime = "hh:mm AM/PM";
+// A job that starts and ends in the same minute is none; one minute is 0.02 hours.
+constexpr double kShortestJob = 0.01;
+
+// Who, which day, from when to when, on which order, under which labor type.
+void WriteJob(const ResumeNext& attempt, dao::Recordset& history, const platform::Grid& board,
+              const platform::Clock& clock)
+{
+    attempt([&] { history[LDHistory::EmpID] = base::ValLong(board.Value(LDEmp::EmpID.column)); });
+    attempt([&] { history[LDHistory::WorkDate] = board.Value(LDEmp::WorkDate.column); });
+    attempt([&] { history[LDHistory::JobStart] = board.Value(LDEmp::StartJob.column); });
+    attempt([&] { history[LDHistory::JobEnd] = base::Format(clock.Now(), kClockTime); });
+    attempt(
+        [&] { history[LDHistory::WONumb] = base::ValLong(board.Value(LDEmp::WONumber.column)); });
+    attempt([&] { history[LDHistory::WOID] = base::ValLong(board.Value(LDEmp::WOID.column)); });
+    attempt([&] { history[LDHistory::GLType] = board.Value(LDEmp::GLType.column); });
+}
+
+}  // namespace
+
+void WriteHistory(Shop& shop)
+{
+    const ResumeNext attempt(shop, "Sub frmLodrin!WriteHistory()");
+    dao::Recordset& history = shop.state.history;
+    const platform::Grid& board = shop.window.grdEmp;
+
+    // The open job of the board's row becomes a history row.
+    attempt([&] { history.AddNew(); });
+    WriteJob(attempt, history, board, shop.platform.clock);
+
+    // How long it lasted, from the two clock readings as the row holds them.
+    base::Value hours;
+    attempt([&] {
+        hours = HoursBetween(history[LDHistory::JobStart], history[LDHistory::JobEnd], "###.00");
+    });
+
+    // A job within one minute leaves no trace.
+    if (attempt.Test([&] { return base::Val(hours) <= kShortestJob; }, IfItFails::TakeBranch))
+        return attempt([&] { history.CancelUpdate(); });
+
+    attempt([&] { history[LDHistory::Hrs] = base::Format(hours, "##.00"); });
+    attempt([&] { history[LDHistory::VehDesc] = board.Value(LDEmp::VehDesc.column); });
+    attempt([&] { history[LDHistory::Customer] = board.Value(LDEmp::Customer.column); });
+
+    // Stored, and the current record: the posting reads it from there.
+    attempt([&] { history.Update(); });
+    attempt([&] { history.SetBookmark(history.LastModified()); });
+
+    // Its labor is posted, and the window shows it.
+    attempt([&] { WriteLabor(shop); });
+    attempt([&] { GetHistory(shop); });
+    attempt([&] { GetLast10(shop); });
+}
+
+}  // namespace lodrin
