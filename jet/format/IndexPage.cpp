@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/format/IndexPage.h"
+
+#include "base/NumberedError.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace jet::format {
+
+namespace {
+
+constexpr std::size_t kLongestPrefix = 255;
+
+[[noreturn]] void Damaged(const char* what)
+{
+    throw base::NumberedError(3343).At(std::string("index page: ") + what);
+}
+
+std::size_t CommonPrefix(Span left, Span right)
+{
+    const std::size_t common = std::min(left.size(), right.size());
+    std::size_t length = 0;
+    while (length < common && left[length] == right[length])
+        ++length;
+    return length;
+}
+
+// The prefix that a page with these entries leaves out.
+// Rule: entries that fit whole stay whole. First and last entry tell the common prefix, because
+// entries are in order; no entry is left out as a whole.
+std::size_t PrefixFor(const IndexEntries& entries, bool leaf, const IndexPageLayout& layout)
+{
+    if (!leaf || entries.Count() < 2 || entries.Size() <= layout.Room()) return 0;
+    std::size_t length = CommonPrefix(entries[0], entries[entries.Count() - 1]);
+    length = std::min(length, kLongestPrefix);
+    for (std::size_t i = 0; i < entries.Count(); ++i)
+        length = std::min(length, entries[i].size() - 1);
+    return length;
+}
+
+std::size_t StoredSize(const IndexEntries& entries, std::size_t prefix)
+{
+    return entries.Empty() ? 0 : entries.Size() - prefix * (entries.Count() - 1);
+}
+
+void MarkEnd(MutableSpan page, const IndexPageLayout& layout, std::size_t end)
+{
+    page[layout.bitmap + end / 8] |= static_cast<std::byte>(1U << (end % 8));
+}
+
+}  // namespace
+
+const IndexPageLayout& IndexPageLayoutOf(const FileVersion& version)
+{
+    return version.pageSize == kIndexPageJet3.pageSize ? kIndexPageJet3 : kIndexPageJet4;
+}
+
+IndexPageView::IndexPageView(Span page, const IndexPageLayout& layout)
+    : page_(page), layout_(&layout)
+{
+    RequireInside(page.size(), 0, layout.pageSize);
+    const std::uint8_t kind = ReadU8(page, 0);
+    if (kind != kIndexNode && kind != kIndexLeaf) Damaged("of another kind");
+    prefix_ = layout.prefixWidth == 1 ? ReadU8(page, layout.prefix) : ReadU16(page, layout.prefix);
+    ReadBitmap();
+    CheckEntries();
+    if (Count() == 0) return;
+    const Span first = Stored(0);
+    whole_.assign(first.begin(), first.begin() + static_cast<std::ptrdiff_t>(prefix_));
+}
+
+void IndexPageView::ReadBitmap()
+{
+    const std::size_t bytes = layout_->area - layout_->bitmap;
+    for (std::size_t at = 0; at < bytes; at += sizeof(std::uint64_t)) {
+        std::uint64_t bits = 0;
+        std::memcpy(&bits, page_.data() + layout_->bitmap + at, std::min(sizeof bits, bytes - at));
+        for (; bits != 0; bits &= bits - 1)
+            ends_.push_back(
+                static_cast<std::uint16_t>(8 * at + static_cast<unsigned>(std::countr_zero(bits))));
+    }
+    if (UsedBytes() > layout_->pageSize - layout_->area) Damaged("entries beyond its end");
+}
+
+void IndexPageView::CheckEntries() const
+{
+    const std::size_t shortest = kRowPlaceWidth + (IsLeaf() ? 0 : kChildWidth);
+    for (std::size_t i = 0; i < Count(); ++i) {
+        if (Stored(i).size() + (i == 0 ? 0 : prefix_) < shortest) Damaged("entry too short");
+    }
+    if (Count() > 0 && prefix_ > Stored(0).size()) Damaged("prefix longer than the first entry");
+}
+
+Span IndexPageView::Stored(std::size_t at) const
+{
+    const std::size_t start = at == 0 ? 0 : ends_[at - 1];
+    return page_.subspan(layout_->area + start, ends_[at] - start);
+}
+
+Span IndexPageView::Entry(std::size_t at) const
+{
+    const Span stored = Stored(at);
+    if (at == 0 || prefix_ == 0) return stored;
+    whole_.resize(prefix_);
+    whole_.insert(whole_.end(), stored.begin(), stored.end());
+    return whole_;
+}
+
+PageNumber IndexPageView::Child(std::size_t at) const
+{
+    return at == Count() ? Tail() : ChildPart(Entry(at));
+}
+
+std::size_t IndexPageView::LowerBound(Span entry) const
+{
+    std::size_t from = 0;
+    std::size_t to = Count();
+    while (from < to) {
+        const std::size_t middle = (from + to) / 2;
+        const Span whole = Entry(middle);
+        const Span compared = IsLeaf() ? whole : SeparatorPart(whole);
+        if (CompareEntries(compared, entry) < 0)
+            from = middle + 1;
+        else
+            to = middle;
+    }
+    return from;
+}
+
+IndexPageContent IndexPageContent::Of(const IndexPageView& view)
+{
+    IndexPageContent content;
+    content.kind = view.IsLeaf() ? kIndexLeaf : kIndexNode;
+    content.level = view.Level();
+    content.owner = view.Owner();
+    content.previous = view.Previous();
+    content.next = view.Next();
+    content.tail = view.Tail();
+    const std::size_t bytes = view.UsedBytes() + view.PrefixLength() * view.Count();
+    content.entries.Reserve(view.Count() + 1, bytes + kLongestPrefix);
+    for (std::size_t i = 0; i < view.Count(); ++i)
+        content.entries.Append(view.Entry(i));
+    return content;
+}
+
+PageNumber IndexPageContent::Child(std::size_t at) const
+{
+    return at == entries.Count() ? tail : ChildPart(entries[at]);
+}
+
+void IndexPageContent::SetChild(std::size_t at, PageNumber child)
+{
+    if (at == entries.Count())
+        tail = child;
+    else
+        entries.SetChild(at, child);
+}
+
+bool Fits(const IndexEntries& entries, bool leaf, const IndexPageLayout& layout)
+{
+    return StoredSize(entries, PrefixFor(entries, leaf, layout)) <= layout.Room();
+}
+
+void WriteIndexPage(MutableSpan page, const IndexPageContent& content,
+                    const IndexPageLayout& layout)
+{
+    const std::size_t prefix = PrefixFor(content.entries, content.IsLeaf(), layout);
+    const std::size_t used = StoredSize(content.entries, prefix);
+    RequireInside(layout.pageSize, layout.area, used);
+    std::fill(page.begin(), page.end(), std::byte{0});
+    WriteU8(page, 0, content.kind);
+    WriteU8(page, 1, 1);
+    WriteU16(page, layout.freeBytes,
+             static_cast<std::uint16_t>(layout.pageSize - layout.area - used));
+    WriteU32(page, layout.owner, Raw(content.owner));
+    WriteU32(page, layout.previous, Raw(content.previous));
+    WriteU32(page, layout.next, Raw(content.next));
+    WriteU32(page, layout.tail, Raw(content.tail));
+    WriteU8(page, layout.prefix, static_cast<std::uint8_t>(prefix));
+    WriteU8(page, layout.level, content.level);
+    std::size_t end = 0;
+    for (std::size_t i = 0; i < content.entries.Count(); ++i) {
+        const Span entry = content.entries[i].subspan(i == 0 ? 0 : prefix);
+        std::memcpy(page.data() + layout.area + end, entry.data(), entry.size());
+        end += entry.size();
+        MarkEnd(page, layout, end);
+    }
+}
+
+void WritePrevious(MutableSpan page, PageNumber previous, const IndexPageLayout& layout)
+{
+    WriteU32(page, layout.previous, Raw(previous));
+}
+
+void WriteNext(MutableSpan page, PageNumber next, const IndexPageLayout& layout)
+{
+    WriteU32(page, layout.next, Raw(next));
+}
+
+}  // namespace jet::format
