@@ -17,7 +17,8 @@ struct DateParts {
     friend bool operator==(const DateParts&, const DateParts&) = default;
 };
 
-// Rounded to the nearest second first, so that 10:20 - 8:00 reads 02:20.
+// Rounded to the nearest second first, so that 10:20 - 8:00 reads 02:20. Rule: a number outside the
+// years 100 to 9999 counts as the nearest date inside.
 [[nodiscard]] DateParts PartsOf(Date date);
 // Requires: a valid calendar date between the years 100 and 9999.
 [[nodiscard]] Date DateFrom(const DateParts& parts);

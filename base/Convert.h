@@ -17,10 +17,8 @@ namespace base {
 [[nodiscard]] std::string TextOf(double value);
 [[nodiscard]] std::string TextOf(std::int32_t value);
 
-// The leading-number parse: blanks are skipped anywhere, parsing stops at what does not fit,
-// nothing parsed is 0. Errors: 6 beyond the range of a double.
-[[nodiscard]] double Val(std::string_view text);
-// Val of the text of a value; null counts as 0.
+// The leading-number parse of the value's text: blanks are skipped anywhere, parsing stops at what
+// does not fit, nothing parsed and null are 0. Errors: 6 beyond the range of a double.
 [[nodiscard]] double Val(const Value& value);
 // Val rounded half to even into 32 bits. Errors: 6.
 [[nodiscard]] std::int32_t ValLong(const Value& value);

@@ -35,7 +35,8 @@ private:
 
 // The text that belongs to `number`, with its marks (|1, |2, |3) replaced by `marks` in order.
 //
-// Rule: an unknown number has the text "Application-defined or object-defined error".
+// Rule: a mark that was not given is left out; an unknown number has the text "Application-defined
+// or object-defined error".
 [[nodiscard]] std::string ErrorText(int number, const std::vector<std::string>& marks = {});
 
 }  // namespace base
