@@ -2,7 +2,7 @@
 // Catalog: the tables of a database by name, their field properties, and the making of new ones.
 #pragma once
 
-#include "jet/catalog/FieldProperties.h"
+#include "jet/catalog/NewTable.h"
 #include "jet/pages/WriteSet.h"
 #include "jet/table/RowSource.h"
 
@@ -24,33 +24,6 @@ struct CatalogEntry {
     ObjectKind kind = ObjectKind::Other;
     std::uint32_t flags = 0;
     bool system = false;
-};
-
-// A field to be created. Units: size in characters for text, in bytes for binary, otherwise
-// ignored.
-struct NewColumn {
-    std::string name;
-    format::ColumnType type = format::ColumnType::Long;
-    int size = 0;
-    bool autoNumber = false;
-    std::uint8_t precision = 18, scale = 0;  // Numeric only
-    FieldProperties properties;
-};
-
-struct NewIndex {
-    std::string name;
-    struct Part {
-        std::string column;
-        bool ascending = true;
-    };
-    std::vector<Part> columns;
-    bool primary = false, unique = false, ignoreNulls = false, required = false;
-};
-
-struct NewTable {
-    std::string name;
-    std::vector<NewColumn> columns;
-    std::vector<NewIndex> indexes;
 };
 
 // A table opened by name.
@@ -77,7 +50,7 @@ public:
     // Errors: 3010 the name is taken by a table, 3012 by a query, 3264 no fields, 3125 bad name,
     //         3191 two fields of one name, 3259 unknown type, 3190 too many fields, 3017 a size too
     //         long, 3018 an index over an unknown field, 3283 two primary keys, 3284 two indexes of
-    //         one name, 3027 read-only.
+    //         one name, 3001 too many indexes or fields in one, 3027 read-only.
     void Create(const NewTable& table, base::Date now);
 
     // A new, empty database with its system tables. Errors: 3204 the file exists, 3044, 3051.

@@ -4,7 +4,7 @@
 
 #include "base/NumberedError.h"
 #include "base/Text.h"
-#include "tests/jet/index/Hex.h"
+#include "jet/format/Collation.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -16,6 +16,17 @@ namespace {
 
 constexpr SortOrder kGeneral{.language = 1033, .version = 0};
 constexpr SortOrder kFrench{.language = 1036, .version = 0};
+
+std::string Hex(const std::vector<std::byte>& bytes)
+{
+    static const char* digits = "0123456789abcdef";
+    std::string hex;
+    for (const std::byte one : bytes) {
+        hex += digits[std::to_integer<unsigned>(one) >> 4];
+        hex += digits[std::to_integer<unsigned>(one) & 15];
+    }
+    return hex;
+}
 
 std::string KeyHex(std::string_view text, SortOrder order = kGeneral)
 {

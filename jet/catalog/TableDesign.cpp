@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/catalog/TableDesign.h"
+
+#include "base/NumberedError.h"
+#include "base/Text.h"
+#include "jet/format/PropertyBlock.h"
+
+#include <algorithm>
+
+namespace jet::catalog {
+
+namespace {
+
+using base::NumberedError;
+using format::ColumnDefinition;
+using format::ColumnType;
+using format::IndexDefinition;
+using format::NamedIndex;
+using format::TableDefinition;
+
+constexpr std::size_t kLongestName = 64;  // UTF-16 units
+constexpr std::size_t kMostColumns = 255, kMostIndexes = 32, kMostIndexColumns = 10;
+constexpr int kLongestText = 255;    // characters
+constexpr int kLongestBinary = 510;  // bytes
+
+// Column flags as stored.
+constexpr std::uint8_t kFixed = 0x01, kAlways = 0x02, kCounter = 0x04, kGuidCounter = 0x40;
+// Index flags as stored.
+constexpr std::uint8_t kUnique = 0x01, kIgnoreNulls = 0x02, kRequired = 0x08, kIndexAlways = 0x80;
+
+// The stored length in bytes. Errors: 3017, 3259.
+std::uint16_t LengthOf(const NewColumn& column)
+{
+    const auto sized = [&](int longest, int unit) {
+        const int size = column.size == 0 ? longest : column.size;
+        if (size < 1 || size > longest) throw NumberedError(3017);
+        return static_cast<std::uint16_t>(size * unit);
+    };
+    switch (column.type) {
+    case ColumnType::Boolean:
+    case ColumnType::Byte:
+        return 1;
+    case ColumnType::Integer:
+        return 2;
+    case ColumnType::Long:
+    case ColumnType::Single:
+        return 4;
+    case ColumnType::Currency:
+    case ColumnType::Double:
+    case ColumnType::Date:
+        return 8;
+    case ColumnType::Binary:
+        return sized(kLongestBinary, 1);
+    case ColumnType::Text:
+        return sized(kLongestText, 2);
+    case ColumnType::Ole:
+    case ColumnType::Memo:
+        return 0;
+    case ColumnType::Guid:
+        return 16;
+    case ColumnType::Numeric:
+        return 17;
+    }
+    throw NumberedError(3259);
+}
+
+bool IsFixed(ColumnType type)
+{
+    return type != ColumnType::Binary && type != ColumnType::Text && type != ColumnType::Ole &&
+           type != ColumnType::Memo;
+}
+
+ColumnDefinition ColumnOf(const NewColumn& wish, format::SortOrder order)
+{
+    RequireGoodName(wish.name);
+    ColumnDefinition column;
+    column.name = wish.name;
+    column.type = wish.type;
+    column.length = LengthOf(wish);
+    column.fixed = IsFixed(wish.type);
+    column.autoNumber = wish.autoNumber && wish.type == ColumnType::Long;
+    column.autoGuid = wish.autoNumber && wish.type == ColumnType::Guid;
+    if (wish.autoNumber && !column.autoNumber && !column.autoGuid) throw NumberedError(3259);
+    column.flags = kAlways;
+    if (column.fixed) column.flags |= kFixed;
+    if (column.autoNumber) column.flags |= kCounter;
+    if (column.autoGuid) column.flags |= kGuidCounter;
+    column.precision = wish.precision;
+    column.scale = wish.scale;
+    column.sortOrder = order;
+    return column;
+}
+
+// Numbers and offsets are running sums in creation order; booleans live in the null mask alone.
+void AddColumn(TableDefinition& table, ColumnDefinition column, std::uint16_t& fixedEnd)
+{
+    if (table.FindColumn(column.name)) throw NumberedError(3191);
+    column.number = column.ordinal = table.columnCounter++;
+    column.variableIndex = table.variableColumnCounter;
+    if (!column.fixed) {
+        ++table.variableColumnCounter;
+    } else if (column.type != ColumnType::Boolean) {
+        column.fixedOffset = fixedEnd;
+        fixedEnd = static_cast<std::uint16_t>(fixedEnd + column.length);
+    }
+    table.columns.push_back(std::move(column));
+}
+
+IndexDefinition TreeOf(const NewIndex& wish, const TableDefinition& table)
+{
+    if (wish.columns.empty()) throw NumberedError(3018);
+    if (wish.columns.size() > kMostIndexColumns) throw NumberedError(3001);
+    IndexDefinition tree;
+    for (const NewIndex::Part& part : wish.columns) {
+        const auto column = table.FindColumn(part.column);
+        if (!column) throw NumberedError(3018);
+        tree.columns.push_back({table.columns[*column].number, part.ascending});
+    }
+    tree.unique = wish.unique || wish.primary;
+    tree.required = wish.required || wish.primary;
+    tree.ignoreNulls = wish.ignoreNulls && !tree.required;
+    tree.flags = kIndexAlways;
+    if (tree.unique) tree.flags |= kUnique;
+    if (tree.ignoreNulls) tree.flags |= kIgnoreNulls;
+    if (tree.required) tree.flags |= kRequired;
+    return tree;
+}
+
+bool SameTree(const IndexDefinition& left, const IndexDefinition& right)
+{
+    const auto same = [](const format::IndexColumn& a, const format::IndexColumn& b) {
+        return a.columnNumber == b.columnNumber && a.ascending == b.ascending;
+    };
+    return left.flags == right.flags &&
+           std::equal(left.columns.begin(), left.columns.end(), right.columns.begin(),
+                      right.columns.end(), same);
+}
+
+// Indexes that agree in everything but their name share one tree.
+void AddIndex(TableDefinition& table, const NewIndex& wish)
+{
+    RequireGoodName(wish.name);
+    for (const NamedIndex& known : table.namedIndexes) {
+        if (base::SameName(known.name, wish.name)) throw NumberedError(3284);
+        if (wish.primary && known.kind == 1) throw NumberedError(3283);
+    }
+    const IndexDefinition tree = TreeOf(wish, table);
+    const auto shared = std::find_if(table.indexes.begin(), table.indexes.end(),
+                                     [&](const auto& known) { return SameTree(known, tree); });
+    NamedIndex index;
+    index.name = wish.name;
+    index.number = static_cast<std::uint32_t>(table.namedIndexes.size());
+    index.tree = static_cast<std::uint32_t>(shared - table.indexes.begin());
+    index.kind = wish.primary ? 1 : 0;
+    // What is no relationship carries these rule bytes, not zeros.
+    index.cascadeUpdates = index.cascadeDeletes = 4;
+    if (shared == table.indexes.end()) table.indexes.push_back(tree);
+    table.namedIndexes.push_back(std::move(index));
+}
+
+}  // namespace
+
+void RequireGoodName(std::string_view name)
+{
+    const std::size_t length = base::Length(name);
+    const auto isBad = [](char c) {
+        return static_cast<unsigned char>(c) < ' ' ||
+               std::string_view(".!`[]").find(c) != std::string_view::npos;
+    };
+    if (length == 0 || length > kLongestName || name.front() == ' ' ||
+        std::any_of(name.begin(), name.end(), isBad))
+        throw NumberedError(3125, {std::string(name)});
+}
+
+format::TableDefinition DesignOf(const NewTable& wish, format::SortOrder order)
+{
+    RequireGoodName(wish.name);
+    if (wish.columns.empty()) throw NumberedError(3264);
+    if (wish.columns.size() > kMostColumns) throw NumberedError(3190);
+    if (wish.indexes.size() > kMostIndexes) throw NumberedError(3001);
+    TableDefinition table;
+    std::uint16_t fixedEnd = 0;
+    for (const NewColumn& column : wish.columns)
+        AddColumn(table, ColumnOf(column, order), fixedEnd);
+    for (const NewIndex& index : wish.indexes)
+        AddIndex(table, index);
+    std::stable_sort(table.namedIndexes.begin(), table.namedIndexes.end(),
+                     [&](const NamedIndex& left, const NamedIndex& right) {
+                         return format::CompareText(left.name, right.name, order) < 0;
+                     });
+    return table;
+}
+
+std::vector<std::byte> PropertiesOf(const NewTable& table)
+{
+    format::PropertyBlock block;
+    for (const NewColumn& column : table.columns)
+        if (!column.autoNumber) AddProperties(block, column.name, column.properties);
+    return block.Empty() ? std::vector<std::byte>{} : block.Encode();
+}
+
+}  // namespace jet::catalog

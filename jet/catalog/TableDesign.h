@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+// TableDesign: from a wish to a table definition that lacks only its place in the file.
+#pragma once
+
+#include "jet/catalog/NewTable.h"
+#include "jet/format/SortKey.h"
+
+namespace jet::catalog {
+
+// Errors: 3125 when `name` cannot name a table, field or index.
+void RequireGoodName(std::string_view name);
+
+// Numbers, offsets and flags of the columns, trees and named indexes; pages and maps stay unset.
+//
+// Errors: 3264 no fields, 3190 too many fields, 3125 bad name, 3191 two fields of one name, 3259
+//         unknown type or a counter that is no long, 3017 size too long, 3018 an index over an
+//         unknown field or none, 3283 two primary keys, 3284 two indexes of one name, 3001 too many
+//         indexes or an index over too many fields.
+[[nodiscard]] format::TableDefinition DesignOf(const NewTable& table, format::SortOrder order);
+
+// The property block of the wishes; empty when the fields have none that is stored.
+[[nodiscard]] std::vector<std::byte> PropertiesOf(const NewTable& table);
+
+}  // namespace jet::catalog
