@@ -57,6 +57,23 @@ base::Value Storable(const base::Value& value, dao::FieldType type)
     return value;
 }
 
+// Stores one field of the current record; answers what the record then holds.
+// Rule: a refused value leaves no edit pending.
+base::Value WriteThrough(dao::Recordset& records, const std::string& field,
+                         const base::Value& value)
+{
+    records.Edit();
+    try {
+        records[field] = value;
+        base::Value stored = records[field].Value();
+        records.Update();
+        return stored;
+    } catch (const base::NumberedError&) {
+        if (records.EditMode() != dao::EditMode::None) records.CancelUpdate();
+        throw;
+    }
+}
+
 }  // namespace
 
 void Grid::Bind(dao::Recordset& records)
@@ -159,10 +176,7 @@ void Grid::SetValue(int column, const base::Value& value)
     base::Value cell = Storable(value, records.TypeOf(column - 1));
     if (records.EditMode() == dao::EditMode::None) {
         records.SetBookmark(row.bookmark);
-        records.Edit();
-        records[target.field] = cell;
-        cell = records[target.field].Value();
-        records.Update();
+        cell = WriteThrough(records, target.field, cell);
     }
     row.cells[static_cast<std::size_t>(column - 1)] = std::move(cell);
     Changed();

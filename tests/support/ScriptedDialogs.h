@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+// ScriptedDialogs: a user who picks in the program's dialogs what the test laid down.
+#pragma once
+
+#include "app/Dialogs.h"
+
+#include <deque>
+#include <functional>
+#include <string>
+
+namespace tests {
+
+// Rule: a dialog calls the same procedures of its form that the view calls. A labor type dialog
+//       that nobody expected throws std::logic_error, which no guard catches.
+class ScriptedDialogs : public lodrin::Dialogs {
+public:
+    // In the next labor type dialog: picks the entry of that code and that department, confirms.
+    void Pick(const std::string& code, const std::string& department);
+    // Confirms what the next dialog proposes.
+    void Confirm();
+    // Leaves the next dialog by its close box.
+    void Leave();
+    // Labor type dialogs still expected.
+    [[nodiscard]] std::size_t Pending() const { return choices_.size(); }
+
+    // How often each window was shown, and whether it is now.
+    int glSelects = 0;
+    int splashes = 0, procMsgs = 0, mains = 0;
+    bool splashVisible = false, procMsgVisible = false, mainVisible = false;
+    bool focusOnGLCodes = false;
+    // Called while the labor type dialog is open, before the choice; and when the main window is
+    // shown (its load belongs there).
+    std::function<void(lodrin::Shop&)> whileGLSelectIsOpen, whenMainIsShown;
+
+    void ShowSplash(lodrin::Shop& shop) override;
+    void UnloadSplash(lodrin::Shop& shop) override;
+    void ShowMain(lodrin::Shop& shop) override;
+    void UnloadMain(lodrin::Shop& shop) override;
+    void ShowProcMsg(lodrin::Shop& shop) override;
+    void UnloadProcMsg(lodrin::Shop& shop) override;
+    void ShowGLSelect(lodrin::Shop& shop) override;
+    void UnloadGLSelect(lodrin::Shop& shop) override;
+
+private:
+    enum class Act { Pick, Confirm, Leave };
+    struct Choice {
+        Act act = Act::Leave;
+        std::string code, department;
+    };
+    std::deque<Choice> choices_;
+};
+
+}  // namespace tests

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+// ShopFixture: tests on a shop in memory, on the real engine.
+#pragma once
+
+#include "jet/io/MemoryFile.h"
+#include "tests/support/ShopWorld.h"
+
+#include <gtest/gtest.h>
+
+namespace tests {
+
+struct MemoryDisk {
+    jet::io::MemoryFileSystem disk;
+};
+
+// Rule: a test that leaves an expected question or dialog unasked fails.
+class ShopFixture : public ::testing::Test, protected MemoryDisk, protected ShopWorld {
+protected:
+    ShopFixture() : ShopWorld(disk) { MakeDatabase(); }
+
+    void TearDown() override
+    {
+        EXPECT_EQ(fakes.prompts.Pending(), std::vector<std::string>{});
+        EXPECT_EQ(dialogs.Pending(), 0U);
+    }
+};
+
+}  // namespace tests
