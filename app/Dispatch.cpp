@@ -23,9 +23,8 @@ using Modal = EventGate::Modal;
     throw platform::ProgramEnded{.exitCode = 1};
 }
 
-void Run(Shop& shop, const std::function<void(Shop&)>& procedure)
+void RunToItsEnd(Shop& shop, const std::function<void(Shop&)>& procedure)
 {
-    const EventGate::Procedure running(shop.gate);
     try {
         procedure(shop);
     } catch (const base::NumberedError& error) {
@@ -33,6 +32,12 @@ void Run(Shop& shop, const std::function<void(Shop&)>& procedure)
     } catch (const std::bad_alloc&) {
         EndUnhandled(shop, 7, base::ErrorText(7));
     }
+}
+
+void Run(Shop& shop, const std::function<void(Shop&)>& procedure)
+{
+    const EventGate::Procedure running(shop.gate);
+    RunToItsEnd(shop, procedure);
 }
 
 }  // namespace
@@ -45,6 +50,11 @@ void Dispatch(Shop& shop, const std::function<void(Shop&)>& procedure)
 void DispatchInDialog(Shop& shop, const std::function<void(Shop&)>& procedure)
 {
     if (shop.gate.DialogMayRun()) Run(shop, procedure);
+}
+
+void DispatchAlways(Shop& shop, const std::function<void(Shop&)>& procedure)
+{
+    RunToItsEnd(shop, procedure);
 }
 
 platform::Answer Ask(Shop& shop, const platform::Box& box)

@@ -20,6 +20,9 @@ void Dispatch(Shop& shop, const std::function<void(Shop&)>& procedure);
 // the dialog waits, and is dropped while a box stands over the dialog.
 void DispatchInDialog(Shop& shop, const std::function<void(Shop&)>& procedure);
 
+// Activation and closing of a window, which come in whatever is running.
+void DispatchAlways(Shop& shop, const std::function<void(Shop&)>& procedure);
+
 // Boxes and dialogs, with the main window's events kept out while they are open.
 platform::Answer Ask(Shop& shop, const platform::Box& box);
 void Say(Shop& shop, const std::string& text,

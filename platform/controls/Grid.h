@@ -24,6 +24,7 @@ struct Column {
     int position = 0;
     Alignment headerAlignment = Alignment::Left;
     Alignment textAlignment = Alignment::Left;
+    friend bool operator==(const Column&, const Column&) = default;
 };
 
 // Shows the rows a record set held when it was bound.

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/ui/QtDialogs.h"
+
+#include "app/Shop.h"
+#include "app/ui/frmLodrinView.h"
+#include "app/ui/frmSplashView.h"
+#include "data/ui/frmProcMsgView.h"
+#include "floor/ui/frmGLSelectView.h"
+
+namespace lodrin::ui {
+
+QtDialogs::QtDialogs() = default;
+
+QtDialogs::~QtDialogs()
+{
+    delete procMsg_;
+}
+
+EventDoor QtDialogs::DoorOf(Shop& shop) const
+{
+    if (leave) return {shop, leave};
+    return {shop, [&shop](int exitCode) { LeaveProcess(shop, exitCode); }};
+}
+
+void QtDialogs::ShowSplash(Shop& shop)
+{
+    shop.forms.splash.Form_Load(shop);
+    splash_ = std::make_unique<frmSplashView>(shop);
+    splash_->show();
+}
+
+void QtDialogs::UnloadSplash(Shop&)
+{
+    splash_.reset();
+}
+
+void QtDialogs::ShowMain(Shop& shop)
+{
+    main_ = std::make_unique<frmLodrinView>(shop, DoorOf(shop));
+    main_->closed = [this] {
+        if (mainClosed) mainClosed();
+    };
+    Form_Load(shop);
+    main_->show();
+    shop.platform.events.LetPendingRun();
+    // Some desktops activate no window; the first activation happens all the same, and only once.
+    if (shop.state.firstActivation) main_->Activate();
+}
+
+void QtDialogs::UnloadMain(Shop&)
+{
+    if (main_) main_->Unload();
+}
+
+void QtDialogs::ShowProcMsg(Shop& shop)
+{
+    QWidget* owner = main_ && main_->isVisible() ? main_.get() : splash_.get();
+    delete procMsg_;
+    procMsg_ = new frmProcMsgView(shop, owner);
+    procMsg_->show();
+    shop.platform.events.LetPendingRun();
+}
+
+void QtDialogs::UnloadProcMsg(Shop&)
+{
+    delete procMsg_;
+}
+
+void QtDialogs::ShowGLSelect(Shop& shop)
+{
+    shop.forms.glSelect.Form_Load(shop);
+    frmGLSelectView dialog(shop, DoorOf(shop), main_.get());
+    glSelect_ = &dialog;
+    dialog.Wait();
+}
+
+void QtDialogs::UnloadGLSelect(Shop&)
+{
+    if (glSelect_) glSelect_->reject();
+}
+
+}  // namespace lodrin::ui

@@ -1,0 +1,343 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/ui/frmLodrinView.h"
+
+#include "app/Shop.h"
+#include "app/ui/JobSentence.h"
+#include "data/DBOpen.h"
+#include "data/SyncEmployees.h"
+#include "data/Tables.h"
+#include "floor/cboRO.h"
+#include "floor/grdEmp.h"
+#include "labor/GetHistory.h"
+#include "platform/qt/ElidedLabel.h"
+#include "platform/qt/GridWidget.h"
+#include "platform/qt/ListWidget.h"
+#include "platform/qt/Mirror.h"
+#include "platform/qt/QtText.h"
+#include "platform/qt/RepairOrderBox.h"
+#include "platform/qt/ShopStyle.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+namespace lodrin::ui {
+
+namespace {
+
+using namespace platform::qt;
+
+constexpr int kMargin = 16;
+constexpr double kNameSize = 1.9;  // of the usual font
+constexpr int kEnterKey = 13;
+constexpr const char* kNotYet = "Not available in this version yet.";
+constexpr const char* kChooseName = "Choose your name on the board.";
+
+// A heading over a control; its mnemonic leads there.
+QLabel* Heading(const QString& text, QWidget* control)
+{
+    auto* heading = new QLabel(text, control->parentWidget());
+    heading->setObjectName("lbl" + control->objectName());
+    QFont font = heading->font();
+    font.setBold(true);
+    heading->setFont(font);
+    heading->setBuddy(control);
+    return heading;
+}
+
+QFont Scaled(QFont font, double factor, bool bold)
+{
+    font.setPointSizeF(font.pointSizeF() * factor);
+    font.setBold(bold);
+    return font;
+}
+
+// A control whose procedure this version does not have.
+void SwitchOff(platform::Label& label)
+{
+    label.enabled = false;
+    label.tip = kNotYet;
+}
+
+}  // namespace
+
+frmLodrinView::frmLodrinView(Shop& shop, EventDoor door) : shop_(shop), door_(std::move(door))
+{
+    setObjectName("frmLodrin");
+    SwitchOff(shop_.window.cmdBreak);
+    SwitchOff(shop_.window.cmdEndDay);
+    SwitchOff(shop_.window.mnuSetupItems);
+    shop_.window.cmdExit.tip = "Exit Time Clock";
+    MirrorCaption(shop_.window.caption, this);
+    BuildMenus();
+    BuildContent();
+    BuildStatusBar();
+    WireBoard();
+    WireJobStart();
+    WireTimer();
+    OrderTabs();
+    FitScreen();
+    ShowJob();
+}
+
+void frmLodrinView::BuildMenus()
+{
+    frmLodrin& form = shop_.window;
+    menuBar()->setObjectName("menuBar");
+    QMenu* file = menuBar()->addMenu(QString());
+    MirrorMenu(form.mnuFile, file, "mnuFile");
+    file->addAction(MakeAction(form.mnuFileOpen, "mnuFileOpen"));
+    file->addAction(MakeAction(form.mnuSyncEmp, "mnuSyncEmp"));
+    file->addAction(MakeAction(form.mnuSynchRO, "mnuSynchRO"));
+    QMenu* setup = menuBar()->addMenu(QString());
+    MirrorMenu(form.mnuSetup, setup, "mnuSetup");
+    setup->addAction(MakeAction(form.mnuSetupItems, "mnuSetupItems"));
+
+    const auto wire = [this](const char* name, void (*procedure)(Shop&)) {
+        connect(findChild<QAction*>(name), &QAction::triggered, this,
+                [this, procedure] { Run(procedure); });
+    };
+    wire("mnuFileOpen", &mnuFileOpen_Click);
+    wire("mnuSyncEmp", &mnuSyncEmp_Click);
+    wire("mnuSynchRO", &mnuSynchRO_Click);
+
+    // The date stands in the corner, where it takes no room from the board.
+    auto* corner = new QWidget(menuBar());
+    corner->setObjectName("dateCorner");
+    auto* row = new QHBoxLayout(corner);
+    row->setContentsMargins(0, 0, kMargin, 0);
+    auto* caption = new QLabel(corner);
+    auto* date = new QLabel(corner);
+    MirrorLabel(form.lblCurrentDate, caption, "lblCurrentDate");
+    MirrorLabel(form.lblDate, date, "lblDate");
+    date->setFont(Scaled(date->font(), 1, true));
+    row->addWidget(caption);
+    row->addWidget(date);
+    menuBar()->setCornerWidget(corner);
+}
+
+QAction* frmLodrinView::MakeAction(platform::Label& label, const char* name)
+{
+    auto* action = new QAction(this);
+    MirrorAction(label, action, name);
+    return action;
+}
+
+void frmLodrinView::BuildStatusBar()
+{
+    // A label of its own: the bar's messages vanish as soon as a menu opens.
+    auto* path = new ElidedLabel(this);
+    MirrorLabel(shop_.window.stsLD, path, "stsLDText");
+    NameControl(statusBar(), "stsLD", "Where the database lies");
+    statusBar()->addWidget(path, 1);
+}
+
+void frmLodrinView::BuildContent()
+{
+    auto* scroll = new QScrollArea(this);
+    scroll->setObjectName("scroll");
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    auto* content = new QWidget(scroll);
+    content->setObjectName("central");
+
+    auto* page = new QVBoxLayout(content);
+    page->setContentsMargins(kMargin, kMargin, kMargin, kMargin / 2);
+    page->setSpacing(kSpacing);
+    page->addLayout(BuildHeader(content));
+    page->addLayout(BuildBoard(content), 5);
+    auto* lower = new QHBoxLayout;
+    lower->setSpacing(kMargin);
+    lower->addLayout(BuildJobs(content), 5);
+    lower->addLayout(BuildJobStart(content), 3);
+    page->addLayout(lower, 4);
+
+    scroll->setWidget(content);
+    setCentralWidget(scroll);
+}
+
+QBoxLayout* frmLodrinView::BuildHeader(QWidget* content)
+{
+    auto* name = new ElidedLabel(content);
+    MirrorLabel(shop_.window.lblEmpName, name, "lblEmpName");
+    name->setFont(Scaled(name->font(), kNameSize, true));
+    job_ = new ElidedLabel(content);
+    job_->setObjectName("lblJob");
+    auto* who = new QVBoxLayout;
+    who->setSpacing(2);
+    who->addWidget(name);
+    who->addWidget(job_);
+
+    break_ = MakeButton(shop_.window.cmdBreak, "cmdBreak", content);
+    endDay_ = MakeButton(shop_.window.cmdEndDay, "cmdEndDay", content);
+    exit_ = MakeButton(shop_.window.cmdExit, "cmdExit", content);
+    connect(exit_, &QPushButton::clicked, this, [this] { Run(&cmdExit_Click); });
+
+    auto* row = new QHBoxLayout;
+    row->setSpacing(kSpacing);
+    row->addLayout(who, 1);
+    row->addWidget(break_);
+    row->addWidget(endDay_);
+    row->addSpacing(2 * kSpacing);
+    row->addWidget(exit_);
+    return row;
+}
+
+QPushButton* frmLodrinView::MakeButton(platform::Label& label, const char* name, QWidget* content)
+{
+    auto* button = new QPushButton(content);
+    MirrorButton(label, button, name);
+    return button;
+}
+
+QBoxLayout* frmLodrinView::BuildBoard(QWidget* content)
+{
+    board_ = new GridWidget(shop_.window.grdEmp, {LDEmp::VehDesc.column, LDEmp::Customer.column},
+                            content);
+    NameControl(board_, "grdEmp", "Employee board");
+    board_->setMinimumHeight(4 * kRowHeight);
+    auto* column = new QVBoxLayout;
+    column->setSpacing(4);
+    column->addWidget(Heading("E&mployees", board_));
+    column->addWidget(board_, 1);
+    return column;
+}
+
+QBoxLayout* frmLodrinView::BuildJobs(QWidget* content)
+{
+    constexpr int kVehicle = 10;
+    daily_ = new GridWidget(shop_.window.grdDaily, {kVehicle}, content);
+    NameControl(daily_, "grdDaily", "Jobs of today");
+    daily_->setMinimumHeight(4 * kRowHeight);
+    auto* column = new QVBoxLayout;
+    column->setSpacing(4);
+    column->addWidget(Heading("&Jobs Today", daily_));
+    column->addWidget(daily_, 1);
+    return column;
+}
+
+QBoxLayout* frmLodrinView::BuildJobStart(QWidget* content)
+{
+    repairOrders_ = new RepairOrderBox(shop_.window.cboRO, content);
+    NameControl(repairOrders_, "cboRO", "Repair order to start on");
+    NameControl(repairOrders_->lineEdit(), "cboRO", "Repair order to start on");
+    history_ = new ListWidget(shop_.window.lstHistory, content);
+    NameControl(history_, "lstHistory", "Last jobs; double-click or Enter starts one again");
+    history_->setMinimumHeight(2 * kRowHeight);
+    auto* column = new QVBoxLayout;
+    column->setSpacing(4);
+    column->addWidget(Heading("Start on &Repair Order", repairOrders_));
+    column->addWidget(repairOrders_);
+    column->addSpacing(kSpacing - 4);
+    column->addWidget(Heading("&Last Jobs (double-click to start again)", history_));
+    column->addWidget(history_, 1);
+    return column;
+}
+
+void frmLodrinView::WireBoard()
+{
+    board_->clickedRow = [this] { Run(&grdEmp_Click); };
+    board_->moved = [this](int row, int lastRow, int lastColumn) {
+        Run([row, lastRow, lastColumn](Shop& shop) {
+            shop.window.grdEmp.SetRow(row);
+            grdEmp_RowColChange(shop, lastRow, lastColumn);
+        });
+    };
+    daily_->moved = [this](int row, int, int) {
+        Run([row](Shop& shop) { shop.window.grdDaily.SetRow(row); });
+    };
+}
+
+void frmLodrinView::WireJobStart()
+{
+    repairOrders_->picked = [this] { Run(&cboRO_Click); };
+    repairOrders_->entered = [this] { Run([](Shop& shop) { cboRO_KeyUp(shop, kEnterKey); }); };
+    history_->chosen = [this](int entry) {
+        Run([entry](Shop& shop) { shop.window.lstHistory.SetListIndex(entry); });
+    };
+    history_->doubleClicked = [this] { Run(&lstHistory_DblClick); };
+}
+
+void frmLodrinView::WireTimer()
+{
+    timer_.setObjectName("Timer1");
+    connect(&timer_, &QTimer::timeout, this, [this] { Run(&Timer1_Timer); });
+    Follow(shop_.window.Timer1, this, [this] {
+        const int interval = shop_.window.Timer1.interval;
+        if (interval > 0)
+            timer_.start(interval);
+        else
+            timer_.stop();
+    });
+}
+
+void frmLodrinView::OrderTabs()
+{
+    QWidget* const order[] = {board_, repairOrders_, history_, daily_, break_, endDay_, exit_};
+    for (std::size_t i = 1; i < std::size(order); ++i)
+        setTabOrder(order[i - 1], order[i]);
+    board_->setFocus();
+}
+
+// As large as its work needs, never larger than the screen.
+void frmLodrinView::FitScreen()
+{
+    setMinimumSize(480, 360);
+    const QRect free = screen()->availableGeometry();
+    resize(QSize(1280, 960).boundedTo(free.size()));
+    move(free.center() - QPoint(width() / 2, height() / 2));
+}
+
+void frmLodrinView::Run(const EventDoor::Procedure& procedure)
+{
+    door_.Main(procedure);
+    ShowJob();
+}
+
+void frmLodrinView::ShowJob()
+{
+    const bool chosen = shop_.state.currentEmployee >= 0;
+    job_->setText(chosen ? ToQt(JobSentence(shop_.window.grdEmp)) : kChooseName);
+}
+
+void frmLodrinView::Activate()
+{
+    door_.Always(&Form_Activate);
+    ShowJob();
+}
+
+void frmLodrinView::Unload()
+{
+    unloading_ = true;
+    close();
+}
+
+bool frmLodrinView::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowActivate) Activate();
+    return QMainWindow::event(event);
+}
+
+void frmLodrinView::closeEvent(QCloseEvent* event)
+{
+    // A close request that arrives while a procedure lets windows repaint waits for its end.
+    if (!unloading_ && !shop_.gate.MainMayRun()) {
+        event->ignore();
+        QTimer::singleShot(50, this, [this] { close(); });
+        return;
+    }
+    door_.Always(&Form_QueryUnload);
+    timer_.stop();
+    event->accept();
+    if (closed) closed();
+}
+
+}  // namespace lodrin::ui

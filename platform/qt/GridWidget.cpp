@@ -1,0 +1,229 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/qt/GridWidget.h"
+
+#include "platform/qt/Mirror.h"
+#include "platform/qt/QtText.h"
+#include "platform/qt/ShopStyle.h"
+
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QScroller>
+#include <QTimer>
+#include <QToolTip>
+
+#include <algorithm>
+
+namespace platform::qt {
+
+namespace {
+
+constexpr int kTwipsPerPixel = 15;
+constexpr double kDesignFontHeight = 13;  // pixels of the 8-point font the widths were made for
+constexpr int kCellMargin = 20;           // both sides together
+
+class WhileMirroring {
+public:
+    explicit WhileMirroring(bool& flag) : flag_(flag), before_(flag) { flag_ = true; }
+    ~WhileMirroring() { flag_ = before_; }
+    WhileMirroring(const WhileMirroring&) = delete;
+    WhileMirroring& operator=(const WhileMirroring&) = delete;
+
+private:
+    bool& flag_;
+    bool before_;
+};
+
+}  // namespace
+
+GridWidget::GridWidget(Grid& grid, std::vector<int> stretching, QWidget* parent)
+    : QTableView(parent), grid_(&grid), model_(new GridModel(grid, this)),
+      stretching_(std::move(stretching))
+{
+    LookAndFeel();
+    setModel(model_);
+    connect(this, &QAbstractItemView::clicked, this, [this] {
+        if (clickedRow) clickedRow();
+    });
+    Follow(grid, this, [this] { Mirror(); });
+}
+
+void GridWidget::LookAndFeel()
+{
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setTabKeyNavigation(false);
+    setWordWrap(false);
+    setShowGrid(false);
+    setAlternatingRowColors(true);
+    setCornerButtonEnabled(false);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setVerticalScrollMode(ScrollPerPixel);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(std::max(kRowHeight, fontMetrics().height() * 9 / 5));
+    horizontalHeader()->setSectionsMovable(false);
+    horizontalHeader()->setSectionsClickable(false);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setMinimumSectionSize(1);
+    QScroller::grabGesture(viewport(), QScroller::TouchGesture);
+}
+
+void GridWidget::Mirror()
+{
+    const WhileMirroring mirroring(mirroring_);
+    const bool reshaped = model_->Sync();
+    std::vector<Column> layout;
+    for (int column = 1; column <= grid_->ColumnCount(); ++column)
+        layout.push_back(grid_->ColumnAt(column));
+    if (reshaped || layout != layout_) {
+        layout_ = std::move(layout);
+        ApplyLayout();
+    }
+    ShowCurrentRow();
+}
+
+// A view without a current row would choose the first one by itself when it gets the focus; a
+// current row, or none set on purpose, keeps it from that.
+void GridWidget::ShowCurrentRow()
+{
+    const QModelIndex shown = currentIndex();
+    const int row = grid_->Row() - 1;
+    if (row < 0 || model_->columnCount() == 0)
+        setCurrentIndex({});
+    else if (shown.row() != row || isColumnHidden(shown.column()))
+        setCurrentIndex(model_->index(row, shown.isValid() && !isColumnHidden(shown.column())
+                                               ? shown.column()
+                                               : FirstColumn()));
+}
+
+int GridWidget::FirstColumn() const
+{
+    for (int place = 0; place < horizontalHeader()->count(); ++place)
+        if (const int column = horizontalHeader()->logicalIndex(place); !isColumnHidden(column))
+            return column;
+    return 0;
+}
+
+void GridWidget::ApplyLayout()
+{
+    const int count = static_cast<int>(layout_.size());
+    for (int column = 0; column < count; ++column)
+        setColumnHidden(column, !layout_[static_cast<std::size_t>(column)].visible);
+    for (int position = 1; position <= count; ++position)
+        for (int column = 0; column < count; ++column)
+            if (layout_[static_cast<std::size_t>(column)].position == position)
+                horizontalHeader()->moveSection(horizontalHeader()->visualIndex(column),
+                                                position - 1);
+    naturalWidths_.clear();
+    for (int column = 1; column <= count; ++column)
+        naturalWidths_.push_back(NaturalWidth(column));
+    FitWidths();
+}
+
+// The width of the layout in the size of the present font; more when the caption, a time or a name
+// would not fit.
+int GridWidget::NaturalWidth(int column) const
+{
+    const Column& layout = layout_[static_cast<std::size_t>(column - 1)];
+    const double scale = fontMetrics().height() / kDesignFontHeight;
+    const int designed = qRound(layout.width * scale / kTwipsPerPixel);
+    const int caption = horizontalHeader()->fontMetrics().horizontalAdvance(ToQt(layout.caption));
+    int widest = std::max(designed, caption + kCellMargin);
+    if (std::find(stretching_.begin(), stretching_.end(), column) != stretching_.end())
+        return widest;
+    const int limit = widest + designed / 2;
+    for (int row = 1; row <= grid_->RowCount(); ++row)
+        widest = std::max(
+            widest, kCellMargin + fontMetrics().horizontalAdvance(ToQt(grid_->Shown(row, column))));
+    return std::min(widest, limit);
+}
+
+// Vehicle and customer take the room that is left, or give some up before the columns have to be
+// scrolled.
+void GridWidget::FitWidths()
+{
+    int left = viewport()->width();
+    int elastic = 0;
+    for (int column = 1; column <= static_cast<int>(naturalWidths_.size()); ++column) {
+        if (isColumnHidden(column - 1)) continue;
+        left -= naturalWidths_[static_cast<std::size_t>(column - 1)];
+        if (std::find(stretching_.begin(), stretching_.end(), column) != stretching_.end())
+            ++elastic;
+    }
+    for (int column = 1; column <= static_cast<int>(naturalWidths_.size()); ++column) {
+        int width = naturalWidths_[static_cast<std::size_t>(column - 1)];
+        if (std::find(stretching_.begin(), stretching_.end(), column) != stretching_.end()) {
+            const int share = left / elastic;
+            const int narrowest = width * 3 / 5;
+            left -= std::max(share, narrowest - width);
+            width = std::max(width + share, narrowest);
+            --elastic;
+        }
+        setColumnWidth(column - 1, width);
+    }
+}
+
+void GridWidget::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QTableView::currentChanged(current, previous);
+    if (mirroring_ || !current.isValid() || !moved) return;
+    moved(current.row() + 1, previous.row() + 1, previous.column() + 1);
+    if (grid_->Row() != current.row() + 1) QTimer::singleShot(0, this, [this] { Mirror(); });
+}
+
+void GridWidget::keyPressEvent(QKeyEvent* event)
+{
+    const bool choose = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter ||
+                        event->key() == Qt::Key_Space;
+    if (!choose) return QTableView::keyPressEvent(event);
+    event->accept();
+    if (!event->isAutoRepeat() && currentIndex().isValid() && clickedRow) clickedRow();
+}
+
+void GridWidget::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    if (!naturalWidths_.empty()) FitWidths();
+}
+
+void GridWidget::changeEvent(QEvent* event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange && !layout_.empty()) ApplyLayout();
+}
+
+void GridWidget::focusInEvent(QFocusEvent* event)
+{
+    QTableView::focusInEvent(event);
+    update();
+}
+
+void GridWidget::focusOutEvent(QFocusEvent* event)
+{
+    QTableView::focusOutEvent(event);
+    update();
+}
+
+bool GridWidget::viewportEvent(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip) return QTableView::viewportEvent(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    ShowWholeText(help->pos(), help->globalPos());
+    return true;
+}
+
+// A text that is cut off on the screen can be read whole in its tip.
+void GridWidget::ShowWholeText(const QPoint& place, const QPoint& onScreen)
+{
+    const QModelIndex cell = indexAt(place);
+    const QString text = model_->data(cell, Qt::DisplayRole).toString();
+    const bool cut =
+        fontMetrics().horizontalAdvance(text) + kCellMargin > columnWidth(cell.column());
+    QToolTip::showText(onScreen, cell.isValid() && cut ? PlainTip(text) : QString(), viewport());
+}
+
+}  // namespace platform::qt

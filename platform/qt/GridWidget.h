@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+// GridWidget: a Grid on the screen: its columns laid out, its current row kept, its clicks
+// reported.
+#pragma once
+
+#include "platform/qt/GridModel.h"
+
+#include <QTableView>
+
+#include <functional>
+#include <vector>
+
+namespace platform::qt {
+
+// Rule: only the user moves raise `moved`; what the program does to the grid raises nothing.
+//       Where a reported move was not taken over (the grid stays on its row), the screen goes back.
+class GridWidget : public QTableView {
+public:
+    // `stretching` columns (by number) share the room that the others leave.
+    GridWidget(Grid& grid, std::vector<int> stretching, QWidget* parent);
+
+    // A click on a row, or Enter or the space bar on the current one.
+    std::function<void()> clickedRow;
+    // The user went to `row`; rows and columns count from 1, 0 was none.
+    std::function<void(int row, int lastRow, int lastColumn)> moved;
+
+protected:
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+
+private:
+    void LookAndFeel();
+    void Mirror();
+    void ShowCurrentRow();
+    void ApplyLayout();
+    void FitWidths();
+    [[nodiscard]] int NaturalWidth(int column) const;
+    [[nodiscard]] int FirstColumn() const;
+    void ShowWholeText(const QPoint& place, const QPoint& onScreen);
+
+    Grid* grid_;
+    GridModel* model_;
+    std::vector<int> stretching_;
+    std::vector<Column> layout_;      // as laid out last
+    std::vector<int> naturalWidths_;  // of each column, in pixels
+    bool mirroring_ = false;
+};
+
+}  // namespace platform::qt

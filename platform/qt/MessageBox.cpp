@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/qt/MessageBox.h"
+
+#include "platform/qt/QtText.h"
+
+#include <QAbstractButton>
+#include <QCloseEvent>
+#include <QKeyEvent>
+
+namespace platform::qt {
+
+namespace {
+
+QMessageBox::StandardButtons ButtonsOf(const Box& box)
+{
+    return box.buttons == Buttons::Ok ? QMessageBox::Ok : QMessageBox::Yes | QMessageBox::No;
+}
+
+QMessageBox::Icon IconOf(const Box& box)
+{
+    return box.icon == Icon::Critical ? QMessageBox::Critical : QMessageBox::NoIcon;
+}
+
+}  // namespace
+
+MessageBox::MessageBox(QWidget* owner, const Box& box)
+    : QMessageBox(IconOf(box), ToQt(box.title), QString(), ButtonsOf(box), owner),
+      mustChoose_(box.buttons == Buttons::YesNo)
+{
+    setObjectName("MsgBox");
+    setTextFormat(Qt::PlainText);
+    setText(ToQt(box.text).replace("\r\n", "\n"));
+    setDefaultButton(mustChoose_ ? QMessageBox::Yes : QMessageBox::Ok);
+    if (mustChoose_) setWindowFlag(Qt::WindowCloseButtonHint, false);
+}
+
+Answer MessageBox::Wait()
+{
+    exec();
+    if (!mustChoose_) return Answer::Ok;
+    return standardButton(clickedButton()) == QMessageBox::Yes ? Answer::Yes : Answer::No;
+}
+
+void MessageBox::reject()
+{
+    if (!mustChoose_) QMessageBox::reject();
+}
+
+void MessageBox::closeEvent(QCloseEvent* event)
+{
+    if (mustChoose_)
+        event->ignore();
+    else
+        QMessageBox::closeEvent(event);
+}
+
+void MessageBox::keyPressEvent(QKeyEvent* event)
+{
+    if (mustChoose_ && event->matches(QKeySequence::Cancel))
+        event->accept();
+    else
+        QMessageBox::keyPressEvent(event);
+}
+
+}  // namespace platform::qt

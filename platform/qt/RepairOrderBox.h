@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+// RepairOrderBox: a ComboBox on the screen, in which a number is typed or an entry picked.
+#pragma once
+
+#include "platform/controls/ListBox.h"
+
+#include <QComboBox>
+
+#include <functional>
+
+namespace platform::qt {
+
+// Rule: an entry is picked with the mouse or with Enter in the open list; the arrow keys open the
+//       list, the wheel does nothing, and nothing typed is completed or added. Enter in the closed
+//       box counts when it is let go, and only if it was pressed in the box too: an Enter that
+//       closed a dialog must not start the job again.
+class RepairOrderBox : public QComboBox {
+public:
+    RepairOrderBox(ComboBox& box, QWidget* parent);
+
+    // An entry was picked; the box's text is that entry.
+    std::function<void()> picked;
+    // Enter was typed in the box.
+    std::function<void()> entered;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void Mirror();
+    void Pick(int entry);
+    void NoteEnterPress(const QObject* watched);
+
+    ComboBox* box_;
+    bool mirroring_ = false;
+    bool pressSeen_ = false;  // since the last release of Enter
+    bool pressHere_ = false;  // ... in this box, its list closed
+};
+
+}  // namespace platform::qt
