@@ -5,13 +5,11 @@
 
 namespace jet::format {
 
-void RequireInside(std::size_t size, std::size_t offset, std::size_t width)
+void RefuseOutside(std::size_t size, std::size_t offset, std::size_t width)
 {
-    if (offset > size || size - offset < width) {
-        throw base::NumberedError(3343).At("offset " + std::to_string(offset) + ", " +
-                                           std::to_string(width) + " bytes wanted of " +
-                                           std::to_string(size));
-    }
+    throw base::NumberedError(3343).At("offset " + std::to_string(offset) + ", " +
+                                       std::to_string(width) + " bytes wanted of " +
+                                       std::to_string(size));
 }
 
 std::uint32_t ReadU24(Span bytes, std::size_t offset)

@@ -14,7 +14,12 @@ using Span = std::span<const std::byte>;
 using MutableSpan = std::span<std::byte>;
 
 // Errors (all readers and writers): 3343 when the bytes asked for lie outside the span.
-void RequireInside(std::size_t size, std::size_t offset, std::size_t width);
+[[noreturn]] void RefuseOutside(std::size_t size, std::size_t offset, std::size_t width);
+inline void RequireInside(std::size_t size, std::size_t offset, std::size_t width)
+{
+    if (offset > size || size - offset < width) [[unlikely]]
+        RefuseOutside(size, offset, width);
+}
 
 template <class T>
 [[nodiscard]] T ReadScalar(Span bytes, std::size_t offset)

@@ -89,6 +89,8 @@ struct TableDefinition {
     std::uint32_t lastAutoNumber = 0;
     std::uint16_t columnCounter = 0;  // columns ever made, dropped ones included
     std::uint16_t variableColumnCounter = 0;
+    // Rows written when the table had at most so many columns have no variable part.
+    std::uint16_t columnsBeforeVariable = 0;
     RowId ownedPages, freePages;
     std::vector<ColumnDefinition> columns;  // in ordinal order
     std::vector<IndexDefinition> indexes;
@@ -96,6 +98,10 @@ struct TableDefinition {
 
     // Place in `columns`. Rule: names compare without regard to case.
     [[nodiscard]] std::optional<std::size_t> FindColumn(std::string_view name) const;
+    // Place of the column with that number.
+    [[nodiscard]] std::optional<std::size_t> FindNumber(std::uint16_t number) const;
+    // Place of the counter column.
+    [[nodiscard]] std::optional<std::size_t> FindAutoNumber() const;
 };
 
 }  // namespace jet::format

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/format/RowWriter.h"
+
+#include <algorithm>
+#include <cassert>
+
+namespace jet::format {
+
+RowWriter::RowWriter(const TableDefinition& table) : table_(&table), fields_(table.columns.size())
+{
+}
+
+RowWriter::RowWriter(const RowView& row) : RowWriter(row.Table())
+{
+    for (std::size_t column = 0; column < fields_.size(); ++column) {
+        if (table_->columns[column].type == ColumnType::Boolean) {
+            SetBoolean(column, row.Boolean(column));
+        } else if (!row.IsNull(column)) {
+            const Span bytes = row.Field(column);
+            SetField(column, {bytes.begin(), bytes.end()});
+        }
+    }
+}
+
+void RowWriter::SetNull(std::size_t column)
+{
+    fields_[column] = {};
+}
+
+void RowWriter::SetBoolean(std::size_t column, bool value)
+{
+    fields_[column].present = value;
+}
+
+void RowWriter::SetField(std::size_t column, std::vector<std::byte> bytes)
+{
+    const ColumnDefinition& definition = table_->columns[column];
+    assert(definition.type != ColumnType::Boolean);
+    assert(!definition.fixed || bytes.size() == definition.length);
+    fields_[column] = {true, std::move(bytes)};
+}
+
+std::size_t RowWriter::FixedSize() const
+{
+    std::size_t size = 0;
+    for (const ColumnDefinition& column : table_->columns)
+        if (column.fixed && column.type != ColumnType::Boolean)
+            size = std::max(size, std::size_t{column.fixedOffset} + column.length);
+    return size;
+}
+
+std::size_t RowWriter::TrailerSize() const
+{
+    const std::size_t mask = NullMaskSize(table_->columnCounter);
+    const std::size_t variable = table_->variableColumnCounter;
+    if (variable == 0) return mask;
+    return (variable + 1) * kRowOffsetSize + kRowVariableCountSize + mask;
+}
+
+std::size_t RowWriter::Size() const
+{
+    std::size_t size = kRowColumnCountSize + FixedSize() + TrailerSize();
+    for (std::size_t i = 0; i < fields_.size(); ++i)
+        if (!table_->columns[i].fixed) size += fields_[i].bytes.size();
+    return size;
+}
+
+std::vector<const RowWriter::StoredField*> RowWriter::VariableFields() const
+{
+    std::vector<const StoredField*> variable(table_->variableColumnCounter, nullptr);
+    for (std::size_t i = 0; i < fields_.size(); ++i)
+        if (!table_->columns[i].fixed && fields_[i].present)
+            variable[table_->columns[i].variableIndex] = &fields_[i];
+    return variable;
+}
+
+std::vector<std::byte> RowWriter::Row() const
+{
+    std::vector<std::byte> row(Size());
+    WriteU16(row, 0, table_->columnCounter);
+    const std::size_t maskAt = row.size() - NullMaskSize(table_->columnCounter);
+    for (std::size_t i = 0; i < fields_.size(); ++i) {
+        const ColumnDefinition& column = table_->columns[i];
+        if (!fields_[i].present) continue;
+        row[maskAt + column.number / 8] |= std::byte{1} << (column.number % 8);
+        if (!column.fixed) continue;
+        const auto at = static_cast<std::ptrdiff_t>(kRowColumnCountSize + column.fixedOffset);
+        std::copy(fields_[i].bytes.begin(), fields_[i].bytes.end(), row.begin() + at);
+    }
+    if (table_->variableColumnCounter == 0) return row;
+
+    // The offsets lie backwards: value 0's just before the count, `end` furthest from it.
+    std::size_t entry = maskAt - kRowVariableCountSize;
+    std::size_t at = kRowColumnCountSize + FixedSize();
+    WriteU16(row, entry, table_->variableColumnCounter);
+    for (const StoredField* field : VariableFields()) {
+        entry -= kRowOffsetSize;
+        WriteU16(row, entry, static_cast<std::uint16_t>(at));
+        if (field == nullptr) continue;
+        std::copy(field->bytes.begin(), field->bytes.end(),
+                  row.begin() + static_cast<std::ptrdiff_t>(at));
+        at += field->bytes.size();
+    }
+    WriteU16(row, entry - kRowOffsetSize, static_cast<std::uint16_t>(at));
+    return row;
+}
+
+}  // namespace jet::format

@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/format/TableDefinitionReader.h"
+
+#include "base/NumberedError.h"
+#include "base/Text.h"
+#include "jet/format/RowPointer.h"
+#include "jet/format/TableDefinitionLayout.h"
+
+#include <algorithm>
+#include <string>
+
+namespace jet::format {
+
+namespace {
+
+constexpr const TableDefinitionLayout& kHeader = kTableDefinitionJet4;
+
+[[noreturn]] void Damaged(const char* what)
+{
+    throw base::NumberedError(3343).At(std::string("table definition: ") + what);
+}
+
+// Takes parts of known length off the joined bytes, one behind the other.
+class Sections {
+public:
+    Sections(Span joined, std::size_t at) : joined_(joined), at_(at) {}
+
+    Span Next(std::size_t length)
+    {
+        const Span part = Slice(joined_, at_, length);
+        at_ += length;
+        return part;
+    }
+
+    std::string NextName()
+    {
+        const std::uint16_t length = ReadU16(Next(2), 0);
+        const Span bytes = Next(length);
+        std::u16string units;
+        for (std::size_t i = 0; i + 1 < bytes.size(); i += 2)
+            units.push_back(static_cast<char16_t>(ReadU16(bytes, i)));
+        return base::FromUtf16(units);
+    }
+
+private:
+    Span joined_;
+    std::size_t at_;
+};
+
+ColumnDefinition ReadColumn(Span bytes)
+{
+    constexpr const ColumnLayout& at = kColumnJet4;
+    ColumnDefinition column;
+    column.type = static_cast<ColumnType>(ReadU8(bytes, at.type));
+    column.number = ReadU16(bytes, at.number);
+    column.variableIndex = ReadU16(bytes, at.variableIndex);
+    column.ordinal = ReadU16(bytes, at.ordinal);
+    if (column.type == ColumnType::Numeric) {
+        column.precision = ReadU8(bytes, at.language);
+        column.scale = ReadU8(bytes, at.language + 1);
+    } else {
+        column.sortOrder = {ReadU16(bytes, at.language), ReadU8(bytes, at.sortVersion)};
+    }
+    column.flags = ReadU8(bytes, at.flags);
+    column.fixed = (column.flags & kColumnFixed) != 0;
+    column.autoNumber = column.type == ColumnType::Long && (column.flags & kColumnAutoNumber) != 0;
+    column.autoGuid = column.type == ColumnType::Guid && (column.flags & kColumnAutoGuid) != 0;
+    column.compressed = (ReadU8(bytes, at.extraFlags) & kColumnCompressed) != 0;
+    column.fixedOffset = ReadU16(bytes, at.fixedOffset);
+    column.length = ReadU16(bytes, at.length);
+    return column;
+}
+
+// A place no row could have would lead every reader of rows astray.
+void CheckColumn(const ColumnDefinition& column, const TableDefinition& table,
+                 const FileVersion& version)
+{
+    if (column.number >= table.columnCounter) Damaged("column number beyond the counter");
+    if (!column.fixed && column.variableIndex >= table.variableColumnCounter)
+        Damaged("variable column beyond the counter");
+    if (column.fixed && column.type != ColumnType::Boolean &&
+        column.fixedOffset + std::size_t{column.length} > version.pageSize)
+        Damaged("fixed column beyond the page");
+}
+
+IndexDefinition ReadIndex(Span bytes)
+{
+    constexpr const IndexLayout& at = kIndexJet4;
+    IndexDefinition index;
+    for (std::size_t i = 0; i < at.columnPlaces; ++i) {
+        const Span place = bytes.subspan(at.columns + i * at.columnSize, at.columnSize);
+        const std::uint16_t number = ReadU16(place, 0);
+        if (number == kNoColumn) break;
+        index.columns.push_back({number, ReadU8(place, 2) == 1});
+    }
+    index.usageMap = ReadRowPointer(bytes, at.usageMap);
+    index.root = PageNumber{ReadU32(bytes, at.root)};
+    index.flags = ReadU8(bytes, at.flags);
+    index.unique = (index.flags & kIndexUnique) != 0;
+    index.ignoreNulls = (index.flags & kIndexIgnoreNulls) != 0;
+    index.required = (index.flags & kIndexRequired) != 0;
+    return index;
+}
+
+NamedIndex ReadNamedIndex(Span bytes)
+{
+    constexpr const NamedIndexLayout& at = kNamedIndexJet4;
+    NamedIndex index;
+    index.number = ReadU32(bytes, at.number);
+    index.tree = ReadU32(bytes, at.tree);
+    index.relationKind = ReadU8(bytes, at.relationKind);
+    index.relatedIndex = ReadU32(bytes, at.relatedIndex);
+    index.relatedTable = PageNumber{ReadU32(bytes, at.relatedTable)};
+    index.cascadeUpdates = ReadU8(bytes, at.cascadeUpdates);
+    index.cascadeDeletes = ReadU8(bytes, at.cascadeDeletes);
+    index.kind = ReadU8(bytes, at.kind);
+    return index;
+}
+
+void ReadColumns(TableDefinition& table, Sections& sections, std::size_t count,
+                 const FileVersion& version)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        table.columns.push_back(ReadColumn(sections.Next(kColumnJet4.size)));
+        CheckColumn(table.columns.back(), table, version);
+    }
+    for (ColumnDefinition& column : table.columns)
+        column.name = sections.NextName();
+}
+
+void ReadIndexes(TableDefinition& table, Sections& sections, std::size_t trees, std::size_t named)
+{
+    for (std::size_t i = 0; i < trees; ++i) {
+        table.indexes.push_back(ReadIndex(sections.Next(kIndexJet4.size)));
+        table.indexes.back().statisticsOffset =
+            static_cast<std::uint32_t>(kHeader.statistics + i * kHeader.statisticsSize);
+    }
+    for (std::size_t i = 0; i < named; ++i) {
+        table.namedIndexes.push_back(ReadNamedIndex(sections.Next(kNamedIndexJet4.size)));
+        const NamedIndex& index = table.namedIndexes.back();
+        if (index.tree >= trees) Damaged("named index without tree");
+        if (index.kind != kPrimaryKey) continue;
+        table.indexes[index.tree].unique = true;
+        table.indexes[index.tree].required = true;
+    }
+    for (NamedIndex& index : table.namedIndexes)
+        index.name = sections.NextName();
+}
+
+void ReadLongValueMaps(TableDefinition& table, Sections& sections)
+{
+    constexpr const LongValueMapLayout& at = kLongValueMapJet4;
+    while (true) {
+        const std::uint16_t number = ReadU16(sections.Next(2), 0);
+        if (number == kNoColumn) return;
+        const Span maps = sections.Next(at.size - at.owned);
+        const std::optional<std::size_t> place = table.FindNumber(number);
+        if (!place) Damaged("long-value maps without column");
+        table.columns[*place].ownedPages = ReadRowPointer(maps, 0);
+        const RowId free = ReadRowPointer(maps, at.free - at.owned);
+        // An internal column keeps one value a page and no map of pages with room.
+        if (free.page != PageNumber::None) table.columns[*place].freePages = free;
+    }
+}
+
+void SortColumns(TableDefinition& table)
+{
+    // The engine's own tables have ordinal 0 throughout; there the column number decides.
+    std::sort(table.columns.begin(), table.columns.end(), [](const auto& left, const auto& right) {
+        if (left.ordinal != right.ordinal) return left.ordinal < right.ordinal;
+        return left.number < right.number;
+    });
+    std::vector<std::uint16_t> numbers;
+    for (const ColumnDefinition& column : table.columns)
+        numbers.push_back(column.number);
+    std::sort(numbers.begin(), numbers.end());
+    if (std::adjacent_find(numbers.begin(), numbers.end()) != numbers.end())
+        Damaged("two columns of one number");
+}
+
+// Where the first variable column ever made is still there, it tells which rows are older.
+std::uint16_t ColumnsBeforeVariable(const TableDefinition& table)
+{
+    for (const ColumnDefinition& column : table.columns)
+        if (!column.fixed && column.variableIndex == 0) return column.number;
+    return 0;
+}
+
+}  // namespace
+
+DefinitionPage::DefinitionPage(Span page) : page_(page)
+{
+    if (ReadU16(page, 0) != kDefinitionPage) Damaged("page of another kind");
+}
+
+PageNumber DefinitionPage::Next() const
+{
+    return PageNumber{ReadU32(page_, kHeader.next)};
+}
+
+std::uint32_t DefinitionPage::Length() const
+{
+    return ReadU32(page_, kHeader.length);
+}
+
+Span DefinitionPage::Content() const
+{
+    return page_.subspan(kHeader.pageHeader);
+}
+
+TableDefinition ReadTableDefinition(Span joined, const FileVersion& version)
+{
+    const Span bytes = Slice(joined, 0, DefinitionPage(joined).Length());
+    TableDefinition table;
+    table.rowCount = ReadU32(bytes, kHeader.rowCount);
+    table.lastAutoNumber = ReadU32(bytes, kHeader.autoNumber);
+    table.systemTable = ReadU8(bytes, kHeader.tableKind) == kSystemTableKind;
+    table.columnCounter = ReadU16(bytes, kHeader.columnCounter);
+    table.variableColumnCounter = ReadU16(bytes, kHeader.variableCounter);
+    table.ownedPages = ReadRowPointer(bytes, kHeader.ownedPages);
+    table.freePages = ReadRowPointer(bytes, kHeader.freePages);
+    const std::size_t trees = ReadU32(bytes, kHeader.indexes);
+    if (trees > bytes.size()) Damaged("more indexes than bytes");
+    Sections sections(bytes, kHeader.statistics + trees * kHeader.statisticsSize);
+    ReadColumns(table, sections, ReadU16(bytes, kHeader.columns), version);
+    ReadIndexes(table, sections, trees, ReadU32(bytes, kHeader.namedIndexes));
+    ReadLongValueMaps(table, sections);
+    SortColumns(table);
+    table.columnsBeforeVariable = ColumnsBeforeVariable(table);
+    return table;
+}
+
+}  // namespace jet::format

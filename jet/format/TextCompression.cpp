@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/format/TextCompression.h"
+
+#include "base/Text.h"
+
+#include <algorithm>
+
+namespace jet::format {
+
+namespace {
+
+constexpr std::byte kMark0{0xFF}, kMark1{0xFE};
+constexpr std::size_t kMarkSize = 2;
+constexpr std::size_t kFewestCompressed = 3, kMostCompressed = 1024;
+
+bool IsCompressed(Span bytes)
+{
+    return bytes.size() >= kMarkSize && bytes[0] == kMark0 && bytes[1] == kMark1;
+}
+
+std::u16string PlainUnits(Span bytes)
+{
+    std::u16string units;
+    units.reserve(bytes.size() / 2);
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2)
+        units.push_back(static_cast<char16_t>(ReadU16(bytes, i)));
+    return units;
+}
+
+// A zero byte switches between one and two bytes a character; the text begins with one.
+std::u16string CompressedUnits(Span bytes)
+{
+    std::u16string units;
+    units.reserve(bytes.size());
+    bool narrow = true;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (bytes[i] == std::byte{0}) {
+            narrow = !narrow;
+        } else if (narrow) {
+            units.push_back(std::to_integer<char16_t>(bytes[i]));
+        } else if (i + 1 < bytes.size()) {
+            units.push_back(static_cast<char16_t>(ReadU16(bytes, i)));
+            ++i;
+        }
+    }
+    return units;
+}
+
+// Most texts are plain ASCII: those need no way through UTF-16.
+bool IsAscii(Span bytes)
+{
+    return std::all_of(bytes.begin(), bytes.end(), [](std::byte byte) {
+        return byte != std::byte{0} && byte < std::byte{0x80};
+    });
+}
+
+bool Compressible(std::u16string_view units)
+{
+    return units.size() >= kFewestCompressed && units.size() <= kMostCompressed &&
+           std::all_of(units.begin(), units.end(),
+                       [](char16_t unit) { return unit >= 0x01 && unit <= 0xFF; });
+}
+
+}  // namespace
+
+std::string DecodeText(Span bytes)
+{
+    if (!IsCompressed(bytes)) return base::FromUtf16(PlainUnits(bytes));
+    const Span text = bytes.subspan(kMarkSize);
+    if (!IsAscii(text)) return base::FromUtf16(CompressedUnits(text));
+    std::string result(text.size(), '\0');
+    std::transform(text.begin(), text.end(), result.begin(),
+                   [](std::byte byte) { return static_cast<char>(byte); });
+    return result;
+}
+
+std::vector<std::byte> EncodeText(std::string_view text, TextForm form)
+{
+    const std::u16string units = base::ToUtf16(text);
+    std::vector<std::byte> bytes;
+    if (form == TextForm::CompressedIfShorter && Compressible(units)) {
+        bytes = {kMark0, kMark1};
+        for (const char16_t unit : units)
+            bytes.push_back(static_cast<std::byte>(unit));
+        return bytes;
+    }
+    bytes.reserve(2 * units.size());
+    for (const char16_t unit : units) {
+        bytes.push_back(static_cast<std::byte>(unit & 0xFF));
+        bytes.push_back(static_cast<std::byte>(unit >> 8));
+    }
+    return bytes;
+}
+
+}  // namespace jet::format
