@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "data/CarryOver.h"
+
+#include "app/ForEachRecord.h"
+#include "app/ResumeNext.h"
+#include "app/Shop.h"
+#include "base/Calendar.h"
+#include "base/Convert.h"
+#include "data/Tables.h"
+#include "labor/Hours.h"
+#include "labor/WriteLabor.h"
+
+#include <string>
+
+namespace lodrin {
+
+namespace {
+
+constexpr const char* kEndOfDay = "11:59 PM";
+
+bool IsFromAnotherDay(const base::Value& workDate, base::Date today)
+{
+    return workDate.IsDate() && base::DatePartOf(base::ToDate(workDate)) != today;
+}
+
+// What was worked, on which order, until the end of that day.
+void WriteJob(const ResumeNext& attempt, dao::Recordset& history, dao::Recordset& employee)
+{
+    attempt([&] { history[LDHistory::EmpID] = employee[LDEmp::EmpID.name]; });
+    attempt([&] { history[LDHistory::WorkDate] = employee[LDEmp::WorkDate.name]; });
+    attempt([&] { history[LDHistory::JobStart] = employee[LDEmp::StartJob.name]; });
+    attempt([&] { history[LDHistory::JobEnd] = kEndOfDay; });
+    attempt([&] { history[LDHistory::WONumb] = employee[LDEmp::WONumber.name]; });
+    attempt([&] { history[LDHistory::WOID] = employee[LDEmp::WOID.name]; });
+    attempt([&] { history[LDHistory::GLType] = employee[LDEmp::GLType.name]; });
+    attempt([&] {
+        history[LDHistory::Hrs] =
+            HoursBetween(history[LDHistory::JobStart], history[LDHistory::JobEnd], "##.00");
+    });
+    attempt([&] { history[LDHistory::VehDesc] = employee[LDEmp::VehDesc.name]; });
+    attempt([&] { history[LDHistory::Customer] = employee[LDEmp::Customer.name]; });
+}
+
+// Stores the pending row and stands on it; false when that failed.
+bool StoreAndStand(const ResumeNext& attempt, dao::Recordset& records)
+{
+    const auto store = [&] {
+        records.Update();
+        return true;
+    };
+    const auto stand = [&] {
+        records.SetBookmark(records.LastModified());
+        return true;
+    };
+    return attempt.Test(store, IfItFails::SkipBranch) && attempt.Test(stand, IfItFails::SkipBranch);
+}
+
+void CloseJob(const ResumeNext& attempt, Shop& shop)
+{
+    dao::Recordset& history = shop.state.history;
+    attempt([&] { history.AddNew(); });
+    WriteJob(attempt, history, shop.state.employees);
+    // What was not stored is not posted: the posting reads the record at hand, and another man's
+    // job would be charged twice.
+    if (StoreAndStand(attempt, history)) attempt([&] { WriteLabor(shop); });
+}
+
+std::string OfThatDay(dao::Recordset& employee)
+{
+    return " WHERE EmpID = " + base::TextOf(employee[LDEmp::EmpID.name]) + " AND WorkDate = #" +
+           base::TextOf(employee[LDEmp::WorkDate.name]) + "#";
+}
+
+// The day's row, or a new one.
+void EditTotals(const ResumeNext& attempt, dao::Recordset& totals, dao::Recordset& employee)
+{
+    if (attempt.Test([&] { return totals.RecordCount() > 0; }, IfItFails::TakeBranch))
+        return attempt([&] { totals.Edit(); });
+    attempt([&] { totals.AddNew(); });
+    attempt([&] { totals[LDTotals::EmpID] = employee[LDEmp::EmpID.name]; });
+    attempt([&] { totals[LDTotals::WorkDate] = employee[LDEmp::WorkDate.name]; });
+    attempt([&] { totals[LDTotals::StartDay] = employee[LDEmp::StartDay.name]; });
+}
+
+void WriteTotals(const ResumeNext& attempt, MainWindowState& state)
+{
+    dao::Recordset& employee = state.employees;
+    dao::Recordset jobs;
+    attempt([&] {
+        state.sqlText =
+            "SELECT Count(ID) as JobCt, Sum(Hrs) as JobHrs FROM LDHistory" + OfThatDay(employee);
+    });
+    attempt([&] { jobs = state.database.OpenRecordset(state.sqlText); });
+    dao::Recordset totals;
+    attempt([&] { state.sqlText = "SELECT * FROM LDTotals" + OfThatDay(employee); });
+    attempt([&] { totals = state.database.OpenRecordset(state.sqlText); });
+
+    EditTotals(attempt, totals, employee);
+    attempt([&] { totals[LDTotals::EndDay] = kEndOfDay; });
+    attempt([&] {
+        totals[LDTotals::TotHrs] =
+            HoursBetween(totals[LDTotals::StartDay], totals[LDTotals::EndDay], "###.00");
+    });
+    // The sum of no jobs is null, and stays so.
+    if (attempt.Test([&] { return jobs.RecordCount() < 1; }, IfItFails::TakeBranch)) {
+        attempt([&] { totals[LDTotals::JobCount] = 0; });
+        attempt([&] { totals[LDTotals::JobHrs] = 0; });
+    } else {
+        attempt([&] { totals[LDTotals::JobCount] = jobs["JobCt"]; });
+        attempt([&] { totals[LDTotals::JobHrs] = jobs["JobHrs"]; });
+    }
+    attempt([&] { totals.Update(); });
+}
+
+void ClearDay(const ResumeNext& attempt, dao::Recordset& employee)
+{
+    attempt([&] { employee.Edit(); });
+    attempt([&] { employee[LDEmp::VehDesc.name] = ""; });
+    attempt([&] { employee[LDEmp::Customer.name] = ""; });
+    attempt([&] { employee[LDEmp::StartDay.name] = base::Null{}; });
+    attempt([&] { employee[LDEmp::WONumber.name] = base::Null{}; });
+    attempt([&] { employee[LDEmp::WOID.name] = base::Null{}; });
+    attempt([&] { employee[LDEmp::GLType.name] = ""; });
+    attempt([&] { employee[LDEmp::StartJob.name] = base::Null{}; });
+    attempt([&] { employee[LDEmp::EndDay.name] = base::Null{}; });
+    attempt([&] { employee.Update(); });
+}
+
+void CloseForgottenDay(const ResumeNext& attempt, Shop& shop, base::Date today)
+{
+    dao::Recordset& employee = shop.state.employees;
+
+    // A working date that cannot be read closes nobody's day.
+    const auto forgotten = [&] { return IsFromAnotherDay(employee[LDEmp::WorkDate.name], today); };
+    if (!attempt.Test(forgotten, IfItFails::SkipBranch)) return;
+
+    const auto jobIsOpen = [&] { return employee[LDEmp::StartJob.name].Value().IsDate(); };
+    if (attempt.Test(jobIsOpen, IfItFails::TakeBranch)) CloseJob(attempt, shop);
+    WriteTotals(attempt, shop.state);
+    ClearDay(attempt, employee);
+}
+
+}  // namespace
+
+void CloseForgottenDays(const ResumeNext& attempt, Shop& shop)
+{
+    const base::Date today = base::DatePartOf(shop.platform.clock.Now());
+    ForEachRecord(attempt, shop.state.employees, [&] { CloseForgottenDay(attempt, shop, today); });
+}
+
+}  // namespace lodrin

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
+// CarryOver: closes the days that employees left open on an earlier date.
+#pragma once
+
+namespace lodrin {
+
+class ResumeNext;
+struct Shop;
+
+// Clocks everybody out at 11:59 PM of the day he worked last, unless that is today: his open job is
+// recorded and posted, his totals are written, and his day is cleared.
+//
+// Rule: a working date before today is all that counts. It stays on the row, so the totals of that
+//       day are written once more at every start until he comes back, with the same figures.
+void CloseForgottenDays(const ResumeNext& attempt, Shop& shop);
+
+}  // namespace lodrin
