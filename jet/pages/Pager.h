@@ -6,6 +6,7 @@
 #include "jet/format/FileVersion.h"
 #include "jet/format/PageNumber.h"
 #include "jet/io/File.h"
+#include "jet/pages/Journal.h"
 
 #include <memory>
 #include <string>
@@ -54,8 +55,15 @@ public:
     // Errors: 3343 when there is no such page, 3043.
     [[nodiscard]] Page Read(PageNumber page) const;
 
-    // Counts committed write sets; a scan that remembers it knows whether the file changed since.
+    // Counts what may have changed pages: our committed write sets and those of others that we
+    // noticed.
     [[nodiscard]] std::uint64_t ChangeCount() const;
+
+    // Notices what others wrote since: their pages are read afresh from here on.
+    void Refresh();
+
+    // What the opening did with a journal it found.
+    [[nodiscard]] Recovery RecoveredAtOpen() const;
 
 private:
     friend class WriteSet;

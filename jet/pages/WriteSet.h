@@ -30,6 +30,9 @@ public:
     // A zeroed page of this set, taken out of the file's map of free pages; the file grows when
     // there is none. Errors: 3049-family when the file would pass 2 GB.
     [[nodiscard]] PageNumber Allocate();
+    // A zeroed page behind the end of the file, whatever the map of free pages says; for the map
+    // itself.
+    [[nodiscard]] PageNumber AppendPage();
     // Gives a page back to the map of free pages.
     void Free(PageNumber page);
 
@@ -39,8 +42,9 @@ public:
 
     [[nodiscard]] Pager& Of() const;
 
-private:
     struct State;
+
+private:
     std::unique_ptr<State> state_;
 };
 

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/format/DataPage.h"
+
+#include "base/NumberedError.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cstring>
+#include <string>
+
+namespace jet::format {
+
+namespace {
+
+constexpr std::uint16_t kKindBits = 0xC000;
+constexpr std::uint16_t kOffsetBits = 0x1FFF;
+constexpr DataPageLayout kLayout = kDataPageJet4;
+
+[[noreturn]] void Damaged(const std::string& what)
+{
+    throw base::NumberedError(3343).At("data page: " + what);
+}
+
+std::size_t SlotAt(std::uint16_t slot)
+{
+    return kLayout.slots + std::size_t{2} * slot;
+}
+
+std::uint16_t Word(Span page, std::uint16_t slot)
+{
+    return ReadU16(page, SlotAt(slot));
+}
+
+void UpdateFreeBytes(MutableSpan page)
+{
+    const std::uint16_t count = ReadU16(page, kLayout.slotCount);
+    const std::size_t end =
+        count == 0 ? page.size()
+                   : std::size_t{Word(page, static_cast<std::uint16_t>(count - 1))} & kOffsetBits;
+    WriteU16(page, kLayout.freeBytes, static_cast<std::uint16_t>(end - SlotAt(count)));
+}
+
+}  // namespace
+
+DataPage::DataPage(Span page) : page_(page), slotCount_(ReadU16(page, kLayout.slotCount))
+{
+    if (ReadU8(page, 0) != kDataPageType) Damaged("type " + std::to_string(ReadU8(page, 0)));
+    if (slotCount_ > kSlotLimit + 1 || SlotAt(slotCount_) > page.size()) Damaged("too many slots");
+}
+
+SlotKind DataPage::Kind(std::uint16_t slot) const
+{
+    if (slot >= slotCount_) Damaged("no slot " + std::to_string(slot));
+    return static_cast<SlotKind>(Word(page_, slot) & kKindBits);
+}
+
+std::size_t DataPage::Start(std::uint16_t slot) const
+{
+    if (slot >= slotCount_) Damaged("no slot " + std::to_string(slot));
+    return Word(page_, slot) & kOffsetBits;
+}
+
+std::size_t DataPage::End(std::uint16_t slot) const
+{
+    return slot == 0 ? page_.size() : Start(static_cast<std::uint16_t>(slot - 1));
+}
+
+Span DataPage::Row(std::uint16_t slot) const
+{
+    const std::size_t start = Start(slot);
+    const std::size_t end = End(slot);
+    if (start > end || end > page_.size() || start < SlotAt(slotCount_)) {
+        Damaged("slot " + std::to_string(slot) + " outside the page");
+    }
+    return page_.subspan(start, end - start);
+}
+
+bool DataPage::Empty() const
+{
+    for (std::uint16_t slot = 0; slot < slotCount_; ++slot) {
+        if (Kind(slot) != SlotKind::Deleted) return false;
+    }
+    return true;
+}
+
+bool DataPage::Fits(std::size_t length) const
+{
+    return slotCount_ < kSlotLimit && length + 2 <= FreeBytes();
+}
+
+void FormatDataPage(MutableSpan page, std::uint32_t owner)
+{
+    std::fill(page.begin(), page.end(), std::byte{0});
+    WriteU8(page, 0, kDataPageType);
+    WriteU8(page, 1, 1);
+    WriteU32(page, kLayout.owner, owner);
+    UpdateFreeBytes(page);
+}
+
+std::uint16_t AppendRow(MutableSpan page, Span row, SlotKind kind)
+{
+    assert(DataPage(page).Fits(row.size()));
+    const std::uint16_t slot = ReadU16(page, kLayout.slotCount);
+    const std::size_t end =
+        slot == 0 ? page.size()
+                  : std::size_t{Word(page, static_cast<std::uint16_t>(slot - 1))} & kOffsetBits;
+    const std::size_t start = end - row.size();
+    if (!row.empty()) std::memcpy(page.data() + start, row.data(), row.size());
+    WriteU16(page, SlotAt(slot),
+             static_cast<std::uint16_t>(start | static_cast<std::uint16_t>(kind)));
+    WriteU16(page, kLayout.slotCount, static_cast<std::uint16_t>(slot + 1));
+    UpdateFreeBytes(page);
+    return slot;
+}
+
+void ResizeRow(MutableSpan page, std::uint16_t slot, std::size_t length)
+{
+    const DataPage view(page);
+    const Span row = view.Row(slot);
+    const auto start = static_cast<std::size_t>(row.data() - page.data());
+    const std::size_t last = view.SlotCount() - 1U;
+    const std::size_t lowest = Word(page, static_cast<std::uint16_t>(last)) & kOffsetBits;
+    assert(length <= row.size() + view.FreeBytes());
+
+    // Bytes to keep move towards the page's end by `shift` (or away from it when the row grows).
+    const std::ptrdiff_t shift =
+        static_cast<std::ptrdiff_t>(row.size()) - static_cast<std::ptrdiff_t>(length);
+    const std::size_t kept = std::min(length, row.size());
+    std::memmove(page.data() + static_cast<std::ptrdiff_t>(lowest) + shift, page.data() + lowest,
+                 start + kept - lowest);
+    if (shift < 0) {
+        std::memset(page.data() + static_cast<std::ptrdiff_t>(start + kept) + shift, 0,
+                    length - kept);
+    }
+    for (std::size_t i = slot; i <= last; ++i) {
+        const auto index = static_cast<std::uint16_t>(i);
+        const std::uint16_t word = Word(page, index);
+        const auto moved =
+            static_cast<std::uint16_t>(static_cast<std::ptrdiff_t>(word & kOffsetBits) + shift);
+        WriteU16(page, SlotAt(index), static_cast<std::uint16_t>(moved | (word & kKindBits)));
+    }
+    UpdateFreeBytes(page);
+}
+
+MutableSpan RowBytes(MutableSpan page, std::uint16_t slot)
+{
+    const Span row = DataPage(page).Row(slot);
+    return page.subspan(static_cast<std::size_t>(row.data() - page.data()), row.size());
+}
+
+void SetSlotKind(MutableSpan page, std::uint16_t slot, SlotKind kind)
+{
+    const std::uint16_t word = Word(page, slot);
+    WriteU16(page, SlotAt(slot),
+             static_cast<std::uint16_t>((word & kOffsetBits) | static_cast<std::uint16_t>(kind)));
+}
+
+void DeleteRow(MutableSpan page, std::uint16_t slot)
+{
+    ResizeRow(page, slot, 0);
+    SetSlotKind(page, slot, SlotKind::Deleted);
+}
+
+}  // namespace jet::format

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: Apache-2.0
+// DataPage: a page of slots with rows, packed from the page's end downwards.
+#pragma once
+
+#include "jet/format/Bytes.h"
+#include "jet/format/PageNumber.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace jet::format {
+
+// Where a data page keeps its parts.                        docs/format/data-page.md
+//
+//   part        width   meaning
+//   freeBytes   2       bytes between the slot table and the last row
+//   owner       4       table definition that owns the rows; "LVAL" for long values; 0 for usage
+//   maps slotCount   2       slots, deleted ones included slots       2 each  offset of each row;
+//   the top two bits are flags
+struct DataPageLayout {
+    std::size_t freeBytes, owner, slotCount, slots;
+};
+inline constexpr DataPageLayout kDataPageJet4{
+    .freeBytes = 0x02, .owner = 0x04, .slotCount = 0x0C, .slots = 0x0E};
+
+inline constexpr std::uint8_t kDataPageType = 0x01;
+inline constexpr std::uint8_t kFreedDataPageType = 0x09;
+inline constexpr std::uint32_t kLongValueOwner = 0x4C41564C;  // "LVAL"
+inline constexpr std::size_t kSlotLimit = 255;                // a slot number has eight bits
+
+enum class SlotKind : std::uint16_t {
+    Row = 0x0000,
+    Pointer = 0x4000,  // the row moved: its first four bytes tell where
+    Moved = 0x8000,    // reached only through its pointer
+    Deleted = 0xC000,
+};
+
+// A view. Requires: `page` is one whole page and outlives the view.
+// Errors: 3343 when the page is of another kind or contradicts itself.
+class DataPage {
+public:
+    explicit DataPage(Span page);
+
+    [[nodiscard]] std::uint32_t Owner() const { return ReadU32(page_, kDataPageJet4.owner); }
+    [[nodiscard]] std::uint16_t FreeBytes() const
+    {
+        return ReadU16(page_, kDataPageJet4.freeBytes);
+    }
+    [[nodiscard]] std::uint16_t SlotCount() const { return slotCount_; }
+    [[nodiscard]] SlotKind Kind(std::uint16_t slot) const;
+    // The bytes of a slot, whatever its kind.
+    [[nodiscard]] Span Row(std::uint16_t slot) const;
+    // Whether no slot holds a row, a pointer or a moved row.
+    [[nodiscard]] bool Empty() const;
+    // Whether one more row of `length` bytes has room.
+    [[nodiscard]] bool Fits(std::size_t length) const;
+
+private:
+    [[nodiscard]] std::size_t Start(std::uint16_t slot) const;
+    [[nodiscard]] std::size_t End(std::uint16_t slot) const;
+
+    Span page_;
+    std::uint16_t slotCount_;
+};
+
+// Makes `page` an empty data page.
+void FormatDataPage(MutableSpan page, std::uint32_t owner);
+// Adds a row in a new slot. Requires: DataPage::Fits. Returns the slot.
+std::uint16_t AppendRow(MutableSpan page, Span row, SlotKind kind = SlotKind::Row);
+// Gives a slot another length; rows of higher slots move. The bytes kept are the first ones.
+// Requires: growth fits into the free bytes.
+void ResizeRow(MutableSpan page, std::uint16_t slot, std::size_t length);
+// The bytes of a slot, to be changed in place.
+[[nodiscard]] MutableSpan RowBytes(MutableSpan page, std::uint16_t slot);
+void SetSlotKind(MutableSpan page, std::uint16_t slot, SlotKind kind);
+// Marks a slot deleted and closes the gap.
+void DeleteRow(MutableSpan page, std::uint16_t slot);
+
+}  // namespace jet::format

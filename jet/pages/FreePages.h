@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+// FreePages: the file's map of free pages, on page 1.
+#pragma once
+
+#include "jet/pages/WriteSet.h"
+
+namespace jet::pages {
+
+// Takes the lowest free page out of the map; when every page of the file is in use, the file grows.
+// Errors: 3343 when the map lies, 3049 at the limit of 2 GB.
+[[nodiscard]] PageNumber TakeFreePage(WriteSet& changes);
+
+// Rule: a page that is free already is damage: 3343.
+void GiveFreePage(WriteSet& changes, PageNumber page);
+
+[[nodiscard]] bool IsFreePage(const Pager& pager, PageNumber page);
+
+}  // namespace jet::pages

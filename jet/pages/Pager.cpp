@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/pages/Pager.h"
+
+#include "base/NumberedError.h"
+#include "jet/format/DataPage.h"
+#include "jet/format/HeaderPage.h"
+#include "jet/pages/PagerState.h"
+
+#include <chrono>
+
+namespace jet::pages {
+
+namespace {
+
+// Days since 1899-12-30, in universal time: when a file was made matters to nobody's pay.
+double Now()
+{
+    const auto since1970 = std::chrono::system_clock::now().time_since_epoch();
+    return 25569.0 + std::chrono::duration<double, std::ratio<86400>>(since1970).count();
+}
+
+// Page 1 of a new file: the map of free pages (all behind the first two), and an empty second map.
+PageBytes MakeMapPage(const format::FileVersion& version)
+{
+    PageBytes page(version.pageSize);
+    format::FormatDataPage(page, 1);
+    std::vector<std::byte> map(69);
+    format::AppendRow(page, map);
+    std::fill(map.begin() + 5, map.end(), std::byte{0xFF});
+    map[5] = std::byte{0xFC};
+    std::vector<std::byte> second(69);
+    const format::MutableSpan first = format::RowBytes(page, 0);
+    std::copy(map.begin(), map.end(), first.begin());
+    format::AppendRow(page, second);
+    return page;
+}
+
+void RequireWholePages(std::uint64_t size, std::size_t pageSize)
+{
+    if (size < 2 * pageSize) throw base::NumberedError(3343).At("shorter than two pages");
+}
+
+}  // namespace
+
+void PageCache::Put(PageNumber page, std::shared_ptr<const PageBytes> bytes)
+{
+    const std::size_t index = Raw(page);
+    if (index >= pages_.size()) pages_.resize(index + index / 4 + 64);
+    if (!pages_[index].bytes) {
+        if (count_ >= limit_) MakeRoom();
+        ++count_;
+    }
+    pages_[index] = {std::move(bytes), true};
+}
+
+void PageCache::Clear()
+{
+    pages_.clear();
+    count_ = 0;
+}
+
+void PageCache::MakeRoom()
+{
+    while (true) {
+        if (hand_ >= pages_.size()) hand_ = 0;
+        Slot& slot = pages_[hand_++];
+        if (!slot.bytes) continue;
+        if (!slot.used) {
+            slot.bytes.reset();
+            --count_;
+            return;
+        }
+        slot.used = false;
+    }
+}
+
+PageBytes Pager::State::Load(PageNumber page) const
+{
+    PageBytes bytes(version.pageSize);
+    file->Read(std::uint64_t{Raw(page)} * version.pageSize, bytes);
+    return bytes;
+}
+
+void Pager::State::Store(PageNumber page, const PageBytes& bytes)
+{
+    file->Write(std::uint64_t{Raw(page)} * version.pageSize, bytes);
+}
+
+std::array<std::byte, 512> Pager::State::CommitWords() const
+{
+    std::array<std::byte, 512> words{};
+    file->Read(format::kHeaderPageJet4.commitWords, words);
+    return words;
+}
+
+void Pager::State::CountCommit()
+{
+    commitWords = CommitWords();
+    const std::uint16_t last = format::ReadU16(commitWords, 0);
+    // Values below 0x0100 have a meaning of their own.
+    format::WriteU16(commitWords, 0,
+                     last < 0x0100 || last == 0xFFFF ? 0x0100
+                                                     : static_cast<std::uint16_t>(last + 1));
+    file->Write(format::kHeaderPageJet4.commitWords, std::span(commitWords).first(2));
+}
+
+std::shared_ptr<Pager> Pager::Open(io::FileSystem& files, const std::string& path,
+                                   io::OpenMode mode)
+{
+    auto state = std::make_unique<State>(files, files.Canonical(path), format::kJet4);
+    state->readOnly = mode == io::OpenMode::ReadOnly;
+    state->file = files.Open(path, mode);
+    const std::size_t pageSize = state->version.pageSize;
+    PageBytes page(
+        static_cast<std::size_t>(std::min<std::uint64_t>(state->file->Size(), pageSize)));
+    state->file->Read(0, page);
+    const format::HeaderPage header = format::ReadHeaderPage(page);
+    if (header.passwordSet) throw base::NumberedError(3031);
+    if (header.encodingKey != 0)
+        throw base::NumberedError(3343).At("page 0: the pages are encoded");
+
+    if (!state->readOnly) state->recovered = state->journal.Recover(*state->file, pageSize);
+    RequireWholePages(state->file->Size(), pageSize);
+    state->pageCount = static_cast<std::uint32_t>(state->file->Size() / pageSize);
+    state->commitWords = state->CommitWords();
+    return std::shared_ptr<Pager>(new Pager(std::move(state)));
+}
+
+std::shared_ptr<Pager> Pager::Create(io::FileSystem& files, const std::string& path,
+                                     const format::FileVersion& version)
+{
+    {
+        const std::unique_ptr<io::File> file = files.Create(path);
+        file->Write(0, format::MakeHeaderPage(version, Now()));
+        file->Write(version.pageSize, MakeMapPage(version));
+        file->Flush();
+    }
+    return Open(files, path, io::OpenMode::ReadWrite);
+}
+
+Pager::Pager(std::unique_ptr<State> state) : state_(std::move(state)) {}
+Pager::~Pager() = default;
+
+const format::FileVersion& Pager::Version() const
+{
+    return state_->version;
+}
+
+const std::string& Pager::Path() const
+{
+    return state_->path;
+}
+
+bool Pager::ReadOnly() const
+{
+    return state_->readOnly;
+}
+
+std::uint32_t Pager::PageCount() const
+{
+    return state_->openSet != nullptr ? state_->openSet->pageCount : state_->pageCount;
+}
+
+Page Pager::Read(PageNumber page) const
+{
+    if (state_->openSet != nullptr) {
+        const auto found = state_->openSet->changed.find(page);
+        if (found != state_->openSet->changed.end()) return Page(found->second);
+    }
+    if (const auto* kept = state_->cache.Find(page)) return Page(*kept);
+    if (Raw(page) >= state_->pageCount) {
+        throw base::NumberedError(3343).At("no page " + std::to_string(Raw(page)));
+    }
+    auto loaded = std::make_shared<const PageBytes>(state_->Load(page));
+    state_->cache.Put(page, loaded);
+    return Page(std::move(loaded));
+}
+
+std::uint64_t Pager::ChangeCount() const
+{
+    return state_->changeCount;
+}
+
+void Pager::Refresh()
+{
+    const auto words = state_->CommitWords();
+    const auto pageCount =
+        static_cast<std::uint32_t>(state_->file->Size() / state_->version.pageSize);
+    if (words == state_->commitWords && pageCount == state_->pageCount) return;
+    state_->commitWords = words;
+    state_->pageCount = pageCount;
+    state_->cache.Clear();
+    ++state_->changeCount;
+}
+
+Recovery Pager::RecoveredAtOpen() const
+{
+    return state_->recovered;
+}
+
+}  // namespace jet::pages

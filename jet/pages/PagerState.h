@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+// PagerState: what Pager and WriteSet share: the open file, its journal and the pages kept in
+// memory.
+#pragma once
+
+#include "jet/pages/Pager.h"
+#include "jet/pages/WriteSet.h"
+
+#include <array>
+#include <map>
+#include <vector>
+
+namespace jet::pages {
+
+using PageBytes = std::vector<std::byte>;
+
+// Pages kept in memory, by number; when there are too many, those that were not asked for longest
+// go (second chance).
+class PageCache {
+public:
+    explicit PageCache(std::size_t limit) : limit_(limit) {}
+
+    [[nodiscard]] const std::shared_ptr<const PageBytes>* Find(PageNumber page)
+    {
+        const std::uint32_t index = Raw(page);
+        if (index >= pages_.size() || !pages_[index].bytes) return nullptr;
+        pages_[index].used = true;
+        return &pages_[index].bytes;
+    }
+    void Put(PageNumber page, std::shared_ptr<const PageBytes> bytes);
+    void Clear();
+    [[nodiscard]] std::size_t Size() const { return count_; }
+
+private:
+    struct Slot {
+        std::shared_ptr<const PageBytes> bytes;
+        bool used = false;
+    };
+    void MakeRoom();
+
+    std::size_t limit_;
+    std::size_t count_ = 0;
+    std::size_t hand_ = 0;
+    std::vector<Slot> pages_;
+};
+
+// Units: pages kept in memory, 256 MB of Jet 4 pages.
+inline constexpr std::size_t kCachedPages = 65536;
+
+struct Pager::State {
+    State(io::FileSystem& files, std::string databasePath, const format::FileVersion& fileVersion)
+        : path(std::move(databasePath)), version(fileVersion), journal(files, path)
+    {
+    }
+
+    // The one place where a page comes from the file and goes to it.
+    [[nodiscard]] PageBytes Load(PageNumber page) const;
+    void Store(PageNumber page, const PageBytes& bytes);
+    [[nodiscard]] std::array<std::byte, 512> CommitWords() const;
+    // Tells others that we wrote: the next value of our own commit word, two bytes in place.
+    void CountCommit();
+
+    std::string path;
+    const format::FileVersion& version;
+    std::unique_ptr<io::File> file;
+    bool readOnly = false;
+    Journal journal;
+    Recovery recovered = Recovery::Nothing;
+    std::uint32_t pageCount = 0;
+    std::uint64_t changeCount = 0;
+    std::array<std::byte, 512> commitWords{};
+    mutable PageCache cache{kCachedPages};
+    WriteSet::State* openSet = nullptr;
+};
+
+struct WriteSet::State {
+    explicit State(Pager& owner) : pager(owner) {}
+
+    Pager& pager;
+    std::map<PageNumber, std::shared_ptr<PageBytes>> changed;
+    std::uint32_t pageCount = 0;
+    bool freed = false;
+};
+
+}  // namespace jet::pages

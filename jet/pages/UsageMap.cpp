@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/pages/UsageMap.h"
+
+#include "base/NumberedError.h"
+#include "jet/format/DataPage.h"
+#include "jet/pages/MapRow.h"
+
+#include <algorithm>
+
+namespace jet::pages {
+
+namespace {
+
+// Calls `each` with base + bit for every set bit, in ascending order.
+template <class Each>
+void ForEachBit(format::Span bitmap, std::uint32_t base, Each each)
+{
+    for (std::size_t i = 0; i < bitmap.size(); ++i) {
+        const auto byte = std::to_integer<std::uint32_t>(bitmap[i]);
+        if (byte == 0) continue;
+        for (std::uint32_t bit = 0; bit < 8; ++bit) {
+            if ((byte >> bit & 1U) != 0)
+                each(PageNumber{base + static_cast<std::uint32_t>(8 * i) + bit});
+        }
+    }
+}
+
+template <class Each>
+void ForEachPage(const Pager& pager, format::RowId where, Each each)
+{
+    const Page home = pager.Read(where.page);
+    const format::Span row = MapBytes(home, where);
+    if (FormOf(row) == MapForm::Inline) {
+        ForEachBit(row.subspan(kMapHead), format::ReadU32(row, 1), each);
+        return;
+    }
+    const std::uint32_t perBitmap = PagesPerBitmap(pager.Version().pageSize);
+    for (std::uint32_t i = 0; 1 + 4 * (std::size_t{i} + 1) <= row.size(); ++i) {
+        const PageNumber bitmapPage{format::ReadU32(row, 1 + std::size_t{4} * i)};
+        if (bitmapPage == PageNumber::None) continue;
+        const Page page = pager.Read(bitmapPage);
+        ForEachBit(BitmapOf(page), i * perBitmap, each);
+    }
+}
+
+// Adds to an inline map in the ways that keep it inline; false when it cannot be kept.
+bool AddInline(WriteSet& changes, format::RowId where, PageNumber page)
+{
+    const format::MutableSpan home = changes.Change(where.page);
+    format::MutableSpan row = format::RowBytes(home, where.slot);
+    const format::Span bitmap = format::Span(row).subspan(kMapHead);
+    if (std::all_of(bitmap.begin(), bitmap.end(), [](std::byte b) { return b == std::byte{0}; })) {
+        format::WriteU32(row, 1, Raw(page) & ~7U);
+    }
+    const std::uint32_t start = format::ReadU32(row, 1);
+    if (Raw(page) < start) return false;
+    const std::size_t bit = Raw(page) - start;
+    const std::size_t bits = 8 * bitmap.size();
+    if (bit >= bits) {
+        const std::size_t growth = 4 * ((bit - bits) / 32 + 1);
+        if (growth > format::DataPage(home).FreeBytes()) return false;
+        format::ResizeRow(home, where.slot, row.size() + growth);
+        row = format::RowBytes(home, where.slot);
+    }
+    SetBit(row.subspan(kMapHead), bit, true);
+    return true;
+}
+
+void AddToBitmapPage(WriteSet& changes, format::RowId where, PageNumber page)
+{
+    const std::size_t pageSize = changes.Of().Version().pageSize;
+    const std::uint32_t perBitmap = PagesPerBitmap(pageSize);
+    PageNumber bitmapPage =
+        BitmapPageOf(format::RowBytes(changes.Change(where.page), where.slot), page, pageSize);
+    if (bitmapPage == PageNumber::None) {
+        bitmapPage = changes.Allocate();
+        format::WriteU32(changes.Change(bitmapPage), 0, 0x0105);
+        const format::MutableSpan row = format::RowBytes(changes.Change(where.page), where.slot);
+        format::WriteU32(row, 1 + std::size_t{4} * (Raw(page) / perBitmap), Raw(bitmapPage));
+    }
+    SetBit(changes.Change(bitmapPage).subspan(kBitmapPageHead), Raw(page) % perBitmap, true);
+}
+
+// The members go to bitmap pages. Never converted back.
+void ConvertToReference(WriteSet& changes, format::RowId where,
+                        const std::vector<PageNumber>& members)
+{
+    const format::MutableSpan row = format::RowBytes(changes.Change(where.page), where.slot);
+    std::fill(row.begin(), row.end(), std::byte{0});
+    row[0] = std::byte{1};
+    for (const PageNumber member : members)
+        AddToBitmapPage(changes, where, member);
+}
+
+}  // namespace
+
+bool UsageMap::Contains(PageNumber page) const
+{
+    const Page home = pager_.Read(where_.page);
+    const format::Span row = MapBytes(home, where_);
+    if (FormOf(row) == MapForm::Inline) {
+        const std::uint32_t start = format::ReadU32(row, 1);
+        if (Raw(page) < start) return false;
+        const std::size_t bit = Raw(page) - start;
+        return bit < 8 * (row.size() - kMapHead) && TestBit(row.subspan(kMapHead), bit);
+    }
+    const std::size_t pageSize = pager_.Version().pageSize;
+    if (1 + 4 * (std::size_t{Raw(page)} / PagesPerBitmap(pageSize) + 1) > row.size()) return false;
+    const PageNumber bitmapPage = BitmapPageOf(row, page, pageSize);
+    if (bitmapPage == PageNumber::None) return false;
+    const Page bitmap = pager_.Read(bitmapPage);
+    return TestBit(BitmapOf(bitmap), Raw(page) % PagesPerBitmap(pageSize));
+}
+
+std::vector<PageNumber> UsageMap::Pages() const
+{
+    std::vector<PageNumber> pages;
+    ForEachPage(pager_, where_, [&](PageNumber page) { pages.push_back(page); });
+    return pages;
+}
+
+PageNumber UsageMap::Last() const
+{
+    PageNumber last = PageNumber::None;
+    ForEachPage(pager_, where_, [&](PageNumber page) { last = page; });
+    return last;
+}
+
+void UsageMap::Add(WriteSet& changes, PageNumber page)
+{
+    const Page home = pager_.Read(where_.page);
+    if (FormOf(MapBytes(home, where_)) == MapForm::Inline) {
+        if (AddInline(changes, where_, page)) return;
+        ConvertToReference(changes, where_, Pages());
+    }
+    AddToBitmapPage(changes, where_, page);
+}
+
+void UsageMap::Remove(WriteSet& changes, PageNumber page)
+{
+    if (!Contains(page)) return;
+    const format::MutableSpan row = format::RowBytes(changes.Change(where_.page), where_.slot);
+    if (FormOf(row) == MapForm::Inline) {
+        SetBit(row.subspan(kMapHead), Raw(page) - format::ReadU32(row, 1), false);
+        return;
+    }
+    const std::size_t pageSize = pager_.Version().pageSize;
+    const PageNumber bitmapPage = BitmapPageOf(row, page, pageSize);
+    SetBit(changes.Change(bitmapPage).subspan(kBitmapPageHead),
+           Raw(page) % PagesPerBitmap(pageSize), false);
+}
+
+format::RowId UsageMap::Make(WriteSet& changes, PageNumber page)
+{
+    const std::vector<std::byte> row(kNewMapRow);
+    return {page, format::AppendRow(changes.Change(page), row)};
+}
+
+}  // namespace jet::pages

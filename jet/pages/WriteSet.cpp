@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/pages/WriteSet.h"
+
+#include "base/NumberedError.h"
+#include "jet/format/DataPage.h"
+#include "jet/pages/FreePages.h"
+#include "jet/pages/PagerState.h"
+
+#include <algorithm>
+#include <cassert>
+
+namespace jet::pages {
+
+namespace {
+
+// The format's limit of 2 GB.
+constexpr std::uint64_t kFileLimit = std::uint64_t{1} << 31;
+
+enum class WriteOrder {
+    MapsThatTakePages,
+    LongValues,
+    Rows,
+    Indexes,
+    Definitions,
+    MapsThatGivePages
+};
+
+bool IsUsageMap(PageNumber page, format::Span bytes)
+{
+    constexpr std::uint8_t bitmapPage = 5;
+    const std::uint8_t type = format::ReadU8(bytes, 0);
+    if (Raw(page) == 1 || type == bitmapPage) return true;
+    return type == format::kDataPageType &&
+           format::ReadU32(bytes, format::kDataPageJet4.owner) == 0;
+}
+
+// A thing is written before what refers to it, for readers that know no journal.
+WriteOrder OrderOf(PageNumber page, format::Span bytes, bool freed)
+{
+    if (IsUsageMap(page, bytes))
+        return freed ? WriteOrder::MapsThatGivePages : WriteOrder::MapsThatTakePages;
+    switch (format::ReadU8(bytes, 0)) {
+    case 2:
+        return WriteOrder::Definitions;
+    case 3:
+    case 4:
+        return WriteOrder::Indexes;
+    default:
+        break;
+    }
+    return format::ReadU32(bytes, format::kDataPageJet4.owner) == format::kLongValueOwner
+               ? WriteOrder::LongValues
+               : WriteOrder::Rows;
+}
+
+}  // namespace
+
+WriteSet::WriteSet(Pager& pager) : state_(std::make_unique<State>(pager))
+{
+    Pager::State& file = *pager.state_;
+    if (file.readOnly) throw base::NumberedError(3027);
+    assert(file.openSet == nullptr);
+    pager.Refresh();
+    state_->pageCount = file.pageCount;
+    file.openSet = state_.get();
+}
+
+WriteSet::~WriteSet()
+{
+    Pager::State& file = *state_->pager.state_;
+    if (file.openSet == state_.get()) file.openSet = nullptr;
+}
+
+format::MutableSpan WriteSet::Change(PageNumber page)
+{
+    const auto found = state_->changed.find(page);
+    if (found != state_->changed.end()) return *found->second;
+    const Page stored = state_->pager.Read(page);
+    const auto own = std::make_shared<PageBytes>(stored.Bytes().begin(), stored.Bytes().end());
+    state_->changed[page] = own;
+    return *own;
+}
+
+PageNumber WriteSet::Allocate()
+{
+    const PageNumber page = TakeFreePage(*this);
+    state_->changed[page] = std::make_shared<PageBytes>(state_->pager.Version().pageSize);
+    return page;
+}
+
+PageNumber WriteSet::AppendPage()
+{
+    const PageNumber page{state_->pageCount};
+    const std::size_t pageSize = state_->pager.Version().pageSize;
+    if ((std::uint64_t{Raw(page)} + 1) * pageSize > kFileLimit) {
+        throw base::NumberedError(3049, {state_->pager.Path()}).At("the file would pass 2 GB");
+    }
+    ++state_->pageCount;
+    state_->changed[page] = std::make_shared<PageBytes>(pageSize);
+    return page;
+}
+
+void WriteSet::Free(PageNumber page)
+{
+    GiveFreePage(*this, page);
+    state_->freed = true;
+}
+
+Pager& WriteSet::Of() const
+{
+    return state_->pager;
+}
+
+void WriteSet::Commit()
+{
+    Pager::State& file = *state_->pager.state_;
+    std::vector<std::pair<PageNumber, std::shared_ptr<PageBytes>>> pages(state_->changed.begin(),
+                                                                         state_->changed.end());
+    std::stable_sort(pages.begin(), pages.end(), [this](const auto& left, const auto& right) {
+        return OrderOf(left.first, *left.second, state_->freed) <
+               OrderOf(right.first, *right.second, state_->freed);
+    });
+    std::vector<JournalEntry> former;
+    for (const auto& [page, bytes] : pages) {
+        if (Raw(page) < file.pageCount) former.push_back({page, file.Load(page), *bytes});
+    }
+    const std::size_t pageSize = file.version.pageSize;
+    const std::uint64_t sizeBefore = std::uint64_t{file.pageCount} * pageSize;
+    try {
+        file.journal.Begin(former, sizeBefore, pageSize);
+        for (const auto& [page, bytes] : pages)
+            file.Store(page, *bytes);
+        file.CountCommit();
+        file.file->Flush();
+        file.journal.End();
+    } catch (const base::NumberedError&) {
+        // Undone at once when the disk lets us, otherwise by the next opener.
+        file.cache.Clear();
+        try {
+            file.journal.Recover(*file.file, pageSize);
+        } catch (const base::NumberedError&) {
+        }
+        throw;
+    }
+    for (auto& [page, bytes] : pages)
+        file.cache.Put(page, std::move(bytes));
+    file.pageCount = state_->pageCount;
+    ++file.changeCount;
+    file.openSet = nullptr;
+    state_->changed.clear();
+}
+
+}  // namespace jet::pages
