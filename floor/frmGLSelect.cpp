@@ -6,6 +6,7 @@
 #include "app/Shop.h"
 #include "base/Convert.h"
 #include "base/Text.h"
+#include "data/Kelvaro.h"
 #include "data/Tables.h"
 
 #include <string>
@@ -23,12 +24,6 @@ constexpr const char* kHelp = "Select the desired Labor Type and Department for 
 constexpr const char* kBetweenCodeAndText = " ";
 
 using IfItFails::TakeBranch;
-
-dao::Database OpenManagementDatabase(Shop& shop)
-{
-    return shop.engine.DefaultWorkspace().OpenDatabase(
-        shop.platform.paths.ToHost(shop.values.DataPath + "\\Kelvaro.mdb"));
-}
 
 void OpenSet(const ResumeNext& attempt, Shop& shop, dao::Database& database,
              dao::Recordset& records, const char* sql)
@@ -68,7 +63,7 @@ void ListLaborTypes(const ResumeNext& attempt, Shop& shop, dao::Database& manage
         return;
     }
     dao::Recordset accounts;
-    attempt([&] { management = OpenManagementDatabase(shop); });
+    attempt([&] { management = OpenKelvaro(shop); });
     OpenSet(attempt, shop, management, accounts, kLaborAccounts);
     if (HasRecords(attempt, accounts))
         ListLaborTypes(attempt, accounts, GenLedger::GLCode, GenLedger::GLDescription, list);
@@ -118,7 +113,7 @@ void frmGLSelect::Form_Load(Shop& shop)
     SelectFirst(attempt, lstGLCodes);
 
     // Departments in shop order; the first is proposed.
-    attempt([&] { management = OpenManagementDatabase(shop); });
+    attempt([&] { management = OpenKelvaro(shop); });
     OpenSet(attempt, shop, management, departments, kDepartmentsByPlace);
     ListDepartments(attempt, departments, lstDepartments);
     if (lstDepartments.ListCount() > 0) SelectFirst(attempt, lstDepartments);
@@ -126,7 +121,7 @@ void frmGLSelect::Form_Load(Shop& shop)
     attempt([&] { management.Close(); });
 
     // Progress texts.
-    attempt([&] { management = OpenManagementDatabase(shop); });
+    attempt([&] { management = OpenKelvaro(shop); });
     OpenSet(attempt, shop, management, progress, kProgressTexts);
     ListProgress(attempt, progress, lstProgress);
     if (lstProgress.ListCount() > 0) SelectFirst(attempt, lstProgress);

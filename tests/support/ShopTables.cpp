@@ -3,7 +3,7 @@
 
 #include "base/Calendar.h"
 #include "base/Text.h"
-#include "data/Tables.h"
+#include "data/Schema.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -16,7 +16,7 @@ using dao::FieldDef;
 using dao::FieldType;
 using dao::TableDef;
 
-FieldDef Number(std::string_view name, FieldType type = FieldType::Long)
+FieldDef Number(std::string_view name, FieldType type)
 {
     FieldDef field = TableDef::CreateField(name, type);
     field.defaultValue = "0";
@@ -73,7 +73,7 @@ TableDef WorkOrders()
                                  Text("WOType", 20),
                                  Plain("Archived", FieldType::Boolean),
                                  Text("ProfileDescriptionL1", 100),
-                                 Text("ServiceItemDescriptionL1", 100),
+                                 Text("ServiceItemDescriptionL1", 150),
                                  Plain("BLTech", FieldType::Long),
                                  Plain("RLTech", FieldType::Long),
                                  Plain("DeptSequence", FieldType::Integer),
@@ -102,31 +102,29 @@ TableDef LaborLines()
                  {"LaborID", "EmployeeID", "WONumber"});
 }
 
-TableDef Board()
+// One of the program's own tables, as the program makes it.
+TableDef OwnTable(const lodrin::TableSchema& schema)
 {
-    return Table("LDEmp", {Counter("EmpEntry"), Number("EmpID"), OwnText("Name", 100),
-                           Plain("StartDay", FieldType::Date), Plain("EndDay", FieldType::Date),
-                           Plain("StartJob", FieldType::Date), Number("WO#"), Number("WOID"),
-                           OwnText("VehDesc", 100), OwnText("Customer", 100),
-                           Plain("WorkDate", FieldType::Date), OwnText("GLType", 10)});
+    TableDef table{std::string(schema.table)};
+    for (const lodrin::FieldSchema& field : schema.fields) {
+        if (table.Fields().empty())
+            table.Append(Counter(field.name));
+        else if (field.type == FieldType::Text)
+            table.Append(OwnText(field.name, field.size));
+        else if (field.type == FieldType::Date)
+            table.Append(Plain(field.name, field.type));
+        else
+            table.Append(Number(field.name, field.type));
+    }
+    return table;
 }
 
-TableDef Totals()
+std::vector<TableDef> OwnTables()
 {
-    return Table("LDTotals",
-                 {Counter("ID"), Number("EmpID"), Plain("WorkDate", FieldType::Date),
-                  Plain("StartDay", FieldType::Date), Plain("EndDay", FieldType::Date),
-                  Number("TotHrs", FieldType::Double), Number("JobCount", FieldType::Integer),
-                  Number("JobHrs", FieldType::Double)});
-}
-
-TableDef History()
-{
-    return Table("LDHistory", {Counter("ID"), Number("EmpID"), Plain("WorkDate", FieldType::Date),
-                               Plain("JobStart", FieldType::Date), Plain("JobEnd", FieldType::Date),
-                               Number("WONumb"), Number("WOID"), OwnText("GLType", 10),
-                               Number("Hrs", FieldType::Double), OwnText("VehDesc", 100),
-                               OwnText("Customer", 100)});
+    std::vector<TableDef> tables;
+    for (const lodrin::TableSchema& schema : lodrin::OwnTables())
+        tables.push_back(OwnTable(schema));
+    return tables;
 }
 
 bool HasField(const std::string& table, std::string_view field)
@@ -166,10 +164,7 @@ const std::vector<TableDef>& ManagementTables()
 
 const std::vector<TableDef>& ProgramTables()
 {
-    static const std::vector<TableDef> tables{
-        Board(), Totals(), History(),
-        Table("Status", {Counter("ID"), OwnText("AcctType", 50), OwnText("GLType", 10),
-                         OwnText("GLDesc", 75), OwnText("Description", 75)})};
+    static const std::vector<TableDef> tables = OwnTables();
     return tables;
 }
 

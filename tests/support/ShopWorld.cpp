@@ -41,6 +41,18 @@ ShopWorld::ShopWorld(jet::io::FileSystem& disk)
     shop.values.DataPath = "C:\\Shop";
 }
 
+ShopWorld::ShopWorld(const std::filesystem::path& folder)
+    : services(fakes.AsServices()), engine({.now = [this] { return fakes.clock.Now(); }}),
+      shop(dialogs, services, engine)
+{
+    shop.values.DataPath = folder.string();
+}
+
+std::string ShopWorld::DatabasePath() const
+{
+    return services.paths.ToHost(shop.values.DataPath + "\\Kelvaro.mdb");
+}
+
 void ShopWorld::Append(const std::vector<dao::TableDef>& tables)
 {
     dao::Database database = engine.DefaultWorkspace().OpenDatabase(DatabasePath());

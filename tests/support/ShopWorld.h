@@ -10,6 +10,7 @@
 #include "tests/support/ScriptedDialogs.h"
 #include "tests/support/ShopTables.h"
 
+#include <filesystem>
 #include <initializer_list>
 #include <map>
 #include <string>
@@ -37,6 +38,8 @@ class ShopWorld {
 public:
     // Requires: `disk` outlives the shop.
     explicit ShopWorld(jet::io::FileSystem& disk);
+    // The shop whose files lie in this folder of the machine.
+    explicit ShopWorld(const std::filesystem::path& folder);
     ShopWorld(const ShopWorld&) = delete;
     ShopWorld& operator=(const ShopWorld&) = delete;
 
@@ -79,7 +82,8 @@ public:
     // The lines of the log: number and location of each, as "3021 Sub frmLodrin!DBOpen()".
     [[nodiscard]] std::vector<std::string> Reports() const;
 
-    [[nodiscard]] static std::string DatabasePath() { return "C:/Shop/Kelvaro.mdb"; }
+    // On its disk.
+    [[nodiscard]] std::string DatabasePath() const;
 
     platform::Fakes fakes;
     platform::Services services;

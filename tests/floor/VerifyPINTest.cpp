@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: Apache-2.0
+// VerifyPINTest: who may proceed.
+#include "floor/VerifyPIN.h"
+
+#include "data/Tables.h"
+#include "tests/support/ShopFixture.h"
+
+#include <string>
+
+namespace {
+
+using namespace tests;
+
+class VerifyPINTest : public ShopFixture {
+protected:
+    // Bob with this PIN stands on the board; he types this, or is not asked.
+    bool Passes(const base::Value& pin, const char* typed = nullptr)
+    {
+        Given({Employee("Jones, Bob", 8).With(lodrin::Profile::PIN, pin)});
+        Select("Jones, Bob");
+        if (typed != nullptr) Types(typed);
+        return lodrin::VerifyPIN(shop);
+    }
+};
+
+TEST_F(VerifyPINTest, EmployeeWithNullPINIsNotAsked)
+{
+    EXPECT_TRUE(Passes(base::Null{}));
+    EXPECT_TRUE(fakes.prompts.Transcript().empty());
+}
+
+TEST_F(VerifyPINTest, EmployeeWithEmptyPINIsNotAsked)
+{
+    EXPECT_TRUE(Passes(""));
+}
+
+TEST_F(VerifyPINTest, EmployeeWithBlankPINIsNotAsked)
+{
+    EXPECT_TRUE(Passes("   "));
+}
+
+TEST_F(VerifyPINTest, RightPINPassesAndThePromptReadsAsItShould)
+{
+    EXPECT_TRUE(Passes("1234", "1234"));
+    ASSERT_EQ(fakes.prompts.inputs.size(), 1U);
+    EXPECT_EQ(fakes.prompts.inputs[0].text, "Please enter your PIN");
+    EXPECT_EQ(fakes.prompts.inputs[0].title, "Enter PIN");
+}
+
+TEST_F(VerifyPINTest, BlanksAroundEitherPINDoNotCount)
+{
+    EXPECT_TRUE(Passes(" 1234 ", "  1234 "));
+}
+
+TEST_F(VerifyPINTest, WrongPINFails)
+{
+    EXPECT_FALSE(Passes("1234", "1243"));
+}
+
+TEST_F(VerifyPINTest, UpperAndLowerCaseAreDistinct)
+{
+    EXPECT_FALSE(Passes("abcd", "ABCD"));
+}
+
+TEST_F(VerifyPINTest, CancelledPromptFails)
+{
+    EXPECT_FALSE(Passes("1234", ""));
+}
+
+TEST_F(VerifyPINTest, EveryActionAsksAfresh)
+{
+    ASSERT_TRUE(Passes("1234", "1234"));
+    Types("1234");
+    EXPECT_TRUE(lodrin::VerifyPIN(shop));
+    EXPECT_EQ(fakes.prompts.inputs.size(), 2U);
+}
+
+TEST_F(VerifyPINTest, EmployeeWithoutProfileIsRefusedWithoutAPrompt)
+{
+    Given({Employee("Jones, Bob", 8).Without("Profile")});
+    Select("Jones, Bob");
+    EXPECT_FALSE(lodrin::VerifyPIN(shop));
+    EXPECT_TRUE(fakes.prompts.Transcript().empty());
+    EXPECT_TRUE(Reports().empty());
+}
+
+TEST_F(VerifyPINTest, EmptyBoardIsRefusedSilently)
+{
+    Open();
+    EXPECT_FALSE(lodrin::VerifyPIN(shop));
+    EXPECT_TRUE(Reports().empty());
+}
+
+TEST_F(VerifyPINTest, QueryTextIsKept)
+{
+    ASSERT_TRUE(Passes(base::Null{}));
+    EXPECT_EQ(shop.state.sqlText, "SELECT PIN FROM Profile WHERE ProfileNumber = 8");
+}
+
+}  // namespace
