@@ -4,7 +4,7 @@
 
 namespace jet::format {
 
-// Weight (two when above 0xFF) and accent nibbles: 0 takes no part in the accents, 2 a plain letter.
+// Weight (two when above 0xFF) and accent nibbles: 0 takes no part in accents, 2 a plain letter.
 // clang-format off
 const std::array<CharacterWeight97, 256> kGeneral97{{
     /* 00 */ {0x10, 0}, {0x10, 0}, {0x10, 0}, {0x10, 0}, {0x10, 0}, {0x10, 0}, {0x10, 0}, {0x10, 0},
