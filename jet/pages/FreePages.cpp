@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 #include <optional>
 
 namespace jet::pages {
@@ -15,14 +16,19 @@ namespace {
 
 constexpr format::RowId kFreePages{PageNumber{1}, 0};
 
-// The lowest set bit, nothing when none is set.
+// The lowest set bit, nothing when none is set. Every page taken asks this, so words at a time.
 std::optional<std::size_t> LowestBit(format::Span bitmap)
 {
-    const auto found =
-        std::find_if(bitmap.begin(), bitmap.end(), [](std::byte b) { return b != std::byte{0}; });
-    if (found == bitmap.end()) return std::nullopt;
-    return static_cast<std::size_t>(found - bitmap.begin()) * 8 +
-           static_cast<std::size_t>(std::countr_zero(std::to_integer<std::uint8_t>(*found)));
+    std::size_t at = 0;
+    for (std::uint64_t word = 0; bitmap.size() - at >= sizeof(word); at += sizeof(word)) {
+        std::memcpy(&word, bitmap.data() + at, sizeof(word));
+        if (word != 0) return 8 * at + static_cast<std::size_t>(std::countr_zero(word));
+    }
+    for (; at < bitmap.size(); ++at) {
+        const auto byte = std::to_integer<std::uint8_t>(bitmap[at]);
+        if (byte != 0) return 8 * at + static_cast<std::size_t>(std::countr_zero(byte));
+    }
+    return std::nullopt;
 }
 
 // The lowest page an existing bitmap calls free. Pages behind the bitmaps are free too, but the
