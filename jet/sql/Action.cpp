@@ -1,0 +1,290 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/sql/Action.h"
+
+#include "base/NumberedError.h"
+#include "base/Text.h"
+#include "jet/sql/QueryRows.h"
+#include "jet/sql/StoreValue.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace jet::sql {
+
+namespace {
+
+using base::NumberedError;
+using table::Assignment;
+
+// Read-only file and damaged bytes concern every row alike, so they always end the statement.
+bool ConcernsTheRow(const NumberedError& error)
+{
+    switch (error.Number()) {
+    case 3027:
+    case 3043:
+    case 3049:
+    case 3343:
+        return false;
+    default:
+        return true;
+    }
+}
+
+// What undoes the changes made so far, last first.
+class UndoList {
+public:
+    void Add(std::function<void()> step) { steps_.push_back(std::move(step)); }
+    void Run()
+    {
+        for (; !steps_.empty(); steps_.pop_back())
+            steps_.back()();
+    }
+
+private:
+    std::vector<std::function<void()>> steps_;
+};
+
+class Action {
+public:
+    Action(const Session& session, OnRowError onRowError)
+        : session_(session), onRowError_(onRowError)
+    {
+    }
+
+    std::int32_t operator()(SelectStatement&) { throw NumberedError(3065); }
+
+    std::int32_t operator()(UpdateStatement& update)
+    {
+        Open(update.table, 3078);
+        const std::vector<std::size_t> columns = Targets(update);
+        std::vector<Expression*> values;
+        for (const SetItem& item : update.set)
+            values.push_back(item.value.get());
+        Bind(values, update.where, ScopeOfTable(update.table), UnknownTargets(update));
+        for (const table::RowId id : Chosen(update.where))
+            Try([&] { UpdateRow(id, columns, values); });
+        return changed_;
+    }
+
+    std::int32_t operator()(InsertStatement& insert)
+    {
+        Open({insert.table, {}}, 3192);
+        const std::vector<std::size_t> columns = Destinations(insert);
+        if (insert.select) {
+            const Query query(std::move(*insert.select), session_);
+            if (query.Fields().size() != columns.size()) throw NumberedError(3346);
+            for (const ValueRow& values : RowsOf(query))
+                Try([&] { InsertRow(columns, values); });
+            return changed_;
+        }
+        if (insert.values.size() != columns.size()) throw NumberedError(3346);
+        std::vector<Expression*> all;
+        for (const ExpressionPtr& value : insert.values)
+            all.push_back(value.get());
+        Bind(all, {}, {}, {});
+        ValueRow values;
+        for (const Expression* const value : all)
+            values.push_back(Evaluate(*value, NoRow(), environment_));
+        Try([&] { InsertRow(columns, values); });
+        return changed_;
+    }
+
+    std::int32_t operator()(DeleteStatement& erase)
+    {
+        Open(erase.table, 3078);
+        Bind({}, erase.where, ScopeOfTable(erase.table), {});
+        for (const table::RowId id : Chosen(erase.where))
+            Try([&] { DeleteRow(id); });
+        return changed_;
+    }
+
+private:
+    void Open(const TableName& name, int unknown)
+    {
+        table_ = session_.open(name.name);
+        if (!table_) throw NumberedError(unknown, {name.name});
+        environment_ = EnvironmentFor(session_, Definition());
+    }
+
+    [[nodiscard]] const format::TableDefinition& Definition() const
+    {
+        return table_->rows->Definition();
+    }
+
+    [[nodiscard]] Scope ScopeOfTable(const TableName& name) const
+    {
+        return ScopeOf(Definition(), name.alias.empty() ? name.name : name.alias);
+    }
+
+    // The columns to set; one that is none counts among the unknown names.
+    [[nodiscard]] std::vector<std::size_t> Targets(const UpdateStatement& update) const
+    {
+        std::vector<std::size_t> columns;
+        for (const SetItem& item : update.set) {
+            const std::optional<std::size_t> column = Definition().FindColumn(item.field);
+            if (!column) continue;
+            if (std::find(columns.begin(), columns.end(), *column) != columns.end())
+                throw NumberedError(3063, {item.field});
+            columns.push_back(*column);
+        }
+        return columns;
+    }
+
+    [[nodiscard]] std::vector<std::string> UnknownTargets(const UpdateStatement& update) const
+    {
+        std::vector<std::string> unknown;
+        for (const SetItem& item : update.set) {
+            const auto same = [&](const std::string& name) {
+                return base::SameName(name, item.field);
+            };
+            if (!Definition().FindColumn(item.field) &&
+                std::none_of(unknown.begin(), unknown.end(), same))
+                unknown.push_back(item.field);
+        }
+        return unknown;
+    }
+
+    [[nodiscard]] std::vector<std::size_t> Destinations(const InsertStatement& insert) const
+    {
+        std::vector<std::size_t> columns;
+        for (const std::string& field : insert.fields) {
+            const std::optional<std::size_t> column = Definition().FindColumn(field);
+            if (!column) throw NumberedError(3127, {field});
+            if (std::find(columns.begin(), columns.end(), *column) != columns.end())
+                throw NumberedError(3063, {field});
+            columns.push_back(*column);
+        }
+        if (insert.fields.empty())
+            for (std::size_t i = 0; i < Definition().columns.size(); ++i)
+                columns.push_back(i);
+        return columns;
+    }
+
+    // The faults in the order in which they count: functions, names, types.
+    static void Bind(const std::vector<Expression*>& values, const Condition& where,
+                     const Scope& scope, std::vector<std::string> unknown)
+    {
+        std::vector<Expression*> all = values;
+        if (where.expression) all.push_back(where.expression.get());
+        for (Expression* const expression : all)
+            BindFunctions(*expression);
+        for (Expression* const expression : all)
+            BindNames(*expression, scope, unknown);
+        if (!unknown.empty()) throw NumberedError(3061, {std::to_string(unknown.size())});
+        if (where.expression && FindAggregate(*where.expression) != nullptr)
+            throw NumberedError(3096, {where.text});
+        for (const Expression* const value : values)
+            RefuseAggregate(*value);
+        for (Expression* const value : values)
+            BindTypes(*value, scope);
+        if (where.expression) BindCondition(*where.expression, scope);
+    }
+
+    static void RefuseAggregate(const Expression& expression)
+    {
+        if (FindAggregate(expression) != nullptr) throw NumberedError(3095, {expression.text});
+    }
+
+    [[nodiscard]] std::vector<table::RowId> Chosen(const Condition& where) const
+    {
+        Filter filter;
+        if (where.expression) filter = Filter(*where.expression, *table_->rows, environment_);
+        std::vector<table::RowId> rows;
+        RowFinder finder(*table_->rows, filter);
+        while (finder.Next())
+            rows.push_back(finder.Id());
+        return rows;
+    }
+
+    // One row: done and counted, passed over, or the end with everything undone.
+    void Try(const std::function<void()>& change)
+    {
+        try {
+            change();
+            ++changed_;
+        } catch (const NumberedError& error) {
+            if (onRowError_ == OnRowError::PassOver && ConcernsTheRow(error)) return;
+            const NumberedError kept = error;
+            undo_.Run();
+            throw kept;
+        }
+    }
+
+    // The value a column gets, with all that may be wrong with it.
+    [[nodiscard]] Assignment Checked(std::size_t column, const base::Value& value) const
+    {
+        Assignment made{column,
+                        ForColumn(value, Definition().columns[column], session_.bytesPerCharacter)};
+        CheckStorable(*table_, column, made.value);
+        return made;
+    }
+
+    void UpdateRow(table::RowId id, const std::vector<std::size_t>& columns,
+                   const std::vector<Expression*>& values)
+    {
+        table::RowSource& rows = *table_->rows;
+        const std::optional<table::StoredRow> stored = rows.Fetch(id);
+        if (!stored) throw NumberedError(3167);
+        const format::RowView view = rows.View(*stored);
+        const StoredRowValues row(rows, view);
+        std::vector<Assignment> after, before;
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            if (Definition().columns[columns[i]].autoNumber) throw NumberedError(3164);
+            after.push_back(Checked(columns[i], Evaluate(*values[i], row, environment_)));
+            if (onRowError_ == OnRowError::Stop)
+                before.push_back({columns[i], rows.ValueOf(view, columns[i])});
+        }
+        rows.Update(id, after);
+        if (onRowError_ == OnRowError::Stop)
+            undo_.Add([&rows, id, before] { rows.Update(id, before); });
+    }
+
+    void InsertRow(const std::vector<std::size_t>& columns, const ValueRow& given)
+    {
+        table::RowSource& rows = *table_->rows;
+        std::vector<base::Value> values = NewRowValues(*table_, session_);
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            values[columns[i]] = Checked(columns[i], given[i]).value;
+        std::vector<Assignment> all;
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            const bool counter = Definition().columns[i].autoNumber;
+            if (counter && values[i].IsNull()) values[i] = rows.NextAutoNumber();
+            CheckStorable(*table_, i, values[i]);
+            if (!values[i].IsNull()) all.push_back({i, std::move(values[i])});
+        }
+        const table::RowId id = rows.Insert(all);
+        if (onRowError_ == OnRowError::Stop) undo_.Add([&rows, id] { rows.Delete(id); });
+    }
+
+    void DeleteRow(table::RowId id)
+    {
+        table::RowSource& rows = *table_->rows;
+        std::vector<Assignment> values;
+        if (onRowError_ == OnRowError::Stop) {
+            const std::optional<table::StoredRow> stored = rows.Fetch(id);
+            if (!stored) throw NumberedError(3167);
+            const format::RowView view = rows.View(*stored);
+            for (std::size_t i = 0; i < Definition().columns.size(); ++i)
+                values.push_back({i, rows.ValueOf(view, i)});
+        }
+        rows.Delete(id);
+        if (onRowError_ == OnRowError::Stop) undo_.Add([&rows, values] { rows.Insert(values); });
+    }
+
+    const Session& session_;
+    OnRowError onRowError_;
+    TablePtr table_;
+    Environment environment_;
+    UndoList undo_;
+    std::int32_t changed_ = 0;
+};
+
+}  // namespace
+
+std::int32_t Execute(Statement statement, const Session& session, OnRowError onRowError)
+{
+    Action action(session, onRowError);
+    return std::visit(action, statement);
+}
+
+}  // namespace jet::sql

@@ -1,0 +1,241 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/sql/Filter.h"
+
+#include "jet/format/SortKey.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace jet::sql {
+
+namespace {
+
+using format::ColumnType;
+
+// Field and constant exchanged.
+Operator Mirrored(Operator op)
+{
+    switch (op) {
+    case Operator::Less:
+        return Operator::Greater;
+    case Operator::Greater:
+        return Operator::Less;
+    case Operator::LessOrEqual:
+        return Operator::GreaterOrEqual;
+    case Operator::GreaterOrEqual:
+        return Operator::LessOrEqual;
+    default:
+        return op;
+    }
+}
+
+bool IsComparison(Operator op)
+{
+    return op >= Operator::Equal && op <= Operator::GreaterOrEqual;
+}
+
+bool HasFixedNumber(ColumnType type)
+{
+    switch (type) {
+    case ColumnType::Byte:
+    case ColumnType::Integer:
+    case ColumnType::Long:
+    case ColumnType::Currency:
+    case ColumnType::Single:
+    case ColumnType::Double:
+    case ColumnType::Date:
+        return true;
+    default:
+        return false;
+    }
+}
+
+double NumberAt(format::Span bytes, ColumnType type)
+{
+    switch (type) {
+    case ColumnType::Byte:
+        return format::ReadU8(bytes, 0);
+    case ColumnType::Integer:
+        return format::ReadScalar<std::int16_t>(bytes, 0);
+    case ColumnType::Long:
+        return format::ReadI32(bytes, 0);
+    case ColumnType::Currency:
+        return static_cast<double>(format::ReadScalar<std::int64_t>(bytes, 0)) / 10000;
+    case ColumnType::Single:
+        return format::ReadScalar<float>(bytes, 0);
+    default:
+        return format::ReadF64(bytes, 0);
+    }
+}
+
+// The constant as a value of the column's own type, when it is one exactly.
+std::optional<base::Value> KeyOf(ColumnType type, double constant)
+{
+    const auto fits = [&](double low, double high) {
+        return constant >= low && constant <= high && constant == std::floor(constant);
+    };
+    switch (type) {
+    case ColumnType::Long:
+        if (!fits(std::numeric_limits<std::int32_t>::min(),
+                  std::numeric_limits<std::int32_t>::max()))
+            return std::nullopt;
+        return base::Value(static_cast<std::int32_t>(constant));
+    case ColumnType::Integer:
+        if (!fits(std::numeric_limits<std::int16_t>::min(),
+                  std::numeric_limits<std::int16_t>::max()))
+            return std::nullopt;
+        return base::Value(static_cast<std::int16_t>(constant));
+    case ColumnType::Double:
+        return base::Value(constant);
+    case ColumnType::Date:
+        return base::Value(base::Date{constant});
+    default:
+        return std::nullopt;
+    }
+}
+
+}  // namespace
+
+bool Filter::NumberTest::Passes(const format::RowView& row) const
+{
+    double number = 0;
+    if (type == ColumnType::Boolean) {
+        number = row.Boolean(column) ? -1 : 0;
+    } else {
+        if (row.IsNull(column)) return false;
+        number = NumberAt(row.Field(column), type);
+    }
+    switch (op) {
+    case Operator::Equal:
+        return number == constant;
+    case Operator::NotEqual:
+        return number != constant;
+    case Operator::Less:
+        return number < constant;
+    case Operator::Greater:
+        return number > constant;
+    case Operator::LessOrEqual:
+        return number <= constant;
+    default:
+        return number >= constant;
+    }
+}
+
+Filter::Filter(const Expression& condition, const table::RowSource& rows,
+               const Environment& environment)
+    : rows_(&rows), environment_(&environment)
+{
+    Add(condition);
+}
+
+void Filter::Add(const Expression& part)
+{
+    if (part.kind == ExpressionKind::Binary && part.op == Operator::And) {
+        Add(*part.operands[0]);
+        Add(*part.operands[1]);
+        return;
+    }
+    const auto isName = [](const Expression& e) { return e.kind == ExpressionKind::Name; };
+    const auto isConstant = [](const Expression& e) { return e.kind == ExpressionKind::Constant; };
+    if (isName(part) && AddComparison(part.place, Operator::NotEqual, std::int32_t{0})) return;
+    if (part.kind == ExpressionKind::Binary && IsComparison(part.op)) {
+        const Expression& left = *part.operands[0];
+        const Expression& right = *part.operands[1];
+        if (isName(left) && isConstant(right) && AddComparison(left.place, part.op, right.constant))
+            return;
+        if (isConstant(left) && isName(right) &&
+            AddComparison(right.place, Mirrored(part.op), left.constant))
+            return;
+    }
+    others_.push_back(&part);
+}
+
+bool Filter::AddComparison(std::size_t column, Operator op, const base::Value& constant)
+{
+    const std::vector<format::ColumnDefinition>& columns = rows_->Definition().columns;
+    if (column >= columns.size()) return false;
+    const ColumnType type = columns[column].type;
+    if (type == ColumnType::Boolean || HasFixedNumber(type)) {
+        const std::optional<double> number = NumberIn(constant);
+        if (!number) return false;
+        numbers_.push_back({column, type, op, *number});
+    } else if (type == ColumnType::Text && constant.IsText()) {
+        texts_.push_back({column, op, constant.As<std::string>()});
+    } else {
+        return false;
+    }
+    if (op == Operator::Equal) AddKey(column, constant);
+    return true;
+}
+
+void Filter::AddKey(std::size_t column, const base::Value& constant)
+{
+    if (constant.IsText()) {
+        keys_.push_back({column, constant});
+    } else if (auto key = KeyOf(rows_->Definition().columns[column].type, *NumberIn(constant))) {
+        keys_.push_back({column, std::move(*key)});
+    }
+}
+
+bool Filter::Passes(const TextTest& test, const format::RowView& row) const
+{
+    const base::Value value = rows_->ValueOf(row, test.column);
+    const auto* const text = value.As<std::string>();
+    if (text == nullptr) return false;
+    if (test.op == Operator::Equal && *text == *test.constant) return true;
+    const auto outcome = format::CompareText(*text, *test.constant, environment_->order);
+    return Satisfies(test.op, (outcome > 0) - (outcome < 0));
+}
+
+bool Filter::Passes(const format::RowView& row) const
+{
+    for (const NumberTest& test : numbers_)
+        if (!test.Passes(row)) return false;
+    for (const TextTest& test : texts_)
+        if (!Passes(test, row)) return false;
+    if (others_.empty()) return true;
+    const StoredRowValues values(*rows_, row);
+    return std::all_of(others_.begin(), others_.end(), [&](const Expression* part) {
+        return TruthOf(Evaluate(*part, values, *environment_)) == Truth::True;
+    });
+}
+
+RowFinder::RowFinder(const table::RowSource& rows, const Filter& filter)
+    : rows_(rows), filter_(filter)
+{
+    for (const table::Assignment& key : filter.Keys()) {
+        if (auto found = rows.FindByKey({&key, 1})) {
+            found_ = std::move(*found);
+            return;
+        }
+    }
+    cursor_ = rows.Scan();
+}
+
+bool RowFinder::Next()
+{
+    if (!cursor_) return NextByKey();
+    while (cursor_->Next()) {
+        if (!filter_.Passes(cursor_->Row())) continue;
+        id_ = cursor_->Id();
+        return true;
+    }
+    return false;
+}
+
+bool RowFinder::NextByKey()
+{
+    while (next_ < found_.size()) {
+        std::optional<table::StoredRow> row = rows_.Fetch(found_[next_++]);
+        if (!row) continue;
+        stored_ = std::move(*row);
+        view_.emplace(rows_.View(stored_));
+        if (!filter_.Passes(*view_)) continue;
+        id_ = stored_.id;
+        return true;
+    }
+    return false;
+}
+
+}  // namespace jet::sql

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Apache-2.0
+// Filter: a condition made ready to be tried on many rows.
+#pragma once
+
+#include "jet/sql/Evaluator.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace jet::sql {
+
+// Keeps the rows on which a condition is true (not false and not null).
+//
+// Rule: the parts of the condition that are joined by And and compare a field of fixed width with a
+//       constant are tried first, on the stored bytes, without making a value.
+class Filter {
+public:
+    // Passes every row.
+    Filter() = default;
+    // Requires: a bound condition over the columns of `rows`; condition, rows and environment
+    //           outlive it.
+    Filter(const Expression& condition, const table::RowSource& rows,
+           const Environment& environment);
+
+    // Errors: those of Evaluate.
+    [[nodiscard]] bool Passes(const format::RowView& row) const;
+
+    // Columns that must equal a value for a row to pass; what an index can answer.
+    [[nodiscard]] const std::vector<table::Assignment>& Keys() const { return keys_; }
+
+private:
+    // A column of fixed width, or a boolean, against a number.
+    struct NumberTest {
+        std::size_t column = 0;
+        format::ColumnType type = format::ColumnType::Long;
+        Operator op = Operator::Equal;
+        double constant = 0;
+        [[nodiscard]] bool Passes(const format::RowView& row) const;
+    };
+    // A text column against one text.
+    struct TextTest {
+        std::size_t column = 0;
+        Operator op = Operator::Equal;
+        const std::string* constant = nullptr;
+    };
+
+    void Add(const Expression& part);
+    bool AddComparison(std::size_t column, Operator op, const base::Value& constant);
+    void AddKey(std::size_t column, const base::Value& constant);
+    [[nodiscard]] bool Passes(const TextTest& test, const format::RowView& row) const;
+
+    const table::RowSource* rows_ = nullptr;
+    const Environment* environment_ = nullptr;
+    std::vector<NumberTest> numbers_;
+    std::vector<TextTest> texts_;
+    std::vector<const Expression*> others_;
+    std::vector<table::Assignment> keys_;
+};
+
+// The rows that a filter keeps, in storage order, found one at a time as they are asked for.
+// Requires: rows and filter outlive it.
+class RowFinder {
+public:
+    RowFinder(const table::RowSource& rows, const Filter& filter);
+
+    // Goes to the next row that passes; false at the end.
+    [[nodiscard]] bool Next();
+    [[nodiscard]] table::RowId Id() const { return id_; }
+    // Valid until the next call of Next.
+    [[nodiscard]] const format::RowView& Row() const { return cursor_ ? cursor_->Row() : *view_; }
+
+private:
+    [[nodiscard]] bool NextByKey();
+
+    const table::RowSource& rows_;
+    const Filter& filter_;
+    std::unique_ptr<table::RowCursor> cursor_;  // null when an index answered
+    std::vector<table::RowId> found_;           // by an index
+    std::size_t next_ = 0;
+    table::StoredRow stored_;
+    std::optional<format::RowView> view_;
+    table::RowId id_;
+};
+
+}  // namespace jet::sql

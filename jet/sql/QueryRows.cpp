@@ -1,0 +1,262 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/sql/QueryRows.h"
+
+#include "base/NumberedError.h"
+#include "jet/sql/Aggregates.h"
+
+#include <algorithm>
+#include <map>
+
+namespace jet::sql {
+
+namespace {
+
+using base::Value;
+
+// A row on its way: what it gives out and what it is sorted by.
+struct Candidate {
+    ValueRow values, keys;
+    table::RowId id;
+};
+
+// Nulls before everything else.
+int CompareForOrder(const Value& left, const Value& right, format::SortOrder order)
+{
+    if (left.IsNull() || right.IsNull()) return (right.IsNull() ? 1 : 0) - (left.IsNull() ? 1 : 0);
+    return *Compare(left, right, order);
+}
+
+struct RowLess {
+    format::SortOrder order;
+    bool operator()(const ValueRow& left, const ValueRow& right) const
+    {
+        for (std::size_t i = 0; i < left.size(); ++i) {
+            const int outcome = CompareForOrder(left[i], right[i], order);
+            if (outcome != 0) return outcome < 0;
+        }
+        return false;
+    }
+};
+
+class Maker {
+public:
+    explicit Maker(const Query& query) : query_(query) {}
+
+    // The output values and sort keys of one row or group.
+    [[nodiscard]] Candidate Project(const Row& row, std::span<const Value> aggregates) const
+    {
+        Candidate made;
+        for (const OutputField& field : query_.Fields())
+            made.values.push_back(
+                field.column ? row.Value(*field.column)
+                             : Evaluate(*field.expression, row, query_.World(), aggregates));
+        AddKeys(made, row, aggregates);
+        return made;
+    }
+
+    void AddKeys(Candidate& made, const Row& row, std::span<const Value> aggregates) const
+    {
+        for (const SortKey& key : query_.SortKeys())
+            made.keys.push_back(KeyOf(key, row, aggregates));
+    }
+
+    // Sorts, and cuts what TOP leaves out.
+    void Finish(std::vector<Candidate>& rows) const
+    {
+        const auto less = [&](const Candidate& a, const Candidate& b) {
+            return CompareKeys(a, b) < 0;
+        };
+        if (!query_.SortKeys().empty()) std::stable_sort(rows.begin(), rows.end(), less);
+        const std::optional<std::int32_t> top = query_.Statement().top;
+        if (!top || static_cast<std::size_t>(*top) >= rows.size()) return;
+        auto end = static_cast<std::size_t>(*top);
+        while (end > 0 && end < rows.size() && !query_.SortKeys().empty() &&
+               CompareKeys(rows[end - 1], rows[end]) == 0)
+            ++end;
+        rows.resize(end);
+    }
+
+private:
+    [[nodiscard]] Value KeyOf(const SortKey& key, const Row& row,
+                              std::span<const Value> aggregates) const
+    {
+        const Expression* expression = key.expression;
+        if (key.output) {
+            const OutputField& field = query_.Fields()[*key.output];
+            if (field.column) return row.Value(*field.column);
+            expression = field.expression;
+        }
+        return Evaluate(*expression, row, query_.World(), aggregates);
+    }
+
+    [[nodiscard]] int CompareKeys(const Candidate& left, const Candidate& right) const
+    {
+        for (std::size_t i = 0; i < left.keys.size(); ++i) {
+            const int outcome = CompareForOrder(left.keys[i], right.keys[i], query_.World().order);
+            if (outcome != 0) return query_.SortKeys()[i].descending ? -outcome : outcome;
+        }
+        return 0;
+    }
+
+    const Query& query_;
+};
+
+// One group while its rows go by.
+struct Group {
+    std::optional<table::StoredRow> first;  // stands for all in expressions of the group's keys
+    std::vector<Accumulator> accumulators;
+};
+
+Group NewGroup(const Query& query)
+{
+    Group group;
+    for (const Expression* const aggregate : query.Aggregates())
+        group.accumulators.emplace_back(AggregateNamed(aggregate->name), query.World().order);
+    return group;
+}
+
+void AddRow(Group& group, const Query& query, const Row& row)
+{
+    for (std::size_t i = 0; i < group.accumulators.size(); ++i) {
+        const Expression& aggregate = *query.Aggregates()[i];
+        if (aggregate.operands.empty()) {
+            group.accumulators[i].AddRow();
+        } else {
+            group.accumulators[i].Add(Evaluate(*aggregate.operands[0], row, query.World()));
+        }
+    }
+}
+
+// One row without FROM.
+std::vector<Candidate> ConstantRow(const Query& query)
+{
+    std::vector<Candidate> rows;
+    rows.push_back(Maker(query).Project(NoRow(), {}));
+    return rows;
+}
+
+using Groups = std::map<ValueRow, Group, RowLess>;
+
+Groups GroupsOf(const Query& query)
+{
+    const table::RowSource& source = *query.Table()->rows;
+    const std::vector<ExpressionPtr>& groupBy = query.Statement().groupBy;
+    Groups groups(RowLess{query.World().order});
+    // Without GROUP BY there is one group, rows or none.
+    if (groupBy.empty()) groups.emplace(ValueRow{}, NewGroup(query));
+    RowFinder finder(source, query.Where());
+    while (finder.Next()) {
+        const StoredRowValues row(source, finder.Row());
+        ValueRow keys;
+        for (const ExpressionPtr& key : groupBy)
+            keys.push_back(Evaluate(*key, row, query.World()));
+        const auto [place, isNew] = groups.try_emplace(std::move(keys));
+        if (isNew) place->second = NewGroup(query);
+        if (!place->second.first) place->second.first = source.Fetch(finder.Id());
+        AddRow(place->second, query, row);
+    }
+    return groups;
+}
+
+// The output row of a group; nothing when HAVING leaves it out.
+std::optional<Candidate> RowOf(const Group& group, const Query& query, const Row& first)
+{
+    ValueRow results;
+    for (const Accumulator& accumulator : group.accumulators)
+        results.push_back(accumulator.Result());
+    const Condition& having = query.Statement().having;
+    if (having.expression &&
+        TruthOf(Evaluate(*having.expression, first, query.World(), results)) != Truth::True)
+        return std::nullopt;
+    return Maker(query).Project(first, results);
+}
+
+std::vector<Candidate> GroupedRows(const Query& query)
+{
+    const table::RowSource& source = *query.Table()->rows;
+    std::vector<Candidate> rows;
+    for (const auto& [keys, group] : GroupsOf(query)) {
+        std::optional<Candidate> made;
+        if (group.first) {
+            const format::RowView view = source.View(*group.first);
+            made = RowOf(group, query, StoredRowValues(source, view));
+        } else {
+            made = RowOf(group, query, NoRow());
+        }
+        if (made) rows.push_back(std::move(*made));
+    }
+    return rows;
+}
+
+std::vector<Candidate> PlainRows(const Query& query)
+{
+    const Maker maker(query);
+    std::vector<Candidate> rows;
+    RowFinder finder(*query.Table()->rows, query.Where());
+    while (finder.Next()) {
+        const StoredRowValues row(*query.Table()->rows, finder.Row());
+        rows.push_back(maker.Project(row, {}));
+    }
+    return rows;
+}
+
+// Equal rows once, in the order of their values.
+void MakeDistinct(std::vector<Candidate>& rows, const Query& query)
+{
+    for (const SortKey& key : query.SortKeys()) {
+        const auto gives = [&](const OutputField& field) {
+            return key.output || (field.column && key.expression->kind == ExpressionKind::Name &&
+                                  *field.column == key.expression->place);
+        };
+        if (std::none_of(query.Fields().begin(), query.Fields().end(), gives))
+            throw base::NumberedError(3093, {key.expression->text});
+    }
+    const RowLess less{query.World().order};
+    std::stable_sort(rows.begin(), rows.end(), [&](const Candidate& a, const Candidate& b) {
+        return less(a.values, b.values);
+    });
+    const auto same = [&](const Candidate& a, const Candidate& b) {
+        return !less(a.values, b.values) && !less(b.values, a.values);
+    };
+    rows.erase(std::unique(rows.begin(), rows.end(), same), rows.end());
+}
+
+}  // namespace
+
+std::vector<table::RowId> RowIdsOf(const Query& query)
+{
+    const Maker maker(query);
+    std::vector<Candidate> rows;
+    RowFinder finder(*query.Table()->rows, query.Where());
+    while (finder.Next()) {
+        Candidate row;
+        row.id = finder.Id();
+        maker.AddKeys(row, StoredRowValues(*query.Table()->rows, finder.Row()), {});
+        rows.push_back(std::move(row));
+    }
+    maker.Finish(rows);
+    std::vector<table::RowId> ids;
+    ids.reserve(rows.size());
+    for (const Candidate& row : rows)
+        ids.push_back(row.id);
+    return ids;
+}
+
+std::vector<ValueRow> RowsOf(const Query& query)
+{
+    std::vector<Candidate> rows;
+    if (query.Table() == nullptr) {
+        rows = ConstantRow(query);
+    } else {
+        rows = query.IsGrouped() ? GroupedRows(query) : PlainRows(query);
+    }
+    if (query.Statement().distinct) MakeDistinct(rows, query);
+    Maker(query).Finish(rows);
+    std::vector<ValueRow> values;
+    values.reserve(rows.size());
+    for (Candidate& row : rows)
+        values.push_back(std::move(row.values));
+    return values;
+}
+
+}  // namespace jet::sql
