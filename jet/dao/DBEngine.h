@@ -25,6 +25,7 @@ struct EngineSettings {
 //       through one is at once seen by the others.
 class DBEngine {
 public:
+    struct State;
     // The files of this machine.
     explicit DBEngine(EngineSettings settings);
     // Requires: `files` outlives the engine.
@@ -43,7 +44,6 @@ public:
     void CreateDatabase(const std::string& path);
 
 private:
-    struct State;
     std::shared_ptr<State> state_;
 };
 

@@ -24,7 +24,7 @@ public:
     [[nodiscard]] Database OpenDatabase(const std::string& path, bool exclusive = false,
                                         bool readOnly = false);
 
-    // Closes every database opened in it.
+    // Closes every database opened in it. Rule: the default workspace stays open.
     void Close();
 
 private:

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/dao/Core.h"
+
+namespace dao {
+
+using jet::catalog::CatalogEntry;
+using jet::catalog::ObjectKind;
+
+std::size_t Core::BytesPerCharacter() const
+{
+    return pager_->Version().code == 0 ? 1 : 2;
+}
+
+jet::sql::TablePtr Core::Table(std::string_view name)
+{
+    const std::optional<CatalogEntry> entry = catalog_.Find(name);
+    if (!entry || entry->kind != ObjectKind::LocalTable) return nullptr;
+    std::weak_ptr<jet::catalog::OpenTable>& known = tables_[entry->id];
+    if (jet::sql::TablePtr open = known.lock()) return open;
+    auto opened = std::make_shared<jet::catalog::OpenTable>(catalog_.Open(name));
+    known = opened;
+    return opened;
+}
+
+}  // namespace dao

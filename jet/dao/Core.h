@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+// Core: the one instance of an open file that all databases opened on it share.
+#pragma once
+
+#include "jet/catalog/Catalog.h"
+#include "jet/pages/Pager.h"
+#include "jet/sql/Session.h"
+
+#include <map>
+#include <memory>
+#include <string_view>
+
+namespace dao {
+
+class Core {
+public:
+    explicit Core(std::shared_ptr<jet::pages::Pager> pager)
+        : pager_(std::move(pager)), catalog_(pager_)
+    {
+    }
+
+    [[nodiscard]] jet::pages::Pager& Pager() { return *pager_; }
+    [[nodiscard]] jet::catalog::Catalog& Catalog() { return catalog_; }
+    // Bytes that a text column's length counts for each character.
+    [[nodiscard]] std::size_t BytesPerCharacter() const;
+
+    // A table of this file; all who have it open share one. Null when there is none.
+    [[nodiscard]] jet::sql::TablePtr Table(std::string_view name);
+
+private:
+    std::shared_ptr<jet::pages::Pager> pager_;
+    jet::catalog::Catalog catalog_;
+    std::map<std::int32_t, std::weak_ptr<jet::catalog::OpenTable>> tables_;  // by catalog id
+};
+
+}  // namespace dao

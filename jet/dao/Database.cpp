@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/dao/Database.h"
+
+#include "base/NumberedError.h"
+#include "jet/dao/DatabaseState.h"
+#include "jet/dao/RecordsetState.h"
+#include "jet/dao/TableDesign.h"
+#include "jet/sql/Action.h"
+#include "jet/sql/Parser.h"
+
+namespace dao {
+
+using base::NumberedError;
+using State = Database::State;
+
+namespace {
+
+State& Opened(const std::shared_ptr<State>& state)
+{
+    if (!state) throw NumberedError(91);
+    if (!state->core) throw NumberedError(3420);
+    return *state;
+}
+
+std::string_view Trimmed(std::string_view text)
+{
+    constexpr std::string_view kBlanks = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+std::string_view WithoutBrackets(std::string_view name)
+{
+    const bool bracketed = name.size() >= 2 && name.front() == '[' && name.back() == ']';
+    return bracketed ? name.substr(1, name.size() - 2) : name;
+}
+
+// A set over a table by its name, or over a SELECT.
+RecordsetPlan PlanFor(State& state, std::string_view source, RecordsetType type)
+{
+    const std::string_view text = Trimmed(source);
+    RecordsetPlan plan;
+    if (jet::sql::TablePtr table = state.core->Table(WithoutBrackets(text))) {
+        plan.type = type == RecordsetType::Default ? RecordsetType::Table : type;
+        plan.query = std::make_unique<jet::sql::Query>(std::move(table), state.session);
+        return plan;
+    }
+    switch (jet::sql::StartOf(text)) {
+    case jet::sql::StatementStart::Action:
+        throw NumberedError(3219);
+    case jet::sql::StatementStart::None:
+        throw NumberedError(3078, {std::string(text)});
+    case jet::sql::StatementStart::Select:
+        break;
+    }
+    if (type == RecordsetType::Table) throw NumberedError(3219);
+    plan.type = type == RecordsetType::Default ? RecordsetType::Dynaset : type;
+    jet::sql::Statement statement = jet::sql::ParseStatement(text, state.session.now());
+    plan.query = std::make_unique<jet::sql::Query>(
+        std::get<jet::sql::SelectStatement>(std::move(statement)), state.session);
+    return plan;
+}
+
+}  // namespace
+
+Database::Database() = default;
+Database::Database(std::shared_ptr<State> state) : state_(std::move(state)) {}
+Database::Database(Database&&) noexcept = default;
+Database& Database::operator=(Database&&) noexcept = default;
+Database::~Database() = default;
+
+bool Database::IsSet() const noexcept
+{
+    return state_ != nullptr;
+}
+
+std::string Database::Name() const
+{
+    return Opened(state_).path;
+}
+
+std::string Database::Version() const
+{
+    return Opened(state_).core->Pager().Version().name;
+}
+
+bool Database::Updatable() const
+{
+    const State& state = Opened(state_);
+    return !state.readOnly && !state.core->Pager().ReadOnly();
+}
+
+std::vector<std::string> Database::TableNames() const
+{
+    std::vector<std::string> names;
+    for (const jet::catalog::CatalogEntry& entry : Opened(state_).core->Catalog().Entries())
+        if (entry.kind == jet::catalog::ObjectKind::LocalTable) names.push_back(entry.name);
+    return names;
+}
+
+dao::TableDef Database::TableDef(std::string_view name) const
+{
+    State& state = Opened(state_);
+    const jet::sql::TablePtr table = state.core->Table(name);
+    if (!table) throw NumberedError(3265);
+    return TableDefOf(*table, state.session.bytesPerCharacter);
+}
+
+void Database::Append(const dao::TableDef& table)
+{
+    State& state = Opened(state_);
+    if (!Updatable()) throw NumberedError(3027);
+    state.core->Catalog().Create(NewTableOf(table), state.session.now());
+}
+
+Recordset Database::OpenRecordset(std::string_view source, RecordsetType type, int options)
+{
+    RecordsetPlan plan = PlanFor(Opened(state_), source, type);
+    plan.readOnly = !Updatable() || (options & kReadOnlySet) != 0;
+    return Recordset(std::make_shared<Recordset::State>(state_, std::move(plan)));
+}
+
+void Database::Execute(std::string_view sql, int options)
+{
+    State& state = Opened(state_);
+    jet::sql::Statement statement = jet::sql::ParseStatement(sql, state.session.now());
+    const bool isSelect = std::holds_alternative<jet::sql::SelectStatement>(statement);
+    if (!isSelect && !Updatable()) throw NumberedError(3027);
+    const auto onRowError =
+        (options & kFailOnError) != 0 ? jet::sql::OnRowError::Stop : jet::sql::OnRowError::PassOver;
+    state.recordsAffected = jet::sql::Execute(std::move(statement), state.session, onRowError);
+}
+
+int Database::RecordsAffected() const
+{
+    return Opened(state_).recordsAffected;
+}
+
+void Database::Close()
+{
+    Opened(state_).core.reset();
+}
+
+}  // namespace dao

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+// DatabaseState: what a Database and the record sets opened through it know of it.
+#pragma once
+
+#include "jet/dao/Core.h"
+#include "jet/dao/Database.h"
+
+#include <memory>
+#include <string>
+
+namespace dao {
+
+struct Database::State {
+    std::shared_ptr<Core> core;  // null once closed
+    std::string path;            // as opened
+    bool readOnly = false;
+    jet::sql::Session session;
+    int recordsAffected = 0;
+};
+
+}  // namespace dao

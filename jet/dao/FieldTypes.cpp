@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/dao/FieldTypes.h"
+
+namespace dao {
+
+using jet::format::ColumnType;
+
+// The codes are the same but for these three.
+FieldType FieldTypeOf(ColumnType type)
+{
+    switch (type) {
+    case ColumnType::Ole:
+        return FieldType::LongBinary;
+    case ColumnType::Guid:
+        return FieldType::Guid;
+    case ColumnType::Numeric:
+        return FieldType::Decimal;
+    default:
+        return static_cast<FieldType>(type);
+    }
+}
+
+std::optional<ColumnType> ColumnTypeOf(FieldType type)
+{
+    switch (type) {
+    case FieldType::LongBinary:
+        return ColumnType::Ole;
+    case FieldType::Guid:
+        return ColumnType::Guid;
+    case FieldType::Decimal:
+        return std::nullopt;
+    default:
+        break;
+    }
+    const int code = static_cast<int>(type);
+    if (code < static_cast<int>(FieldType::Boolean) || code > static_cast<int>(FieldType::Memo))
+        return std::nullopt;
+    return static_cast<ColumnType>(code);
+}
+
+int FieldSizeOf(const jet::format::ColumnDefinition& column, std::size_t bytesPerCharacter)
+{
+    switch (column.type) {
+    case ColumnType::Boolean:
+    case ColumnType::Byte:
+        return 1;
+    case ColumnType::Integer:
+        return 2;
+    case ColumnType::Long:
+    case ColumnType::Single:
+        return 4;
+    case ColumnType::Currency:
+    case ColumnType::Double:
+    case ColumnType::Date:
+        return 8;
+    case ColumnType::Guid:
+        return 16;
+    case ColumnType::Numeric:
+        return 17;
+    case ColumnType::Text:
+        return static_cast<int>(column.length / bytesPerCharacter);
+    case ColumnType::Binary:
+        return column.length;
+    default:
+        return 0;
+    }
+}
+
+}  // namespace dao

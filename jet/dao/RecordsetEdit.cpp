@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: Apache-2.0
+// Field values and the pending edit of a record set.
+#include "base/NumberedError.h"
+#include "jet/dao/RecordsetState.h"
+#include "jet/sql/StoreValue.h"
+
+namespace dao {
+
+using base::NumberedError;
+using base::Value;
+using jet::sql::OutputField;
+using jet::table::Assignment;
+
+// The columns of the table as the pending edit has them.
+class PendingRow final : public jet::sql::Row {
+public:
+    explicit PendingRow(const Recordset::State& state) : state_(state) {}
+    [[nodiscard]] base::Value Value(std::size_t column) const override
+    {
+        return state_.ColumnValue(column);
+    }
+
+private:
+    const Recordset::State& state_;
+};
+
+Value Recordset::State::ColumnValue(std::size_t column) const
+{
+    if (edit.mode != EditMode::None && edit.assigned[column]) return *edit.assigned[column];
+    if (edit.mode == EditMode::Add) return edit.initial[column];
+    return Source().ValueOf(Source().View(*image), column);
+}
+
+Value Recordset::State::ValueOf(std::size_t field) const
+{
+    if (edit.mode == EditMode::None) {
+        const Spot spot = RequireRow();
+        if (ofValues) return values[jet::format::Raw(rows->Id(spot).page)][field];
+        return query->ValueOf(Source().View(*image), field);
+    }
+    const OutputField& output = query->Fields()[field];
+    if (output.column) return ColumnValue(*output.column);
+    return Evaluate(*output.expression, PendingRow(*this), query->World());
+}
+
+void Recordset::State::Assign(std::string_view name, const Value& value)
+{
+    const OutputField& field = query->Fields()[FieldNamed(name)];
+    if (edit.mode == EditMode::None) throw NumberedError(3020);
+    if (!field.column) throw NumberedError(3164);
+    const jet::format::ColumnDefinition& column = Source().Definition().columns[*field.column];
+    if (column.autoNumber) throw NumberedError(3164);
+    edit.assigned[*field.column] = jet::sql::ForColumn(value, column, bytesPerCharacter);
+}
+
+bool Recordset::State::Updatable() const
+{
+    return !ofValues && !readOnly;
+}
+
+void Recordset::State::RequireUpdatable() const
+{
+    if (type == RecordsetType::Snapshot || type == RecordsetType::ForwardOnly)
+        throw NumberedError(3251);
+    if (!Updatable()) throw NumberedError(3027);
+}
+
+void Recordset::State::Edit()
+{
+    RequireUpdatable();
+    DropEdit();
+    RequireRow();
+    // Whoever changed the row since it was read comes first; a second Edit sees his change.
+    std::optional<jet::table::StoredRow> now = Source().Fetch(rows->Id(*current));
+    const bool changed = now && now->bytes != image->bytes;
+    image = std::move(now);
+    if (!image) throw NumberedError(3167);
+    if (changed) throw NumberedError(3197);
+    edit.mode = EditMode::InProgress;
+    edit.assigned.resize(Source().Definition().columns.size());
+}
+
+void Recordset::State::AddNew()
+{
+    RequireUpdatable();
+    const std::shared_ptr<Database::State> owner = RequireOpen();
+    EditBuffer made;
+    made.mode = EditMode::Add;
+    made.initial = NewRowValues(*query->Table(), owner->session);
+    const auto& columns = Source().Definition().columns;
+    made.assigned.resize(columns.size());
+    // The number is used up even if the row is never stored.
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        if (columns[i].autoNumber) made.initial[i] = Source().NextAutoNumber();
+    edit = std::move(made);
+}
+
+void Recordset::State::Update()
+{
+    switch (edit.mode) {
+    case EditMode::None:
+        throw NumberedError(3020);
+    case EditMode::InProgress:
+        return WriteEdit();
+    case EditMode::Add:
+        return WriteNew();
+    }
+}
+
+// Only the assigned fields: the others may have been changed by somebody else meanwhile.
+void Recordset::State::WriteEdit()
+{
+    std::vector<Assignment> changes;
+    for (std::size_t i = 0; i < edit.assigned.size(); ++i) {
+        if (!edit.assigned[i]) continue;
+        jet::sql::CheckStorable(*query->Table(), i, *edit.assigned[i]);
+        changes.push_back({i, *edit.assigned[i]});
+    }
+    const RowId row = rows->Id(*current);
+    if (!changes.empty()) Source().Update(row, changes);
+    lastModified = row;
+    DropEdit();
+    Fetch();
+}
+
+void Recordset::State::WriteNew()
+{
+    std::vector<Assignment> row;
+    for (std::size_t i = 0; i < edit.assigned.size(); ++i) {
+        Value value = ColumnValue(i);
+        jet::sql::CheckStorable(*query->Table(), i, value);
+        if (!value.IsNull()) row.push_back({i, std::move(value)});
+    }
+    const RowId added = Source().Insert(row);
+    rows->Add(added);
+    lastModified = added;
+    DropEdit();
+    // A set that was empty stands behind its only row: no current record.
+    if (bof && eof) bof = false;
+}
+
+void Recordset::State::CancelUpdate()
+{
+    if (edit.mode == EditMode::None) throw NumberedError(3020);
+    DropEdit();
+}
+
+void Recordset::State::Delete()
+{
+    RequireUpdatable();
+    DropEdit();
+    const Spot spot = RequireRow();
+    Source().Delete(rows->Id(spot));
+    rows->MakeHole(spot);
+    image.reset();
+}
+
+}  // namespace dao

@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: Apache-2.0
+// Opening, positions and fields of a record set.
+#include "jet/dao/RecordsetState.h"
+
+#include "base/NumberedError.h"
+#include "base/Text.h"
+
+namespace dao {
+
+using base::NumberedError;
+using jet::sql::OutputField;
+
+namespace {
+
+std::uint64_t NextId()
+{
+    static std::uint64_t last = 0;
+    return ++last;
+}
+
+// Rows of values have places instead of row ids.
+std::vector<RowId> Places(std::size_t count)
+{
+    std::vector<RowId> places(count);
+    for (std::size_t i = 0; i < count; ++i)
+        places[i].page = static_cast<jet::format::PageNumber>(i);
+    return places;
+}
+
+std::string_view WithoutBrackets(std::string_view name)
+{
+    if (name.size() >= 2 && name.front() == '[' && name.back() == ']')
+        return name.substr(1, name.size() - 2);
+    return name;
+}
+
+}  // namespace
+
+Recordset::State::State(std::shared_ptr<Database::State> owner, RecordsetPlan plan)
+    : id(NextId()), database(owner), type(plan.type), readOnly(plan.readOnly),
+      bytesPerCharacter(owner->session.bytesPerCharacter), query(std::move(plan.query))
+{
+    ofValues = !query->GivesTableRows() || type == RecordsetType::Snapshot ||
+               type == RecordsetType::ForwardOnly;
+    Populate();
+}
+
+void Recordset::State::Populate()
+{
+    if (ofValues) {
+        values = RowsOf(*query);
+        rows.emplace(Places(values.size()));
+    } else if (query->InStorageOrder()) {
+        rows.emplace(std::make_unique<jet::sql::RowFinder>(Source(), query->Where()));
+    } else {
+        rows.emplace(RowIdsOf(*query));
+    }
+    bof = eof = true;
+    current.reset();
+    image.reset();
+    if (const std::optional<Spot> first = rows->First()) StandOn(*first);
+}
+
+std::shared_ptr<Database::State> Recordset::State::RequireOpen() const
+{
+    std::shared_ptr<Database::State> owner = database.lock();
+    if (closed || !owner || !owner->core) throw NumberedError(3420);
+    return owner;
+}
+
+void Recordset::State::Fetch()
+{
+    if (ofValues || rows->IsHole(*current)) {
+        image.reset();
+    } else {
+        image = Source().Fetch(rows->Id(*current));
+    }
+}
+
+void Recordset::State::StandOn(Spot spot)
+{
+    current = spot;
+    bof = eof = false;
+    Fetch();
+}
+
+void Recordset::State::RequireMovable() const
+{
+    if (type == RecordsetType::ForwardOnly) throw NumberedError(3251);
+}
+
+Spot Recordset::State::RequireRow() const
+{
+    if (bof || eof || !current) throw NumberedError(3021);
+    if (rows->IsHole(*current) || (!ofValues && !image)) throw NumberedError(3167);
+    return *current;
+}
+
+void Recordset::State::StandOnOrPass(std::optional<Spot> spot, bool& flag)
+{
+    if (spot) return StandOn(*spot);
+    flag = true;
+    current.reset();
+    image.reset();
+}
+
+void Recordset::State::MoveFirst()
+{
+    RequireMovable();
+    DropEdit();
+    const std::optional<Spot> first = rows->First();
+    if (first) return StandOn(*first);
+    bof = eof = true;
+    throw NumberedError(3021);
+}
+
+void Recordset::State::MoveLast()
+{
+    RequireMovable();
+    DropEdit();
+    const std::optional<Spot> last = rows->Last();
+    if (last) return StandOn(*last);
+    bof = eof = true;
+    throw NumberedError(3021);
+}
+
+void Recordset::State::MoveNext()
+{
+    if (eof) throw NumberedError(3021);
+    DropEdit();
+    const bool before = bof;
+    bof = false;
+    StandOnOrPass(before ? rows->First() : rows->Next(*current), eof);
+}
+
+void Recordset::State::MovePrevious()
+{
+    RequireMovable();
+    if (bof) throw NumberedError(3021);
+    const std::optional<Spot> previous = eof ? rows->Last() : rows->Previous(*current);
+    if (eof && !previous) throw NumberedError(3021);
+    DropEdit();
+    StandOnOrPass(previous, bof);
+}
+
+void Recordset::State::Refresh()
+{
+    if (bof || eof || !current) throw NumberedError(3021);
+    DropEdit();
+    Fetch();
+    RequireRow();
+}
+
+void Recordset::State::Requery()
+{
+    if (type == RecordsetType::Table) throw NumberedError(3251);
+    DropEdit();
+    noMatch = false;
+    Populate();
+}
+
+std::size_t Recordset::State::FieldNamed(std::string_view name) const
+{
+    const std::string_view wanted = WithoutBrackets(name);
+    const std::vector<OutputField>& fields = query->Fields();
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        if (base::SameName(fields[i].name, wanted)) return i;
+    throw NumberedError(3265);
+}
+
+const OutputField& Recordset::State::FieldAt(int index) const
+{
+    const std::vector<OutputField>& fields = query->Fields();
+    if (index < 0 || static_cast<std::size_t>(index) >= fields.size()) throw NumberedError(3265);
+    return fields[static_cast<std::size_t>(index)];
+}
+
+BookmarkValue Recordset::State::BookmarkOf(RowId row) const
+{
+    return {id, jet::format::Raw(row.page), row.slot};
+}
+
+BookmarkValue Recordset::State::Bookmark() const
+{
+    return BookmarkOf(rows->Id(RequireRow()));
+}
+
+void Recordset::State::SetBookmark(const BookmarkValue& bookmark)
+{
+    if (type == RecordsetType::ForwardOnly) throw NumberedError(3251);
+    const RowId row{static_cast<jet::format::PageNumber>(bookmark.page), bookmark.slot};
+    const std::optional<Spot> spot =
+        bookmark.recordset == id ? rows->Find(row) : std::optional<Spot>();
+    if (!spot) throw NumberedError(3159);
+    if (rows->IsHole(*spot)) throw NumberedError(3167);
+    if (!ofValues && !Source().Fetch(row)) throw NumberedError(3167);
+    DropEdit();
+    StandOn(*spot);
+}
+
+int Recordset::State::RecordCount() const
+{
+    if (type == RecordsetType::Table) return static_cast<int>(Source().RowCount());
+    return static_cast<int>(rows->Count());
+}
+
+}  // namespace dao

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: Apache-2.0
+// RecordsetState: a record set's rows, position and pending edit, and what is done with them.
+#pragma once
+
+#include "jet/dao/DatabaseState.h"
+#include "jet/dao/Recordset.h"
+#include "jet/dao/RowList.h"
+#include "jet/sql/QueryRows.h"
+
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace dao {
+
+// What a record set is made from.
+struct RecordsetPlan {
+    std::unique_ptr<jet::sql::Query> query;
+    RecordsetType type = RecordsetType::Dynaset;
+    bool readOnly = false;
+};
+
+// The pending Edit or AddNew: values by column of the table.
+struct EditBuffer {
+    EditMode mode = EditMode::None;
+    std::vector<std::optional<base::Value>> assigned;
+    std::vector<base::Value> initial;  // of a new row
+};
+
+class Criterion;
+
+// Errors: as in Recordset.h; 91 and 3420 are seen to there.
+struct Recordset::State {
+    State(std::shared_ptr<Database::State> owner, RecordsetPlan plan);
+
+    // Errors: 3420.
+    [[nodiscard]] std::shared_ptr<Database::State> RequireOpen() const;
+
+    void MoveFirst();
+    void MoveLast();
+    void MoveNext();
+    void MovePrevious();
+    void Refresh();
+    void Requery();
+
+    enum class Direction { Forward, Backward };
+    enum class From { End, CurrentRow };
+    void Find(std::string_view criteria, From from, Direction direction);
+
+    void Edit();
+    void AddNew();
+    void Update();
+    void CancelUpdate();
+    void Delete();
+    void Assign(std::string_view name, const base::Value& value);
+
+    // Place among the output fields. Errors: 3265.
+    [[nodiscard]] std::size_t FieldNamed(std::string_view name) const;
+    [[nodiscard]] const jet::sql::OutputField& FieldAt(int index) const;
+    [[nodiscard]] base::Value ValueOf(std::size_t field) const;
+
+    [[nodiscard]] BookmarkValue Bookmark() const;
+    void SetBookmark(const BookmarkValue& bookmark);
+    [[nodiscard]] BookmarkValue BookmarkOf(RowId row) const;
+
+    [[nodiscard]] int RecordCount() const;
+    [[nodiscard]] bool Updatable() const;
+
+    std::uint64_t id = 0;
+    std::weak_ptr<Database::State> database;
+    bool closed = false;
+    RecordsetType type = RecordsetType::Dynaset;
+    bool readOnly = false;
+    std::size_t bytesPerCharacter = 2;
+
+    std::unique_ptr<jet::sql::Query> query;
+    bool ofValues = false;                   // rows are values worked out when opened
+    std::vector<jet::sql::ValueRow> values;  // of those
+    std::optional<RowList> rows;             // set from the start
+    bool bof = true, eof = true, noMatch = false;
+    std::optional<Spot> current;
+    std::optional<jet::table::StoredRow> image;  // of the current row when it was fetched
+    std::optional<RowId> lastModified;
+    EditBuffer edit;
+
+private:
+    friend class PendingRow;
+    void Populate();
+    void StandOn(Spot spot);
+    void Fetch();
+    Spot RequireRow() const;
+    void RequireMovable() const;
+    void RequireUpdatable() const;
+    void DropEdit() { edit = {}; }
+    void StandOnOrPass(std::optional<Spot> spot, bool& flag);
+    [[nodiscard]] jet::table::RowSource& Source() const { return *query->Table()->rows; }
+    [[nodiscard]] base::Value ColumnValue(std::size_t column) const;
+    [[nodiscard]] std::optional<Spot> Search(const Criterion& criterion, From from,
+                                             Direction direction);
+    void WriteEdit();
+    void WriteNew();
+};
+
+}  // namespace dao

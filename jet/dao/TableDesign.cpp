@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/dao/TableDesign.h"
+
+#include "base/NumberedError.h"
+#include "jet/dao/FieldTypes.h"
+#include "jet/sql/Parser.h"
+
+#include <algorithm>
+
+namespace dao {
+
+using base::NumberedError;
+using jet::catalog::NewColumn;
+using jet::catalog::NewTable;
+using jet::format::ColumnDefinition;
+using jet::format::NamedIndex;
+
+namespace {
+
+constexpr std::uint8_t kRelationship = 2;  // kind of a named index that is no index of the user's
+
+FieldDef FieldDefOf(const ColumnDefinition& column, std::size_t bytesPerCharacter)
+{
+    FieldDef field;
+    field.name = column.name;
+    field.type = FieldTypeOf(column.type);
+    field.size = FieldSizeOf(column, bytesPerCharacter);
+    field.attributes =
+        (column.fixed ? kFixedField : kVariableField) | (column.autoNumber ? kAutoIncrField : 0);
+    return field;
+}
+
+IndexDef IndexDefOf(const NamedIndex& named, const jet::format::TableDefinition& table)
+{
+    const jet::format::IndexDefinition& tree = table.indexes.at(named.tree);
+    IndexDef index;
+    index.name = named.name;
+    index.primary = named.kind == 1;
+    index.unique = tree.unique;
+    index.ignoreNulls = tree.ignoreNulls;
+    index.required = tree.required;
+    for (const jet::format::IndexColumn& part : tree.columns) {
+        const auto column = std::find_if(
+            table.columns.begin(), table.columns.end(),
+            [&](const ColumnDefinition& known) { return known.number == part.columnNumber; });
+        if (column != table.columns.end()) index.fields.push_back({column->name, part.ascending});
+    }
+    return index;
+}
+
+NewColumn NewColumnOf(const FieldDef& field)
+{
+    const auto type = ColumnTypeOf(field.type);
+    if (!type) throw NumberedError(3259);
+    NewColumn column;
+    column.name = field.name;
+    column.type = *type;
+    column.size = field.size;
+    if (field.type == FieldType::Text && field.size == 0) column.size = kLongestText;
+    if (field.type == FieldType::Text && field.size > kLongestText) throw NumberedError(3017);
+    column.autoNumber = (field.attributes & kAutoIncrField) != 0;
+    if (column.autoNumber && field.type != FieldType::Long) throw NumberedError(3001);
+    if (!field.defaultValue.empty()) (void)jet::sql::ParseDefault(field.defaultValue, {});
+    column.properties.defaultValue = field.defaultValue;
+    column.properties.allowZeroLength = field.allowZeroLength;
+    column.properties.required = field.required;
+    return column;
+}
+
+}  // namespace
+
+TableDef TableDefOf(const jet::catalog::OpenTable& table, std::size_t bytesPerCharacter)
+{
+    TableDef made(table.entry.name);
+    const jet::format::TableDefinition& definition = table.rows->Definition();
+    for (std::size_t i = 0; i < definition.columns.size(); ++i) {
+        FieldDef field = FieldDefOf(definition.columns[i], bytesPerCharacter);
+        if (i < table.properties.size()) {
+            field.defaultValue = table.properties[i].defaultValue;
+            field.allowZeroLength = table.properties[i].allowZeroLength;
+            field.required = table.properties[i].required;
+        }
+        made.Append(std::move(field));
+    }
+    for (const NamedIndex& named : definition.namedIndexes)
+        if (named.kind != kRelationship && named.tree < definition.indexes.size())
+            made.Append(IndexDefOf(named, definition));
+    return made;
+}
+
+NewTable NewTableOf(const TableDef& table)
+{
+    NewTable made;
+    made.name = table.Name();
+    for (const FieldDef& field : table.Fields())
+        made.columns.push_back(NewColumnOf(field));
+    const auto counters = std::count_if(made.columns.begin(), made.columns.end(),
+                                        [](const NewColumn& column) { return column.autoNumber; });
+    if (counters > 1) throw NumberedError(3090);
+    for (const IndexDef& index : table.Indexes()) {
+        jet::catalog::NewIndex copy;
+        copy.name = index.name;
+        for (const IndexDef::Part& part : index.fields)
+            copy.columns.push_back({part.field, part.ascending});
+        copy.primary = index.primary;
+        copy.unique = index.unique;
+        copy.ignoreNulls = index.ignoreNulls;
+        copy.required = index.required;
+        made.indexes.push_back(std::move(copy));
+    }
+    return made;
+}
+
+}  // namespace dao

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
+// TableDesign: DAO's table definitions from and for the catalog.
+#pragma once
+
+#include "jet/catalog/Catalog.h"
+#include "jet/dao/TableDef.h"
+
+namespace dao {
+
+[[nodiscard]] TableDef TableDefOf(const jet::catalog::OpenTable& table,
+                                  std::size_t bytesPerCharacter);
+
+// Errors: 3259 unknown type, 3017 a text too wide, 3001 a counter that is no long, 3090 two
+//         counters, 3355 a default that is no expression.
+[[nodiscard]] jet::catalog::NewTable NewTableOf(const TableDef& table);
+
+}  // namespace dao
