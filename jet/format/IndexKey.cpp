@@ -3,7 +3,6 @@
 
 #include "base/NumberedError.h"
 #include "base/Text.h"
-#include "jet/format/Collation97.h"
 #include "jet/format/SortKey.h"
 
 #include <bit>
@@ -79,7 +78,7 @@ void PutText(KeyBytes& key, std::string_view text, SortOrder order, bool ascendi
     key.insert(key.end(), sorted.begin(), sorted.end());
     if (ascending) return;
     Invert(key, start);
-    if (order.version != kJet3Tables) key.push_back(std::byte{0});
+    key.push_back(std::byte{0});
 }
 
 template <class T>

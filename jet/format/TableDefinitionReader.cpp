@@ -141,7 +141,8 @@ void ReadIndexes(TableDefinition& table, Sections& sections, std::size_t trees, 
         if (index.tree >= trees) Damaged("named index without tree");
         if (index.kind != kPrimaryKey) continue;
         table.indexes[index.tree].unique = true;
-        table.indexes[index.tree].required = true;
+        // The keys of the engine's own tables may hold nulls unless their flags forbid it.
+        if (!table.systemTable) table.indexes[index.tree].required = true;
     }
     for (NamedIndex& index : table.namedIndexes)
         index.name = sections.NextName();

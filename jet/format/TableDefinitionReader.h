@@ -26,8 +26,8 @@ private:
 };
 
 // Reads the joined bytes: the first page whole, then the content of each further page.
-// Rule:   `page` and `pages` of the answer are left to the caller. The columns of a primary key are
-//         unique and required, whatever the flags of their tree say.
+// Rule:   `page` and `pages` of the answer are left to the caller. A primary key is unique and, but
+//         for the engine's own tables, required, whatever the flags of its tree say.
 // Errors: 3343 when the definition contradicts itself.
 // Source: docs/format/table-definition.md
 [[nodiscard]] TableDefinition ReadTableDefinition(Span joined, const FileVersion& version);

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
 #include <optional>
 
 namespace jet::pages {
@@ -16,38 +15,36 @@ namespace {
 
 constexpr format::RowId kFreePages{PageNumber{1}, 0};
 
-// The lowest set bit, nothing when none is set. Every page taken asks this, so words at a time.
-std::optional<std::size_t> LowestBit(format::Span bitmap)
+// The lowest set bit from `first` on, nothing when none is set.
+std::optional<std::size_t> LowestBit(format::Span bitmap, std::size_t first)
 {
-    std::size_t at = 0;
-    for (std::uint64_t word = 0; bitmap.size() - at >= sizeof(word); at += sizeof(word)) {
-        std::memcpy(&word, bitmap.data() + at, sizeof(word));
-        if (word != 0) return 8 * at + static_cast<std::size_t>(std::countr_zero(word));
-    }
-    for (; at < bitmap.size(); ++at) {
-        const auto byte = std::to_integer<std::uint8_t>(bitmap[at]);
-        if (byte != 0) return 8 * at + static_cast<std::size_t>(std::countr_zero(byte));
+    for (std::size_t i = first / 8; i < bitmap.size(); ++i) {
+        auto bits = std::to_integer<unsigned>(bitmap[i]);
+        if (i == first / 8) bits &= 0xFFU << (first % 8);
+        if (bits != 0) return 8 * i + static_cast<std::size_t>(std::countr_zero(bits));
     }
     return std::nullopt;
 }
 
-// The lowest page an existing bitmap calls free. Pages behind the bitmaps are free too, but the
-// file ends before them.
-std::optional<std::uint32_t> LowestFree(const Pager& pager)
+// The lowest page from `first` on that an existing bitmap calls free. Pages behind the bitmaps are
+// free too, but the file ends before them.
+std::optional<std::uint32_t> LowestFree(const Pager& pager, std::uint32_t first)
 {
     const Page home = pager.Read(kFreePages.page);
     const format::Span row = MapBytes(home, kFreePages);
     if (FormOf(row) == MapForm::Inline) {
-        const auto bit = LowestBit(row.subspan(kMapHead));
+        const std::uint32_t start = format::ReadU32(row, 1);
+        const auto bit = LowestBit(row.subspan(kMapHead), std::max(first, start) - start);
         if (!bit) return std::nullopt;
-        return format::ReadU32(row, 1) + static_cast<std::uint32_t>(*bit);
+        return start + static_cast<std::uint32_t>(*bit);
     }
     const std::uint32_t perBitmap = PagesPerBitmap(pager.Version().pageSize);
-    for (std::uint32_t i = 0; 1 + 4 * (std::size_t{i} + 1) <= row.size(); ++i) {
+    for (std::uint32_t i = first / perBitmap; 1 + 4 * (std::size_t{i} + 1) <= row.size(); ++i) {
         const PageNumber bitmapPage{format::ReadU32(row, 1 + std::size_t{4} * i)};
-        if (bitmapPage == PageNumber::None) return i * perBitmap;
+        const std::uint32_t from = std::max(first, i * perBitmap);
+        if (bitmapPage == PageNumber::None) return from;
         const Page page = pager.Read(bitmapPage);
-        if (const auto bit = LowestBit(BitmapOf(page)))
+        if (const auto bit = LowestBit(BitmapOf(page), from - i * perBitmap))
             return i * perBitmap + static_cast<std::uint32_t>(*bit);
     }
     return std::nullopt;
@@ -147,10 +144,10 @@ void Mark(WriteSet& changes, PageNumber page, bool isFree)
 
 }  // namespace
 
-PageNumber TakeFreePage(WriteSet& changes)
+PageNumber TakeFreePage(WriteSet& changes, PageNumber above)
 {
     const Pager& pager = changes.Of();
-    const auto lowest = LowestFree(pager);
+    const auto lowest = LowestFree(pager, Raw(above) + 1);
     if (lowest && *lowest < pager.PageCount()) {
         const PageNumber page{*lowest};
         Mark(changes, page, false);

@@ -81,9 +81,9 @@ format::MutableSpan WriteSet::Change(PageNumber page)
     return *own;
 }
 
-PageNumber WriteSet::Allocate()
+PageNumber WriteSet::Allocate(PageNumber above)
 {
-    const PageNumber page = TakeFreePage(*this);
+    const PageNumber page = TakeFreePage(*this, above);
     state_->changed[page] = std::make_shared<PageBytes>(state_->pager.Version().pageSize);
     return page;
 }
@@ -134,11 +134,10 @@ void WriteSet::Commit()
         file.file->Flush();
         file.journal.End();
     } catch (const base::NumberedError&) {
-        // Undone at once when the disk lets us, otherwise before anything else is read.
+        // Undone at once when the disk lets us, otherwise by the next opener.
         file.cache.Clear();
-        file.halfWritten = true;
         try {
-            file.Mend();
+            file.journal.Recover(*file.file, pageSize);
         } catch (const base::NumberedError&) {
         }
         throw;

@@ -27,9 +27,9 @@ public:
     // The set's own copy of a page, to be changed in place; stays valid until Commit.
     [[nodiscard]] format::MutableSpan Change(PageNumber page);
 
-    // A zeroed page of this set, taken out of the file's map of free pages; the file grows when
-    // there is none. Errors: 3049-family when the file would pass 2 GB.
-    [[nodiscard]] PageNumber Allocate();
+    // A zeroed page of this set behind page `above`, taken out of the file's map of free pages; the
+    // file grows when there is none. Errors: 3049-family when the file would pass 2 GB.
+    [[nodiscard]] PageNumber Allocate(PageNumber above = PageNumber::None);
     // A zeroed page behind the end of the file, whatever the map of free pages says; for the map
     // itself.
     [[nodiscard]] PageNumber AppendPage();

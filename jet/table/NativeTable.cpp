@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/table/NativeTable.h"
+
+#include "base/NumberedError.h"
+#include "jet/format/ValueCodec.h"
+#include "jet/table/KeySearch.h"
+#include "jet/table/LongValues.h"
+#include "jet/table/RowChanges.h"
+#include "jet/table/TableCursor.h"
+
+namespace jet::table {
+
+using format::TableDefinition;
+
+NativeTable::NativeTable(std::shared_ptr<pages::Pager> pager, PageNumber definition)
+    : pager_(std::move(pager)), definition_(*pager_, definition)
+{
+}
+
+NativeTable::~NativeTable() = default;
+
+const TableDefinition& NativeTable::Definition() const
+{
+    return definition_.Known();
+}
+
+std::uint32_t NativeTable::RowCount() const
+{
+    return StoredRowCount(*pager_, Definition().page);
+}
+
+std::unique_ptr<RowCursor> NativeTable::Scan() const
+{
+    return std::make_unique<TableCursor>(*pager_, definition_.Current());
+}
+
+std::optional<StoredRow> NativeTable::Fetch(RowId row) const
+{
+    const std::optional<FoundRow> found = FindRow(*pager_, definition_.Current()->page, row);
+    if (!found) return std::nullopt;
+    return StoredRow{row, {found->bytes.begin(), found->bytes.end()}};
+}
+
+format::RowView NativeTable::View(const StoredRow& row) const
+{
+    return {row.bytes, Definition()};
+}
+
+base::Value NativeTable::ValueOf(const format::RowView& row, std::size_t column) const
+{
+    return ReadColumn(*pager_, row, column);
+}
+
+std::optional<std::vector<RowId>> NativeTable::FindByKey(std::span<const Assignment> keys) const
+{
+    return RowsWithKey(*pager_, *definition_.Current(), keys);
+}
+
+std::int32_t NativeTable::NextAutoNumber()
+{
+    pages::WriteSet changes(*pager_);
+    const PageNumber page = Definition().page;
+    const auto last = static_cast<std::uint32_t>(LastAutoNumber(*pager_, page));
+    const auto step = static_cast<std::uint32_t>(AutoNumberIncrement(*pager_, page));
+    const auto next = static_cast<std::int32_t>(last + step);  // goes round at the end
+    SetLastAutoNumber(changes, page, next);
+    changes.Commit();
+    return next;
+}
+
+RowId NativeTable::Insert(std::span<const Assignment> values)
+{
+    pages::WriteSet changes(*pager_);
+    const RowId row = Insert(changes, values);
+    changes.Commit();
+    return row;
+}
+
+void NativeTable::Update(RowId row, std::span<const Assignment> values)
+{
+    pages::WriteSet changes(*pager_);
+    Update(changes, row, values);
+    changes.Commit();
+}
+
+void NativeTable::Delete(RowId row)
+{
+    pages::WriteSet changes(*pager_);
+    Delete(changes, row);
+    changes.Commit();
+}
+
+RowId NativeTable::Insert(pages::WriteSet& changes, std::span<const Assignment> values)
+{
+    return RowChanges(changes, *definition_.Current()).Insert(values);
+}
+
+void NativeTable::Update(pages::WriteSet& changes, RowId row, std::span<const Assignment> values)
+{
+    RowChanges(changes, *definition_.Current()).Update(row, values);
+}
+
+void NativeTable::Delete(pages::WriteSet& changes, RowId row)
+{
+    RowChanges(changes, *definition_.Current()).Delete(row);
+}
+
+}  // namespace jet::table

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+// NativeTable: the rows of a table that lies in the database file itself.
+#pragma once
+
+#include "jet/pages/WriteSet.h"
+#include "jet/table/LiveDefinition.h"
+#include "jet/table/RowSource.h"
+
+namespace jet::table {
+
+class NativeTable : public RowSource {
+public:
+    // `definition` is the page on which the table's definition begins. Errors: 3343.
+    NativeTable(std::shared_ptr<pages::Pager> pager, PageNumber definition);
+    ~NativeTable() override;
+
+    [[nodiscard]] const format::TableDefinition& Definition() const override;
+    [[nodiscard]] std::uint32_t RowCount() const override;
+
+    [[nodiscard]] std::unique_ptr<RowCursor> Scan() const override;
+    [[nodiscard]] std::optional<StoredRow> Fetch(RowId row) const override;
+    [[nodiscard]] format::RowView View(const StoredRow& row) const override;
+    [[nodiscard]] base::Value ValueOf(const format::RowView& row,
+                                      std::size_t column) const override;
+    [[nodiscard]] std::optional<std::vector<RowId>>
+    FindByKey(std::span<const Assignment> keys) const override;
+
+    [[nodiscard]] std::int32_t NextAutoNumber() override;
+    RowId Insert(std::span<const Assignment> values) override;
+    void Update(RowId row, std::span<const Assignment> values) override;
+    void Delete(RowId row) override;
+
+    // The same as a part of a larger write set, which must be dropped when one of them fails.
+    // Requires: `changes` is open on this table's pager.
+    RowId Insert(pages::WriteSet& changes, std::span<const Assignment> values);
+    void Update(pages::WriteSet& changes, RowId row, std::span<const Assignment> values);
+    void Delete(pages::WriteSet& changes, RowId row);
+
+private:
+    std::shared_ptr<pages::Pager> pager_;
+    mutable LiveDefinition definition_;
+};
+
+}  // namespace jet::table

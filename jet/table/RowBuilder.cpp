@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/table/RowBuilder.h"
+
+#include "base/NumberedError.h"
+#include "jet/format/TextCompression.h"
+#include "jet/format/ValueCodec.h"
+#include "jet/table/LongValues.h"
+
+#include <algorithm>
+
+namespace jet::table {
+
+namespace {
+
+using format::ColumnDefinition;
+using format::ColumnType;
+using format::TextForm;
+
+constexpr const format::LongValueLimits& kLimits = format::kLongValueJet4;
+
+template <class T>
+const T& ContentOf(const base::Value& value)
+{
+    const T* content = value.As<T>();
+    if (content == nullptr) throw base::NumberedError(3421);
+    return *content;
+}
+
+// What a value takes outside its row; there no text is compressed.
+std::vector<std::byte> PlainBytes(const base::Value& value, ColumnType type)
+{
+    if (type == ColumnType::Ole) return ContentOf<base::Bytes>(value);
+    return format::EncodeText(ContentOf<std::string>(value), TextForm::Plain);
+}
+
+}  // namespace
+
+RowBuilder::RowBuilder(const format::TableDefinition& table, std::span<const Assignment> values,
+                       const format::FileVersion& version)
+    : table_(&table), writer_(table)
+{
+    Assign(values);
+    Shorten(version.rowLimit);
+}
+
+RowBuilder::RowBuilder(const format::RowView& row, std::span<const Assignment> values,
+                       const format::FileVersion& version)
+    : table_(&row.Table()), writer_(row)
+{
+    Assign(values);
+    Shorten(version.rowLimit);
+}
+
+void RowBuilder::Assign(std::span<const Assignment> values)
+{
+    for (const Assignment& assignment : values) {
+        const ColumnDefinition& column = table_->columns.at(assignment.column);
+        const base::Value& value = assignment.value;
+        if (column.type == ColumnType::Boolean) {
+            writer_.SetBoolean(assignment.column, !value.IsNull() && ContentOf<bool>(value));
+        } else if (format::IsLongValue(column.type)) {
+            AssignLongValue(assignment.column, value);
+        } else if (value.IsNull()) {
+            writer_.SetNull(assignment.column);
+        } else {
+            writer_.SetField(assignment.column, format::EncodeValue(value, column));
+        }
+    }
+}
+
+void RowBuilder::AssignLongValue(std::size_t column, const base::Value& value)
+{
+    std::erase_if(outside_, [column](const auto& former) { return former.column == column; });
+    if (value.IsNull()) return writer_.SetNull(column);
+    const ColumnType type = table_->columns[column].type;
+    std::vector<std::byte> bytes = PlainBytes(value, type);
+    if (bytes.size() > kLimits.inRow) return PutOutside(column, std::move(bytes));
+    // In its row a memo is compressed, whatever the column says.
+    if (type == ColumnType::Memo)
+        bytes = format::EncodeText(ContentOf<std::string>(value), TextForm::CompressedIfShorter);
+    writer_.SetField(column, LongValueInRow(bytes));
+}
+
+// The header keeps its place in the row until the value is stored.
+void RowBuilder::PutOutside(std::size_t column, std::vector<std::byte> bytes)
+{
+    writer_.SetField(column, std::vector<std::byte>(format::kLongValueHeaderSize));
+    outside_.push_back({column, std::move(bytes)});
+}
+
+// A row that is too long gives up its longest long values first.
+void RowBuilder::Shorten(std::size_t limit)
+{
+    while (writer_.Size() > limit) {
+        const std::optional<std::size_t> column = LongestInRow();
+        if (!column) throw base::NumberedError(3047);
+        const format::Span stored = writer_.Field(*column).subspan(format::kLongValueHeaderSize);
+        if (table_->columns[*column].type == ColumnType::Memo)
+            PutOutside(*column, format::EncodeText(format::DecodeText(stored), TextForm::Plain));
+        else
+            PutOutside(*column, {stored.begin(), stored.end()});
+    }
+}
+
+std::optional<std::size_t> RowBuilder::LongestInRow() const
+{
+    std::optional<std::size_t> longest;
+    std::size_t length = format::kLongValueHeaderSize;
+    for (std::size_t column = 0; column < table_->columns.size(); ++column) {
+        if (!format::IsLongValue(table_->columns[column].type)) continue;
+        if (writer_.Field(column).size() <= length) continue;
+        longest = column;
+        length = writer_.Field(column).size();
+    }
+    return longest;
+}
+
+std::vector<std::byte> RowBuilder::Store(pages::WriteSet& changes)
+{
+    for (const OutsideValue& value : outside_)
+        writer_.SetField(value.column,
+                         LongValueStore(changes, table_->columns[value.column]).Store(value.bytes));
+    return writer_.Row();
+}
+
+}  // namespace jet::table

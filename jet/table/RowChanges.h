@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+// RowChanges: inserts, updates and deletes rows of one table inside a write set.
+#pragma once
+
+#include "jet/table/RowPages.h"
+#include "jet/table/RowSource.h"
+#include "jet/table/StoredRows.h"
+
+#include <span>
+
+namespace jet::table {
+
+// A column's value; long values are read whole. Errors: 3343.
+[[nodiscard]] base::Value ReadColumn(const pages::Pager& pager, const format::RowView& row,
+                                     std::size_t column);
+
+// Requires: changes and table outlive it.
+// Rule:     each call makes all its checks before the first change.
+// Errors:   those of RowSource::Insert.
+class RowChanges {
+public:
+    RowChanges(pages::WriteSet& changes, const format::TableDefinition& table);
+
+    RowId Insert(std::span<const Assignment> values);
+    void Update(RowId row, std::span<const Assignment> values);
+    void Delete(RowId row);
+
+private:
+    [[nodiscard]] FoundRow Existing(RowId row) const;
+    void Rewrite(RowId row, format::Span bytes);
+    void RewriteMoved(RowId row, RowId moved, format::Span bytes);
+    void FreeLongValue(const format::RowView& row, std::size_t column);
+    void RaiseCounter(std::span<const Assignment> values);
+
+    pages::WriteSet& changes_;
+    pages::Pager& pager_;
+    const format::TableDefinition& table_;
+    RowPages rows_;
+};
+
+}  // namespace jet::table
