@@ -3,6 +3,7 @@
 
 #include "base/NumberedError.h"
 #include "base/Text.h"
+#include "jet/format/Collation97.h"
 #include "jet/format/SortKey.h"
 
 #include <bit>
@@ -78,7 +79,7 @@ void PutText(KeyBytes& key, std::string_view text, SortOrder order, bool ascendi
     key.insert(key.end(), sorted.begin(), sorted.end());
     if (ascending) return;
     Invert(key, start);
-    key.push_back(std::byte{0});
+    if (order.version != kJet3Tables) key.push_back(std::byte{0});
 }
 
 template <class T>

@@ -4,6 +4,7 @@
 #include "base/NumberedError.h"
 #include "base/Text.h"
 #include "jet/format/Collation.h"
+#include "jet/format/Collation97.h"
 
 #include <algorithm>
 #include <array>
@@ -105,27 +106,61 @@ KeyBytes KeyOf(std::string_view text, const Collation& collation, UnknownCharact
     return sections.Joined(collation.reverseDiacritics);
 }
 
+// Rule: a character that Windows-1252 lacks is a question mark there; what it was decides last.
+KeyBytes KeyOfJet3(std::string_view text, UnknownCharacters policy)
+{
+    text = WithoutTrailingBlanks(text);
+    const std::string stored = base::ToWindows1252(text);
+    KeyBytes key = KeyOf97(stored);
+    if (base::FromWindows1252(stored) == text) return key;
+    if (policy == UnknownCharacters::Refuse) throw base::NumberedError(3421);
+    for (const char16_t unit : base::ToUtf16(text)) {
+        key.push_back(static_cast<std::byte>(unit >> 8));
+        key.push_back(static_cast<std::byte>(unit & 0xFF));
+    }
+    return key;
+}
+
 // The weight of each ASCII character that has one and nothing else, otherwise 0. No weight of one
 // byte begins a weight of two, so a one-byte weight compares rightly as its byte and a zero.
 using PlainWeights = std::array<std::uint16_t, 256>;
 
-PlainWeights MakePlainWeights()
+std::uint16_t PlainWeight(std::uint16_t weight)
+{
+    return static_cast<std::uint16_t>(weight > 0xFF ? weight : weight << 8);
+}
+
+PlainWeights PlainWeightsOfJet4()
 {
     PlainWeights plain{};
     for (std::size_t unit = 0; unit < 128; ++unit) {
         const CharacterWeight weight = kGeneralLegacy.latin1[unit];
-        if (weight.kind != Class::Weight || weight.diacritic != kNeutralDiacritic) continue;
-        const auto bytes = weight.weights;
-        plain[unit] = static_cast<std::uint16_t>(bytes > 0xFF ? bytes : bytes << 8);
+        if (weight.kind == Class::Weight && weight.diacritic == kNeutralDiacritic)
+            plain[unit] = PlainWeight(weight.weights);
     }
     return plain;
 }
 
-// Compares texts of plain ASCII characters without making keys; nothing when one holds another.
-std::optional<std::weak_ordering> ComparePlain(std::string_view left, std::string_view right)
+PlainWeights PlainWeightsOfJet3()
 {
-    static const PlainWeights plain = MakePlainWeights();
-    const auto weightAt = [](std::string_view text, std::size_t at) {
+    PlainWeights plain{};
+    for (std::size_t unit = 0; unit < 128; ++unit)
+        plain[unit] = PlainWeight(kGeneral97[unit].weights);
+    return plain;
+}
+
+const PlainWeights& PlainWeightsOf(SortOrder order)
+{
+    static const PlainWeights jet4 = PlainWeightsOfJet4();
+    static const PlainWeights jet3 = PlainWeightsOfJet3();
+    return order.version == kJet3Tables ? jet3 : jet4;
+}
+
+// Compares texts of plain ASCII characters without making keys; nothing when one holds another.
+std::optional<std::weak_ordering> ComparePlain(std::string_view left, std::string_view right,
+                                               const PlainWeights& plain)
+{
+    const auto weightAt = [&plain](std::string_view text, std::size_t at) {
         return plain[static_cast<unsigned char>(text[at])];
     };
     const std::size_t common = std::min(left.size(), right.size());
@@ -161,6 +196,7 @@ const Collation* FindCollation(SortOrder order)
 
 std::vector<std::byte> SortKeyOf(std::string_view text, SortOrder order)
 {
+    if (order == kGeneral97Order) return KeyOfJet3(text, UnknownCharacters::Refuse);
     const Collation* collation = FindCollation(order);
     if (collation == nullptr) throw base::NumberedError(3251).At("sort order without tables");
     return KeyOf(text, *collation, UnknownCharacters::Refuse);
@@ -171,12 +207,14 @@ std::weak_ordering CompareText(std::string_view left, std::string_view right, So
     left = WithoutTrailingBlanks(left);
     right = WithoutTrailingBlanks(right);
     if (left == right) return std::weak_ordering::equivalent;
-    if (const auto plain = ComparePlain(left, right)) return *plain;
-    const Collation* found = FindCollation(order);
-    const Collation& collation = found != nullptr ? *found : kGeneralLegacy;
-    const KeyBytes leftKey = KeyOf(left, collation, UnknownCharacters::SortBehind);
-    const KeyBytes rightKey = KeyOf(right, collation, UnknownCharacters::SortBehind);
-    return leftKey <=> rightKey;
+    if (const auto plain = ComparePlain(left, right, PlainWeightsOf(order))) return *plain;
+    const auto keyOf = [order](std::string_view text) {
+        if (order.version == kJet3Tables) return KeyOfJet3(text, UnknownCharacters::SortBehind);
+        const Collation* found = FindCollation(order);
+        return KeyOf(text, found != nullptr ? *found : kGeneralLegacy,
+                     UnknownCharacters::SortBehind);
+    };
+    return keyOf(left) <=> keyOf(right);
 }
 
 }  // namespace jet::format

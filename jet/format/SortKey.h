@@ -20,7 +20,8 @@ namespace jet::format {
 
 // Compares two texts as their sort keys would: case and trailing blanks are ignored.
 // Rule: never fails. A character that the tables do not know sorts behind all that they know, by
-//       its UTF-16 unit; an order without tables compares as "General" does.
+//       its UTF-16 unit (in Jet 3 as the question mark it would be stored as); an order without
+//       tables compares as "General" does.
 [[nodiscard]] std::weak_ordering CompareText(std::string_view left, std::string_view right,
                                              SortOrder order);
 

@@ -29,7 +29,8 @@ enum class ColumnType : std::uint8_t {
     Numeric = 16,
 };
 
-// The order texts are compared and keyed in: language id and version of its tables.
+// The order texts are compared and keyed in: language id and version of its tables. Version 97
+// (kJet3Tables) stands for the tables of Jet 3, whose files name none.
 struct SortOrder {
     std::uint16_t language = 1033;
     std::uint8_t version = 0;

@@ -74,8 +74,9 @@ public:
 
     void Truncate(std::uint64_t size) override
     {
-        if (::ftruncate(descriptor_, static_cast<off_t>(size)) != 0)
-            RaiseDiskError(errno, "truncate");
+        if (::ftruncate(descriptor_, static_cast<off_t>(size)) == 0) return;
+        // The system says EINVAL for a file that was opened for reading.
+        RaiseDiskError(errno == EINVAL ? EBADF : errno, "truncate");
     }
 
     void Flush() override
@@ -111,6 +112,18 @@ private:
     int descriptor_;
 };
 
+// A new name survives a power cut only when its folder was flushed. Folders of some systems cannot
+// be; their names are stored at once.
+void FlushFolderOf(const std::string& path)
+{
+    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    const int descriptor =
+        ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) return;
+    (void)::fsync(descriptor);
+    ::close(descriptor);
+}
+
 std::unique_ptr<File> OpenFile(const std::string& path, int flags)
 {
     const int descriptor = ::open(path.c_str(), flags | O_CLOEXEC, 0666);
@@ -130,7 +143,9 @@ std::unique_ptr<File> StdFileSystem::Open(const std::string& path, OpenMode mode
 
 std::unique_ptr<File> StdFileSystem::Create(const std::string& path)
 {
-    return OpenFile(path, O_RDWR | O_CREAT | O_EXCL);
+    std::unique_ptr<File> file = OpenFile(path, O_RDWR | O_CREAT | O_EXCL);
+    FlushFolderOf(path);
+    return file;
 }
 
 bool StdFileSystem::Exists(const std::string& path) const
@@ -147,6 +162,7 @@ void StdFileSystem::Remove(const std::string& path)
 void StdFileSystem::Rename(const std::string& from, const std::string& to)
 {
     if (::rename(from.c_str(), to.c_str()) != 0) RaiseDiskError(errno, "rename " + from);
+    FlushFolderOf(to);
 }
 
 std::string StdFileSystem::Canonical(const std::string& path) const

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 #include <optional>
 
 namespace jet::pages {
@@ -15,13 +16,22 @@ namespace {
 
 constexpr format::RowId kFreePages{PageNumber{1}, 0};
 
-// The lowest set bit from `first` on, nothing when none is set.
+// The lowest set bit from `first` on, nothing when none is set. Every page taken asks this, so
+// words at a time.
 std::optional<std::size_t> LowestBit(format::Span bitmap, std::size_t first)
 {
-    for (std::size_t i = first / 8; i < bitmap.size(); ++i) {
-        auto bits = std::to_integer<unsigned>(bitmap[i]);
-        if (i == first / 8) bits &= 0xFFU << (first % 8);
-        if (bits != 0) return 8 * i + static_cast<std::size_t>(std::countr_zero(bits));
+    std::size_t at = first / 8;
+    if (at >= bitmap.size()) return std::nullopt;
+    const unsigned begun = std::to_integer<unsigned>(bitmap[at]) & (0xFFU << (first % 8));
+    if (begun != 0) return 8 * at + static_cast<std::size_t>(std::countr_zero(begun));
+    ++at;
+    for (std::uint64_t word = 0; bitmap.size() - at >= sizeof(word); at += sizeof(word)) {
+        std::memcpy(&word, bitmap.data() + at, sizeof(word));
+        if (word != 0) return 8 * at + static_cast<std::size_t>(std::countr_zero(word));
+    }
+    for (; at < bitmap.size(); ++at) {
+        const auto byte = std::to_integer<std::uint8_t>(bitmap[at]);
+        if (byte != 0) return 8 * at + static_cast<std::size_t>(std::countr_zero(byte));
     }
     return std::nullopt;
 }

@@ -142,6 +142,7 @@ Recovery Journal::Recover(io::File& database, std::size_t pageSize)
 void Journal::Begin(std::span<const JournalEntry> entries, std::uint64_t databaseSize,
                     std::size_t pageSize)
 {
+    begun_ = false;
     OpenFile();
     std::vector<std::byte> journal(kHeadSize + entries.size() * EntrySize(pageSize));
     format::WriteScalar(format::MutableSpan(journal), 0, kMagic);
@@ -161,6 +162,7 @@ void Journal::Begin(std::span<const JournalEntry> entries, std::uint64_t databas
     }
     WriteU32(journal, kChecksumAt, Checksum(Span(journal).subspan(kPageSizeAt)));
     file_->Write(0, journal);
+    begun_ = true;
     file_->Flush();
 }
 
@@ -169,6 +171,18 @@ void Journal::End()
     const std::vector<std::byte> nothing(8);
     file_->Write(0, nothing);
     file_->Flush();
+    begun_ = false;
+}
+
+void Journal::Undo(io::File& database, std::size_t pageSize)
+{
+    if (!begun_) return;
+    // End may have got as far as calling the set whole.
+    std::vector<std::byte> magic(8);
+    format::WriteScalar(format::MutableSpan(magic), 0, kMagic);
+    file_->Write(0, magic);
+    (void)Recover(database, pageSize);
+    begun_ = false;
 }
 
 void Journal::OpenFile()

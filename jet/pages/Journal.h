@@ -50,6 +50,10 @@ public:
                std::size_t pageSize);
     // The set is whole: there is nothing to undo any more.
     void End();
+    // Undoes the set of the last Begin, wherever it failed, End included.
+    // Errors: 3043 when the disk does not let us; the set can still be undone then, here or by the
+    // next opener.
+    void Undo(io::File& database, std::size_t pageSize);
 
 private:
     void OpenFile();
@@ -57,6 +61,7 @@ private:
     io::FileSystem& files_;
     std::string databasePath_;
     std::unique_ptr<io::File> file_;
+    bool begun_ = false;  // the journal holds a set that End has not confirmed
 };
 
 }  // namespace jet::pages

@@ -93,6 +93,13 @@ std::array<std::byte, 512> Pager::State::CommitWords() const
     return words;
 }
 
+void Pager::State::Mend()
+{
+    if (!halfWritten) return;
+    journal.Undo(*file, version.pageSize);
+    halfWritten = false;
+}
+
 void Pager::State::CountCommit()
 {
     commitWords = CommitWords();
@@ -168,6 +175,7 @@ Page Pager::Read(PageNumber page) const
         if (found != state_->openSet->changed.end()) return Page(found->second);
     }
     if (const auto* kept = state_->cache.Find(page)) return Page(*kept);
+    state_->Mend();
     if (Raw(page) >= state_->pageCount) {
         throw base::NumberedError(3343).At("no page " + std::to_string(Raw(page)));
     }
@@ -183,6 +191,7 @@ std::uint64_t Pager::ChangeCount() const
 
 void Pager::Refresh()
 {
+    state_->Mend();
     const auto words = state_->CommitWords();
     const auto pageCount =
         static_cast<std::uint32_t>(state_->file->Size() / state_->version.pageSize);

@@ -60,10 +60,14 @@ struct Pager::State {
     // Tells others that we wrote: the next value of our own commit word, two bytes in place.
     void CountCommit();
 
+    // Undoes the set whose commit failed, if there is one. Errors: 3043.
+    void Mend();
+
     std::string path;
     const format::FileVersion& version;
     std::unique_ptr<io::File> file;
     bool readOnly = false;
+    bool halfWritten = false;  // a commit failed and could not be undone yet
     Journal journal;
     Recovery recovered = Recovery::Nothing;
     std::uint32_t pageCount = 0;

@@ -134,10 +134,11 @@ void WriteSet::Commit()
         file.file->Flush();
         file.journal.End();
     } catch (const base::NumberedError&) {
-        // Undone at once when the disk lets us, otherwise by the next opener.
+        // Undone at once when the disk lets us, otherwise before anything else is read.
         file.cache.Clear();
+        file.halfWritten = true;
         try {
-            file.journal.Recover(*file.file, pageSize);
+            file.Mend();
         } catch (const base::NumberedError&) {
         }
         throw;

@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/FaultFileSystem.h"
+
+#include "base/NumberedError.h"
+
+#include <algorithm>
+#include <map>
+
+namespace tests {
+
+using jet::io::File;
+using jet::io::LockKind;
+using jet::io::OpenMode;
+
+namespace {
+
+// What one unconfirmed change would have to put back.
+struct Undo {
+    std::uint64_t size = 0;
+    std::uint64_t offset = 0;
+    std::vector<std::byte> bytes;
+};
+
+}  // namespace
+
+struct FaultFileSystem::Plan {
+    std::size_t operations = 0;
+    std::optional<std::size_t> powerEnds;
+    std::optional<std::size_t> failsFrom;
+    std::size_t failures = 0;
+    int failure = 3043;
+    LastWrite last = LastWrite::Whole;
+    Unflushed unflushed = Unflushed::Kept;
+    bool dark = false;
+    std::size_t boots = 0;
+    std::map<std::string, std::vector<Undo>> unconfirmed;
+
+    void RequirePower(std::size_t boot) const
+    {
+        if (dark || boot != boots) throw base::NumberedError(3043).At("the power is out");
+    }
+
+    // Counts one operation; true when it is the one during which the power fails.
+    bool Fails(std::size_t boot)
+    {
+        RequirePower(boot);
+        const std::size_t now = operations++;
+        if (failsFrom && now >= *failsFrom && now < *failsFrom + failures) {
+            throw base::NumberedError(failure).At("planned failure");
+        }
+        if (powerEnds && now >= *powerEnds) dark = true;
+        return dark;
+    }
+
+    void Count(std::size_t boot)
+    {
+        if (Fails(boot)) RequirePower(boot);
+    }
+};
+
+namespace {
+
+class FaultFile : public File {
+public:
+    FaultFile(std::unique_ptr<File> below, std::string path,
+              std::shared_ptr<FaultFileSystem::Plan> plan)
+        : below_(std::move(below)), path_(std::move(path)), plan_(std::move(plan)),
+          boot_(plan_->boots)
+    {
+    }
+
+    [[nodiscard]] std::uint64_t Size() const override
+    {
+        plan_->RequirePower(boot_);
+        return below_->Size();
+    }
+
+    void Read(std::uint64_t offset, std::span<std::byte> into) const override
+    {
+        plan_->RequirePower(boot_);
+        below_->Read(offset, into);
+    }
+
+    void Write(std::uint64_t offset, std::span<const std::byte> bytes) override
+    {
+        if (!plan_->Fails(boot_)) {
+            Remember(offset, bytes.size());
+            return below_->Write(offset, bytes);
+        }
+        if (plan_->last == LastWrite::Torn) {
+            const std::size_t half = std::max<std::size_t>(1, bytes.size() / 2);
+            Remember(offset, half);
+            below_->Write(offset, bytes.first(half));
+        }
+        plan_->RequirePower(boot_);
+    }
+
+    void Truncate(std::uint64_t size) override
+    {
+        plan_->Count(boot_);
+        const std::uint64_t before = below_->Size();
+        Remember(size, before > size ? before - size : 0);
+        below_->Truncate(size);
+    }
+
+    void Flush() override
+    {
+        plan_->Count(boot_);
+        below_->Flush();
+        plan_->unconfirmed.erase(path_);
+    }
+
+    [[nodiscard]] bool TryLock(LockKind kind, std::uint64_t offset, std::uint64_t length) override
+    {
+        plan_->RequirePower(boot_);
+        return below_->TryLock(kind, offset, length);
+    }
+
+    void Unlock(std::uint64_t offset, std::uint64_t length) override
+    {
+        plan_->RequirePower(boot_);
+        below_->Unlock(offset, length);
+    }
+
+private:
+    void Remember(std::uint64_t offset, std::uint64_t length)
+    {
+        if (plan_->unflushed == Unflushed::Kept) return;
+        Undo undo{.size = below_->Size(), .offset = offset, .bytes = {}};
+        const std::uint64_t end = std::min(undo.size, offset + length);
+        if (offset < end) {
+            undo.bytes.resize(static_cast<std::size_t>(end - offset));
+            below_->Read(offset, undo.bytes);
+        }
+        plan_->unconfirmed[path_].push_back(std::move(undo));
+    }
+
+    std::unique_ptr<File> below_;
+    std::string path_;
+    std::shared_ptr<FaultFileSystem::Plan> plan_;
+    std::size_t boot_;
+};
+
+}  // namespace
+
+FaultFileSystem::FaultFileSystem(jet::io::FileSystem& below)
+    : below_(below), plan_(std::make_shared<Plan>())
+{
+}
+
+FaultFileSystem::~FaultFileSystem() = default;
+
+void FaultFileSystem::PullThePlugAfter(std::size_t operations, LastWrite last, Unflushed unflushed)
+{
+    plan_->powerEnds = plan_->operations + operations;
+    plan_->last = last;
+    plan_->unflushed = unflushed;
+    plan_->unconfirmed.clear();
+}
+
+void FaultFileSystem::FailOnce(std::size_t operations, int number)
+{
+    FailFrom(operations, 1);
+    plan_->failure = number;
+}
+
+void FaultFileSystem::FailFrom(std::size_t operations, std::size_t failures)
+{
+    plan_->failsFrom = plan_->operations + operations;
+    plan_->failures = failures;
+    plan_->failure = 3043;
+}
+
+void FaultFileSystem::Reboot()
+{
+    plan_->dark = false;
+    plan_->powerEnds.reset();
+    plan_->failsFrom.reset();
+    ++plan_->boots;
+    for (auto& [path, undos] : plan_->unconfirmed) {
+        if (!below_.Exists(path)) continue;
+        const auto file = below_.Open(path, OpenMode::ReadWrite);
+        for (auto undo = undos.rbegin(); undo != undos.rend(); ++undo) {
+            file->Truncate(undo->size);
+            if (!undo->bytes.empty()) file->Write(undo->offset, undo->bytes);
+        }
+    }
+    plan_->unconfirmed.clear();
+    plan_->unflushed = Unflushed::Kept;
+}
+
+std::size_t FaultFileSystem::Operations() const
+{
+    return plan_->operations;
+}
+
+bool FaultFileSystem::PowerIsOut() const
+{
+    return plan_->dark;
+}
+
+std::unique_ptr<File> FaultFileSystem::Open(const std::string& path, OpenMode mode)
+{
+    plan_->RequirePower(plan_->boots);
+    return std::make_unique<FaultFile>(below_.Open(path, mode), path, plan_);
+}
+
+std::unique_ptr<File> FaultFileSystem::Create(const std::string& path)
+{
+    plan_->Count(plan_->boots);
+    return std::make_unique<FaultFile>(below_.Create(path), path, plan_);
+}
+
+bool FaultFileSystem::Exists(const std::string& path) const
+{
+    plan_->RequirePower(plan_->boots);
+    return below_.Exists(path);
+}
+
+void FaultFileSystem::Remove(const std::string& path)
+{
+    plan_->Count(plan_->boots);
+    below_.Remove(path);
+    plan_->unconfirmed.erase(path);
+}
+
+void FaultFileSystem::Rename(const std::string& from, const std::string& to)
+{
+    plan_->Count(plan_->boots);
+    below_.Rename(from, to);
+    plan_->unconfirmed.erase(from);
+    plan_->unconfirmed.erase(to);
+}
+
+std::string FaultFileSystem::Canonical(const std::string& path) const
+{
+    return below_.Canonical(path);
+}
+
+}  // namespace tests
