@@ -2,6 +2,7 @@
 #include "jet/format/HeaderPage.h"
 
 #include "base/NumberedError.h"
+#include "jet/format/RowPointer.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,6 +27,10 @@ constexpr std::array<std::uint8_t, 128> kMask{
     0x7C, 0x2A, 0x05, 0xF1, 0x7C, 0x99, 0x01, 0x1B, 0x98, 0xFD, 0x12, 0x4F, 0x4A, 0x94, 0x6C, 0x3E,
     0x60, 0x26, 0x5F, 0x95, 0xF8, 0xD0, 0x89, 0x24, 0x85, 0x67, 0xC6, 0x1F, 0x27, 0x44, 0xD2, 0xEE,
     0xCF, 0x65, 0xED, 0xFF, 0x07, 0xC7, 0x46, 0xA1, 0x78, 0x16, 0x0C, 0xED, 0xE9, 0x2D, 0x62, 0xD4};
+
+// What a new file says of the engine that made it, and when.
+constexpr std::uint32_t kBuild = 9756;
+constexpr std::uint64_t kCreated = 0x40E4AB3E3BD3853E;  // a date, as its bits
 
 // Once removes the mask, once again puts it back.
 void ApplyMask(MutableSpan page)
@@ -68,13 +73,17 @@ HeaderPage ReadHeaderPage(Span page)
     ApplyMask(plain);
     ApplyPasswordMask(plain);
     HeaderPage header;
+    header.freePages = ReadRowPointer(plain, kLayout.freePages);
+    header.secondMap = ReadRowPointer(plain, kLayout.freePages + kRowPointerSize);
+    for (std::size_t i = 0; i < header.systemTables.size(); ++i)
+        header.systemTables[i] = PageNumber{ReadU32(plain, kLayout.systemTables + 4 * i)};
     header.encodingKey = ReadU32(plain, kLayout.encodingKey);
     header.passwordSet = ReadU16(plain, kLayout.password) != 0;
     header.sortOrder = {ReadU16(plain, kLayout.sortOrder), ReadU8(plain, kLayout.sortOrder + 3)};
     return header;
 }
 
-std::vector<std::byte> MakeHeaderPage(const FileVersion& version, double created)
+std::vector<std::byte> MakeHeaderPage(const FileVersion& version)
 {
     std::vector<std::byte> page(version.pageSize);
     WriteU32(page, 0, 0x100);
@@ -82,21 +91,26 @@ std::vector<std::byte> MakeHeaderPage(const FileVersion& version, double created
         page[kLayout.signature + i] = static_cast<std::byte>(kSignature[i]);
     }
     WriteU8(page, kLayout.version, version.code);
-    WriteU32(page, kLayout.freePages, 0x100);
-    WriteU32(page, kLayout.freePages + 4, 0x101);
+    WriteRowPointer(page, kLayout.freePages, {PageNumber{1}, 0});
+    WriteRowPointer(page, kLayout.freePages + kRowPointerSize, {PageNumber{1}, 1});
     for (std::uint32_t i = 0; i < 4; ++i)
-        WriteU32(page, 0x20 + std::size_t{4} * i, 2 + i);  // system tables
+        WriteU32(page, kLayout.systemTables + std::size_t{4} * i, 2 + i);
     WriteU16(page, kLayout.codePage, 1252);
-    WriteU32(page, 0x6A, 9511);  // build number of the engine whose files these are like
+    WriteU32(page, kLayout.build, kBuild);
     WriteU16(page, kLayout.sortOrder, 0x0409);
-    WriteScalar(MutableSpan(page), kLayout.created, created);
+    WriteScalar(MutableSpan(page), kLayout.created, kCreated);
     ApplyPasswordMask(page);
     ApplyMask(page);
     WriteU32(page, 0x98, 1620);
     WriteU32(page, 0x9C, 0x00302E34);  // "4.0"
     for (std::size_t i = 0; i < kCommitWordBytes; i += 2)
-        WriteU16(page, kLayout.commitWords + i, 0x0100);
+        WriteU16(page, kLayout.commitWords + i, kFirstCommitWord);
     return page;
+}
+
+std::uint16_t CommitWordOf(Span page, std::size_t user)
+{
+    return ReadU16(page, kLayout.commitWords + 2 * user);
 }
 
 }  // namespace jet::format

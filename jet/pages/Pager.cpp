@@ -6,18 +6,9 @@
 #include "jet/format/HeaderPage.h"
 #include "jet/pages/PagerState.h"
 
-#include <chrono>
-
 namespace jet::pages {
 
 namespace {
-
-// Days since 1899-12-30, in universal time: when a file was made matters to nobody's pay.
-double Now()
-{
-    const auto since1970 = std::chrono::system_clock::now().time_since_epoch();
-    return 25569.0 + std::chrono::duration<double, std::ratio<86400>>(since1970).count();
-}
 
 // Page 1 of a new file: the map of free pages (all behind the first two), and an empty second map.
 PageBytes MakeMapPage(const format::FileVersion& version)
@@ -138,7 +129,7 @@ std::shared_ptr<Pager> Pager::Create(io::FileSystem& files, const std::string& p
 {
     {
         const std::unique_ptr<io::File> file = files.Create(path);
-        file->Write(0, format::MakeHeaderPage(version, Now()));
+        file->Write(0, format::MakeHeaderPage(version));
         file->Write(version.pageSize, MakeMapPage(version));
         file->Flush();
     }

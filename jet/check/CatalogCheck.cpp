@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/check/CatalogCheck.h"
+
+#include "base/NumberedError.h"
+#include "base/Text.h"
+#include "jet/check/LongValueCheck.h"
+#include "jet/format/PropertyBlock.h"
+#include "jet/format/TableDefinitionLayout.h"
+#include "jet/format/ValueCodec.h"
+
+#include <algorithm>
+#include <set>
+
+namespace jet::check {
+
+namespace {
+
+constexpr std::int32_t kRoot = 0x0F000000;
+constexpr PageNumber kRights{3};
+constexpr std::int16_t kLocalTable = 1, kOdbcTable = 4;
+
+// One row of the table of objects.
+struct Object {
+    RowId row;
+    std::int32_t id = 0, parent = 0;
+    std::int16_t type = 0;
+    std::string name;
+    std::optional<format::LongValueHeader> properties;
+    std::vector<std::byte> propertiesInRow;
+};
+
+// The content of a named column when it is of kind T.
+template <class T>
+std::optional<T> ContentOf(const format::RowView& row, std::string_view name)
+{
+    const auto column = row.Table().FindColumn(name);
+    if (!column || row.IsNull(*column)) return std::nullopt;
+    const base::Value value = format::DecodeValue(row.Field(*column), row.Table().columns[*column]);
+    const T* content = value.As<T>();
+    if (content == nullptr) return std::nullopt;
+    return *content;
+}
+
+std::optional<Object> ReadObject(const pages::Pager& pager, const TableFacts& objects, RowId row)
+{
+    const auto fetched = objects.Fetch(pager, row);
+    if (!fetched) return std::nullopt;
+    try {
+        Object object{.row = row, .name = {}, .properties = {}, .propertiesInRow = {}};
+        object.id = ContentOf<std::int32_t>(fetched->view, "Id").value_or(0);
+        object.parent = ContentOf<std::int32_t>(fetched->view, "ParentId").value_or(0);
+        object.type = ContentOf<std::int16_t>(fetched->view, "Type").value_or(0);
+        object.name = ContentOf<std::string>(fetched->view, "Name").value_or("");
+        const auto column = objects.definition.FindColumn("LvProp");
+        if (column && !fetched->view.IsNull(*column)) {
+            const format::Span field = fetched->view.Field(*column);
+            object.properties = format::ReadLongValueHeader(field);
+            if (object.properties->form == format::LongValueForm::InRow &&
+                field.size() > format::kLongValueHeaderSize)
+                object.propertiesInRow.assign(
+                    field.begin() + static_cast<std::ptrdiff_t>(format::kLongValueHeaderSize),
+                    field.end());
+        }
+        return object;
+    } catch (const base::NumberedError&) {
+        return std::nullopt;  // found with the row
+    }
+}
+
+std::vector<Object> ReadObjects(const pages::Pager& pager, const TableFacts& objects)
+{
+    std::vector<Object> all;
+    for (const RowId row : objects.rows)
+        if (auto object = ReadObject(pager, objects, row)) all.push_back(std::move(*object));
+    return all;
+}
+
+class CatalogInspector {
+public:
+    CatalogInspector(Inspection& inspection, const Tables& tables, const TableFacts& objects)
+        : inspection_(inspection), tables_(tables),
+          objects_(ReadObjects(inspection.Pager(), objects))
+    {
+        for (const Object& object : objects_)
+            ids_.insert(object.id);
+    }
+
+    void CheckObjects()
+    {
+        std::set<std::int32_t> ids;
+        std::set<std::pair<std::int32_t, std::string>> names;
+        for (const Object& object : objects_) {
+            if (!ids.insert(object.id).second)
+                Found(DefectKind::CatalogId, object, "has the id of another object");
+            if (!names.emplace(object.parent, base::LowerName(object.name)).second)
+                Found(DefectKind::CatalogName, object, "has the name of another object");
+            if (object.parent != kRoot && !ids_.contains(object.parent))
+                Found(DefectKind::CatalogParent, object,
+                      "lies in container " + std::to_string(object.parent) +
+                          ", which is not there");
+            CheckProperties(object);
+        }
+    }
+
+    void CheckRights()
+    {
+        const auto rights = tables_.find(kRights);
+        if (rights == tables_.end() || !rights->second) return;
+        for (const RowId row : rights->second->rows) {
+            const auto fetched = rights->second->Fetch(inspection_.Pager(), row);
+            if (!fetched) continue;
+            try {
+                const auto object = ContentOf<std::int32_t>(fetched->view, "ObjectId");
+                if (object && ids_.contains(*object)) continue;
+                inspection_.Found(DefectKind::CatalogRights, row.page, 0,
+                                  "row " + RowText(row) + " gives rights to object " +
+                                      std::to_string(object.value_or(0)) + ", which is not there");
+            } catch (const base::NumberedError&) {
+                continue;  // found with the row
+            }
+        }
+    }
+
+    // Each side of a relationship names the other.
+    void CheckRelationships()
+    {
+        for (const auto& [page, facts] : tables_) {
+            if (!facts) continue;
+            for (const format::NamedIndex& index : facts->definition.namedIndexes) {
+                if (index.relatedTable == PageNumber::None || HasPartner(page, index)) continue;
+                inspection_.Found(DefectKind::CatalogRelationship, page, 0,
+                                  "relationship " + index.name + " has no other side at " +
+                                      PageText(index.relatedTable));
+            }
+        }
+    }
+
+private:
+    [[nodiscard]] bool HasPartner(PageNumber page, const format::NamedIndex& index) const
+    {
+        const auto other = tables_.find(index.relatedTable);
+        if (other == tables_.end() || !other->second) return false;
+        const auto& indexes = other->second->definition.namedIndexes;
+        return std::any_of(indexes.begin(), indexes.end(), [&](const format::NamedIndex& partner) {
+            return partner.number == index.relatedIndex && partner.relatedTable == page &&
+                   partner.relatedIndex == index.number &&
+                   partner.relationKind + index.relationKind == 3 &&
+                   partner.cascadeUpdates == index.cascadeUpdates &&
+                   partner.cascadeDeletes == index.cascadeDeletes;
+        });
+    }
+
+    void CheckProperties(const Object& object)
+    {
+        if (!object.properties || object.properties->length == 0) return;
+        const auto bytes = object.properties->form == format::LongValueForm::InRow
+                               ? std::optional(object.propertiesInRow)
+                               : LongValueBytes(inspection_.Pager(), *object.properties);
+        if (!bytes) return;  // found with the long values
+        try {
+            (void)format::PropertyBlock::Parse(*bytes);
+        } catch (const base::NumberedError& error) {
+            Found(DefectKind::CatalogProperties, object,
+                  "has properties that cannot be read: " + error.Detail());
+        }
+    }
+
+    void Found(DefectKind kind, const Object& object, const std::string& what)
+    {
+        inspection_.Found(kind, object.row.page, 0,
+                          "object " + object.name + " (row " + RowText(object.row) + ") " + what);
+    }
+
+    Inspection& inspection_;
+    const Tables& tables_;
+    std::vector<Object> objects_;
+    std::set<std::int32_t> ids_;
+};
+
+}  // namespace
+
+std::vector<PageNumber> ListedTables(Inspection& inspection, const TableFacts& objects)
+{
+    std::vector<PageNumber> listed;
+    for (const Object& object : ReadObjects(inspection.Pager(), objects)) {
+        if (object.type != kLocalTable && object.type != kOdbcTable) continue;
+        const PageNumber page{static_cast<std::uint32_t>(object.id)};
+        const bool inside = object.id >= 2 && Raw(page) < inspection.Pager().PageCount();
+        if (inside &&
+            format::ReadU16(inspection.Pager().Read(page).Bytes(), 0) == format::kDefinitionPage) {
+            listed.push_back(page);
+            continue;
+        }
+        inspection.Found(DefectKind::CatalogObject, object.row.page, 0,
+                         "object " + object.name + " (row " + RowText(object.row) +
+                             ") is no table: no definition on page " + std::to_string(object.id));
+    }
+    std::sort(listed.begin(), listed.end());
+    listed.erase(std::unique(listed.begin(), listed.end()), listed.end());
+    return listed;
+}
+
+void CheckCatalog(Inspection& inspection, const Tables& tables)
+{
+    const auto objects = tables.find(kObjects);
+    if (objects == tables.end() || !objects->second) return;
+    CatalogInspector inspector(inspection, tables, *objects->second);
+    inspector.CheckObjects();
+    inspector.CheckRights();
+    inspector.CheckRelationships();
+}
+
+}  // namespace jet::check

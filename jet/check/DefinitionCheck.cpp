@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/check/DefinitionCheck.h"
+
+#include "base/NumberedError.h"
+#include "jet/format/TableDefinitionLayout.h"
+#include "jet/format/TableDefinitionReader.h"
+#include "jet/format/ValueCodec.h"
+
+#include <algorithm>
+
+namespace jet::check {
+
+namespace {
+
+using format::TableDefinition;
+
+constexpr const format::TableDefinitionLayout& kAt = format::kTableDefinitionJet4;
+
+struct Chain {
+    std::vector<PageNumber> pages;
+    std::vector<std::byte> joined;
+};
+
+// The chain of pages; nothing when a page of it is none.
+std::optional<Chain> ReadChain(Inspection& inspection, PageNumber first)
+{
+    Chain chain;
+    PageNumber from = first;
+    for (PageNumber next = first; next != PageNumber::None;) {
+        const auto page = inspection.Read(next, from, kAt.next, "table definition");
+        // A page that is claimed already would make the chain a loop.
+        if (!page || !inspection.Claim(next, PageUse::Definition, first)) return std::nullopt;
+        if (format::ReadU16(page->Bytes(), 0) != format::kDefinitionPage) {
+            inspection.Found(chain.pages.empty() ? DefectKind::DefinitionPage
+                                                 : DefectKind::DefinitionChain,
+                             next, 0, "is no page of the table definition at " + PageText(first));
+            return std::nullopt;
+        }
+        const format::DefinitionPage view(page->Bytes());
+        const format::Span bytes = chain.pages.empty() ? page->Bytes() : view.Content();
+        chain.joined.insert(chain.joined.end(), bytes.begin(), bytes.end());
+        chain.pages.push_back(next);
+        from = next;
+        next = view.Next();
+    }
+    return chain;
+}
+
+class DefinitionInspector {
+public:
+    DefinitionInspector(Inspection& inspection, const TableDefinition& table)
+        : inspection_(inspection), table_(table)
+    {
+    }
+
+    void Check()
+    {
+        CheckColumns();
+        CheckIndexes();
+    }
+
+private:
+    void Found(const std::string& what)
+    {
+        inspection_.Found(DefectKind::DefinitionContent, table_.page, 0, what);
+    }
+
+    void CheckColumns()
+    {
+        if (table_.columns.size() > table_.columnCounter) {
+            Found(std::to_string(table_.columns.size()) + " columns, counter " +
+                  std::to_string(table_.columnCounter));
+        }
+        std::vector<std::string> names;
+        for (const format::ColumnDefinition& column : table_.columns) {
+            names.push_back(column.name);
+            if (format::IsLongValue(column.type) != column.ownedPages.has_value())
+                Found("column " + column.name + ": maps of long values and its type disagree");
+        }
+        std::sort(names.begin(), names.end());
+        const auto twice = std::adjacent_find(names.begin(), names.end());
+        if (twice != names.end()) Found("two columns are called " + *twice);
+    }
+
+    void CheckIndexes()
+    {
+        std::vector<bool> named(table_.indexes.size());
+        std::vector<std::uint32_t> numbers;
+        for (const format::NamedIndex& index : table_.namedIndexes) {
+            named[index.tree] = true;
+            numbers.push_back(index.number);
+        }
+        if (std::find(named.begin(), named.end(), false) != named.end())
+            Found("an index has no name");
+        std::sort(numbers.begin(), numbers.end());
+        if (std::adjacent_find(numbers.begin(), numbers.end()) != numbers.end())
+            Found("two named indexes have one number");
+        for (const format::IndexDefinition& index : table_.indexes) {
+            if (index.columns.empty()) Found("an index has no columns");
+            for (const format::IndexColumn& column : index.columns) {
+                if (!table_.FindNumber(column.columnNumber)) {
+                    Found("an index is over column " + std::to_string(column.columnNumber) +
+                          ", which is not there");
+                }
+            }
+        }
+    }
+
+    Inspection& inspection_;
+    const TableDefinition& table_;
+};
+
+}  // namespace
+
+std::optional<TableDefinition> CheckDefinition(Inspection& inspection, PageNumber first)
+{
+    const auto chain = ReadChain(inspection, first);
+    if (!chain) return std::nullopt;
+    const std::uint32_t length = format::ReadU32(chain->joined, kAt.length);
+    if (length > chain->joined.size() || length < kAt.statistics + 2) {
+        inspection.Found(DefectKind::DefinitionLength, first, kAt.length,
+                         "says " + std::to_string(length) + " bytes, its pages hold " +
+                             std::to_string(chain->joined.size()));
+        return std::nullopt;
+    }
+    try {
+        auto table = format::ReadTableDefinition(format::Span(chain->joined).first(length),
+                                                 inspection.Pager().Version());
+        if (format::ReadU16(chain->joined, length - 2) != format::kNoColumn)
+            inspection.Found(DefectKind::DefinitionLength, first, kAt.length,
+                             "no end mark at its length of " + std::to_string(length));
+        table.page = first;
+        table.pages = chain->pages;
+        DefinitionInspector(inspection, table).Check();
+        return table;
+    } catch (const base::NumberedError& error) {
+        inspection.Found(DefectKind::DefinitionContent, first, 0, error.Detail());
+        return std::nullopt;
+    }
+}
+
+}  // namespace jet::check

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: Apache-2.0
+// IndexCheck: one index, its tree of pages and the match between its entries and the rows.
+#pragma once
+
+#include "jet/check/TableCheck.h"
+
+namespace jet::check {
+
+// `index` is its place in the table's definition.
+void CheckIndex(Inspection& inspection, const TableFacts& facts, std::size_t index);
+
+}  // namespace jet::check

@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/check/RowCheck.h"
+
+#include "base/NumberedError.h"
+#include "jet/format/ValueCodec.h"
+
+namespace jet::check {
+
+namespace {
+
+using format::ColumnDefinition;
+using format::RowView;
+
+class RowInspector {
+public:
+    RowInspector(Inspection& inspection, const RowView& row, RowId at, std::size_t offset)
+        : inspection_(inspection), row_(row), at_(at), offset_(offset)
+    {
+    }
+
+    bool CheckShape()
+    {
+        const format::TableDefinition& table = row_.Table();
+        if (row_.ColumnCount() > table.columnCounter) {
+            Found("has " + std::to_string(row_.ColumnCount()) + " columns, the table " +
+                  std::to_string(table.columnCounter));
+            return false;
+        }
+        const std::size_t mask = format::NullMaskSize(row_.ColumnCount());
+        std::size_t fixedEnd = row_.Bytes().size() - mask;
+        const std::size_t variables = row_.VariableCount();
+        if (variables != 0) {
+            const auto end = CheckVariablePart(variables, row_.Bytes().size() - mask);
+            if (!end) return false;
+            fixedEnd = *end;
+        }
+        return CheckFixedPart(fixedEnd);
+    }
+
+    void CheckField(std::size_t column, std::vector<LongValueReference>& references)
+    {
+        const ColumnDefinition& definition = row_.Table().columns[column];
+        if (definition.type == format::ColumnType::Boolean || row_.IsNull(column)) return;
+        const format::Span field = row_.Field(column);
+        if (!format::IsLongValue(definition.type)) {
+            (void)format::DecodeValue(field, definition);
+            return;
+        }
+        const format::LongValueHeader header = format::ReadLongValueHeader(field);
+        if (header.form != format::LongValueForm::InRow) {
+            references.push_back({at_, column, header});
+        } else if (!field.empty() && header.length + format::kLongValueHeaderSize != field.size()) {
+            Found("column " + definition.name + " says a value of " +
+                  std::to_string(header.length) + " bytes, has " +
+                  std::to_string(field.size() - format::kLongValueHeaderSize));
+        }
+    }
+
+    void Found(const std::string& what, DefectKind kind = DefectKind::RowShape)
+    {
+        inspection_.Found(kind, at_.page, offset_, "row " + RowText(at_) + " " + what);
+    }
+
+private:
+    // Offsets ascend and lie inside the row. Returns where the variable values start.
+    std::optional<std::size_t> CheckVariablePart(std::size_t count, std::size_t maskAt)
+    {
+        const format::TableDefinition& table = row_.Table();
+        const std::size_t size = 2 * (count + 1) + format::kRowVariableCountSize;
+        if (count > table.variableColumnCounter || size + format::kRowColumnCountSize > maskAt) {
+            Found("has " + std::to_string(count) + " variable columns, the table " +
+                  std::to_string(table.variableColumnCounter));
+            return std::nullopt;
+        }
+        const std::size_t tableAt = maskAt - size;
+        std::size_t last = format::kRowColumnCountSize;
+        std::size_t first = 0;
+        for (std::size_t i = 0; i <= count; ++i) {
+            const std::size_t start = format::ReadU16(row_.Bytes(), tableAt + 2 * (count - i));
+            if (start < last || start > tableAt) {
+                Found("variable value " + std::to_string(i) + " starts at " +
+                      std::to_string(start));
+                return std::nullopt;
+            }
+            if (i == 0) first = start;
+            last = start;
+        }
+        return first;
+    }
+
+    bool CheckFixedPart(std::size_t end)
+    {
+        for (const ColumnDefinition& column : row_.Table().columns) {
+            if (!column.fixed || column.type == format::ColumnType::Boolean) continue;
+            if (column.number >= row_.ColumnCount()) continue;
+            if (format::kRowColumnCountSize + column.fixedOffset + column.length <= end) continue;
+            Found("ends before its column " + column.name);
+            return false;
+        }
+        return true;
+    }
+
+    Inspection& inspection_;
+    const RowView& row_;
+    RowId at_;
+    std::size_t offset_;
+};
+
+}  // namespace
+
+std::optional<RowView> ViewRow(Inspection& inspection, format::Span bytes,
+                               const format::TableDefinition& table, RowId at, std::size_t offset)
+{
+    try {
+        return RowView(bytes, table);
+    } catch (const base::NumberedError& error) {
+        inspection.Found(DefectKind::RowShape, at.page, offset,
+                         "row " + RowText(at) + " is no row: " + error.Detail());
+        return std::nullopt;
+    }
+}
+
+bool CheckRow(Inspection& inspection, const RowView& row, RowId at, std::size_t offset,
+              std::vector<LongValueReference>& references)
+{
+    RowInspector inspector(inspection, row, at, offset);
+    try {
+        if (!inspector.CheckShape()) return false;
+    } catch (const base::NumberedError& error) {
+        inspector.Found("contradicts itself: " + error.Detail());
+        return false;
+    }
+    bool readable = true;
+    for (std::size_t column = 0; column < row.Table().columns.size(); ++column) {
+        try {
+            inspector.CheckField(column, references);
+        } catch (const base::NumberedError& error) {
+            inspector.Found("column " + row.Table().columns[column].name + ": " + error.Detail(),
+                            DefectKind::RowValue);
+            readable = false;
+        }
+    }
+    return readable;
+}
+
+}  // namespace jet::check
