@@ -44,9 +44,26 @@ std::size_t StoredSize(const IndexEntries& entries, std::size_t prefix)
     return entries.Empty() ? 0 : entries.Size() - prefix * (entries.Count() - 1);
 }
 
+void WriteFreeBytes(MutableSpan page, const IndexPageLayout& layout, std::size_t used)
+{
+    WriteU16(page, layout.freeBytes,
+             static_cast<std::uint16_t>(layout.pageSize - layout.area - used));
+}
+
 void MarkEnd(MutableSpan page, const IndexPageLayout& layout, std::size_t end)
 {
     page[layout.bitmap + end / 8] |= static_cast<std::byte>(1U << (end % 8));
+}
+
+void ClearMark(MutableSpan page, const IndexPageLayout& layout, std::size_t end)
+{
+    page[layout.bitmap + end / 8] &= ~static_cast<std::byte>(1U << (end % 8));
+}
+
+void MoveMark(MutableSpan page, const IndexPageLayout& layout, std::size_t from, std::size_t to)
+{
+    ClearMark(page, layout, from);
+    MarkEnd(page, layout, to);
 }
 
 }  // namespace
@@ -94,8 +111,7 @@ void IndexPageView::CheckEntries() const
 
 Span IndexPageView::Stored(std::size_t at) const
 {
-    const std::size_t start = at == 0 ? 0 : ends_[at - 1];
-    return page_.subspan(layout_->area + start, ends_[at] - start);
+    return page_.subspan(layout_->area + StartOf(at), ends_[at] - StartOf(at));
 }
 
 Span IndexPageView::Entry(std::size_t at) const
@@ -171,8 +187,7 @@ void WriteIndexPage(MutableSpan page, const IndexPageContent& content,
     std::fill(page.begin(), page.end(), std::byte{0});
     WriteU8(page, 0, content.kind);
     WriteU8(page, 1, 1);
-    WriteU16(page, layout.freeBytes,
-             static_cast<std::uint16_t>(layout.pageSize - layout.area - used));
+    WriteFreeBytes(page, layout, used);
     WriteU32(page, layout.owner, Raw(content.owner));
     WriteU32(page, layout.previous, Raw(content.previous));
     WriteU32(page, layout.next, Raw(content.next));
@@ -186,6 +201,42 @@ void WriteIndexPage(MutableSpan page, const IndexPageContent& content,
         end += entry.size();
         MarkEnd(page, layout, end);
     }
+}
+
+bool InsertInPlace(MutableSpan page, const IndexPageView& view, std::size_t at, Span entry,
+                   const IndexPageLayout& layout)
+{
+    const std::size_t prefix = view.PrefixLength();
+    if (prefix > 0 && (at == 0 || CommonPrefix(view.Entry(0), entry) < prefix)) return false;
+    if (entry.size() <= prefix) return false;
+    const Span stored = entry.subspan(prefix);
+    if (view.UsedBytes() + stored.size() > layout.Room()) return false;
+    const std::size_t start = view.StartOf(at);
+    std::byte* const place = page.data() + layout.area + start;
+    std::memmove(place + stored.size(), place, view.UsedBytes() - start);
+    std::memcpy(place, stored.data(), stored.size());
+    // From the last mark to the first, so that no mark is set where an old one is still to go.
+    for (std::size_t i = view.Count(); i > at; --i)
+        MoveMark(page, layout, view.StartOf(i), view.StartOf(i) + stored.size());
+    MarkEnd(page, layout, start + stored.size());
+    WriteFreeBytes(page, layout, view.UsedBytes() + stored.size());
+    return true;
+}
+
+bool EraseInPlace(MutableSpan page, const IndexPageView& view, std::size_t at,
+                  const IndexPageLayout& layout)
+{
+    if (view.PrefixLength() > 0 && at == 0) return false;
+    const std::size_t start = view.StartOf(at);
+    const std::size_t end = view.StartOf(at + 1);
+    const std::size_t width = end - start;
+    std::byte* const place = page.data() + layout.area + start;
+    std::memmove(place, place + width, view.UsedBytes() - end);
+    ClearMark(page, layout, end);
+    for (std::size_t i = at + 2; i <= view.Count(); ++i)
+        MoveMark(page, layout, view.StartOf(i), view.StartOf(i) - width);
+    WriteFreeBytes(page, layout, view.UsedBytes() - width);
+    return true;
 }
 
 void WritePrevious(MutableSpan page, PageNumber previous, const IndexPageLayout& layout)

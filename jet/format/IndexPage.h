@@ -79,6 +79,8 @@ public:
     [[nodiscard]] std::size_t UsedBytes() const { return ends_.empty() ? 0 : ends_.back(); }
 
     [[nodiscard]] std::size_t Count() const { return ends_.size(); }
+    // Where an entry's stored bytes begin in the entry area; of Count() where the next would.
+    [[nodiscard]] std::size_t StartOf(std::size_t at) const { return at == 0 ? 0 : ends_[at - 1]; }
     // The whole entry, prefix included; of a node page with its child page.
     // Rule: valid until the next call on this view.
     [[nodiscard]] Span Entry(std::size_t at) const;
@@ -125,6 +127,14 @@ struct IndexPageContent {
 // Requires: the entries fit; `page` is one whole page.
 void WriteIndexPage(MutableSpan page, const IndexPageContent& content,
                     const IndexPageLayout& layout);
+// One entry more or less on a page that keeps its prefix. Both answer false, and change nothing,
+// when the page has to be written anew: no room, an entry without the prefix, or the first entry of
+// a page with a prefix.
+// Requires: `view` views `page` as it is; for EraseInPlace, `at` is below Count().
+bool InsertInPlace(MutableSpan page, const IndexPageView& view, std::size_t at, Span entry,
+                   const IndexPageLayout& layout);
+bool EraseInPlace(MutableSpan page, const IndexPageView& view, std::size_t at,
+                  const IndexPageLayout& layout);
 // The links alone.
 void WritePrevious(MutableSpan page, PageNumber previous, const IndexPageLayout& layout);
 void WriteNext(MutableSpan page, PageNumber next, const IndexPageLayout& layout);

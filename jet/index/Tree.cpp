@@ -23,23 +23,9 @@ bool SameKey(Span left, Span right)
     return std::equal(a.begin(), a.end(), b.begin(), b.end());
 }
 
-std::size_t LowerBound(const IndexPageContent& leaf, Span entry)
+bool Holds(const format::IndexPageView& leaf, std::size_t at, Span entry)
 {
-    std::size_t from = 0;
-    std::size_t to = leaf.entries.Count();
-    while (from < to) {
-        const std::size_t middle = (from + to) / 2;
-        if (format::CompareEntries(leaf.entries[middle], entry) < 0)
-            from = middle + 1;
-        else
-            to = middle;
-    }
-    return from;
-}
-
-bool Holds(const IndexPageContent& leaf, std::size_t at, Span entry)
-{
-    return at < leaf.entries.Count() && format::CompareEntries(leaf.entries[at], entry) == 0;
+    return at < leaf.Count() && format::CompareEntries(leaf.Entry(at), entry) == 0;
 }
 
 }  // namespace
@@ -61,31 +47,29 @@ TreePath FindLeaf(const pages::Pager& pager, PageNumber root, Span entry)
 bool Tree::Insert(Span entry)
 {
     TreePath path = FindLeaf(pager_, root_, entry);
-    Content leaf = pages_.Content(path.leaf);
-    const std::size_t at = LowerBound(leaf, entry);
-    if (Holds(leaf, at, entry)) throw base::NumberedError(3049).At("index entry present already");
-    leaf.entries.Insert(at, entry);
-    const bool isNew = !HasNeighbourKey(leaf, at);
-    StoreOrSplit(std::move(path.steps), path.leaf, std::move(leaf), at);
+    const LoadedPage leaf = pages_.Load(path.leaf);
+    const std::size_t at = leaf->LowerBound(entry);
+    if (Holds(*leaf, at, entry)) throw base::NumberedError(3049).At("index entry present already");
+    const bool isNew = !HasNeighbourKey(*leaf, at, entry);
+    if (pages_.InsertInPlace(path.leaf, leaf, at, entry)) return isNew;
+    Content content = Content::Of(*leaf);
+    content.entries.Insert(at, entry);
+    StoreOrSplit(std::move(path.steps), path.leaf, std::move(content), at);
     return isNew;
 }
 
-// Whether the entry before or behind the one at `at` has its key.
-bool Tree::HasNeighbourKey(const Content& leaf, std::size_t at) const
+// Whether the entry before the place `at`, or the one standing there, has the key of `entry`.
+bool Tree::HasNeighbourKey(const format::IndexPageView& leaf, std::size_t at, Span entry) const
 {
-    const auto& entries = leaf.entries;
-    if (at > 0 && SameKey(entries[at - 1], entries[at])) return true;
-    if (at + 1 < entries.Count() && SameKey(entries[at + 1], entries[at])) return true;
-    if (at == 0 && leaf.previous != PageNumber::None) {
-        const LoadedPage before = pages_.Load(leaf.previous);
-        if (before->Count() > 0 && SameKey(before->Entry(before->Count() - 1), entries[at]))
-            return true;
+    if (at > 0 && SameKey(leaf.Entry(at - 1), entry)) return true;
+    if (at < leaf.Count() && SameKey(leaf.Entry(at), entry)) return true;
+    if (at == 0 && leaf.Previous() != PageNumber::None) {
+        const LoadedPage before = pages_.Load(leaf.Previous());
+        if (before->Count() > 0 && SameKey(before->Entry(before->Count() - 1), entry)) return true;
     }
-    if (at + 1 == entries.Count() && leaf.next != PageNumber::None) {
-        const LoadedPage behind = pages_.Load(leaf.next);
-        if (behind->Count() > 0 && SameKey(behind->Entry(0), entries[at])) return true;
-    }
-    return false;
+    if (at < leaf.Count() || leaf.Next() == PageNumber::None) return false;
+    const LoadedPage behind = pages_.Load(leaf.Next());
+    return behind->Count() > 0 && SameKey(behind->Entry(0), entry);
 }
 
 // Writes a page whose entry at `changed` is new; a page that ran full becomes several, and their
@@ -170,12 +154,14 @@ void Tree::JoinGrandchildren(PageNumber left, PageNumber right)
 void Tree::Erase(Span entry)
 {
     TreePath path = FindLeaf(pager_, root_, entry);
-    Content leaf = pages_.Content(path.leaf);
-    const std::size_t at = LowerBound(leaf, entry);
-    if (!Holds(leaf, at, entry)) throw base::NumberedError(3049).At("index entry missing");
-    leaf.entries.Erase(at);
-    if (!leaf.entries.Empty() || path.steps.empty()) return pages_.Store(path.leaf, leaf);
-    pages_.Unlink(leaf);
+    const LoadedPage leaf = pages_.Load(path.leaf);
+    const std::size_t at = leaf->LowerBound(entry);
+    if (!Holds(*leaf, at, entry)) throw base::NumberedError(3049).At("index entry missing");
+    if (leaf->Count() > 1 && pages_.EraseInPlace(path.leaf, leaf, at)) return;
+    Content content = Content::Of(*leaf);
+    content.entries.Erase(at);
+    if (!content.entries.Empty() || path.steps.empty()) return pages_.Store(path.leaf, content);
+    pages_.Unlink(content);
     pages_.Return(path.leaf);
     DropChild(std::move(path.steps));
 }

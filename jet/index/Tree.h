@@ -44,7 +44,8 @@ public:
 private:
     using Content = format::IndexPageContent;
 
-    [[nodiscard]] bool HasNeighbourKey(const Content& leaf, std::size_t at) const;
+    [[nodiscard]] bool HasNeighbourKey(const format::IndexPageView& leaf, std::size_t at,
+                                       format::Span entry) const;
     void StoreOrSplit(std::vector<TreeStep> path, PageNumber page, Content content,
                       std::size_t changed);
     void GrowRoot(std::vector<TreeStep>& path, PageNumber& page, const Content& content);

@@ -53,6 +53,17 @@ public:
         format::WriteIndexPage(changes_.Change(page), content, layout_);
     }
 
+    // One entry of a page as loaded more or less, where that needs no new page image.
+    bool InsertInPlace(PageNumber page, const LoadedPage& loaded, std::size_t at,
+                       format::Span entry)
+    {
+        return format::InsertInPlace(changes_.Change(page), *loaded, at, entry, layout_);
+    }
+    bool EraseInPlace(PageNumber page, const LoadedPage& loaded, std::size_t at)
+    {
+        return format::EraseInPlace(changes_.Change(page), *loaded, at, layout_);
+    }
+
     // A new page, in the map of the index.
     [[nodiscard]] PageNumber Take();
     // Gives a page back. Requires: nothing refers to it any more.

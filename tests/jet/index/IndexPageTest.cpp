@@ -128,6 +128,39 @@ TEST(IndexPageTest, LeafWithRoomKeepsItsEntriesWhole)
     EXPECT_EQ(IndexPageView(page, kIndexPageJet4).PrefixLength(), 0U);
 }
 
+TEST(IndexPageTest, ChangeInPlaceSaysWhatThePageWrittenAnewSays)
+{
+    IndexPageContent content;
+    content.entries = ManyEntries(300, 100);
+    PageBytes page(4096);
+    WriteIndexPage(page, content, kIndexPageJet4);
+    const std::vector<std::byte> taken(content.entries[7].begin(), content.entries[7].end());
+    ASSERT_TRUE(EraseInPlace(page, IndexPageView(page, kIndexPageJet4), 7, kIndexPageJet4));
+    content.entries.Erase(7);
+    PageBytes anew(4096);
+    WriteIndexPage(anew, content, kIndexPageJet4);
+    const std::size_t compared = 4096 - IndexPageView(anew, kIndexPageJet4).FreeBytes();
+    EXPECT_EQ(ToHex(Span(page).first(compared)), ToHex(Span(anew).first(compared)));
+    ASSERT_TRUE(InsertInPlace(page, IndexPageView(page, kIndexPageJet4), 7, taken, kIndexPageJet4));
+    EXPECT_EQ(ToHex(IndexPageView(page, kIndexPageJet4).Entry(7)), ToHex(taken));
+    EXPECT_EQ(IndexPageView(page, kIndexPageJet4).Count(), 300U);
+}
+
+TEST(IndexPageTest, EntryWithoutThePrefixAndTheFirstOneAreNotChangedInPlace)
+{
+    IndexPageContent content;
+    content.entries = ManyEntries(300, 100);
+    PageBytes page(4096);
+    WriteIndexPage(page, content, kIndexPageJet4);
+    const PageBytes before = page;
+    const IndexPageView view(page, kIndexPageJet4);
+    const std::vector<std::byte> other(104, std::byte{0x56});
+    EXPECT_FALSE(InsertInPlace(page, view, 300, other, kIndexPageJet4));
+    EXPECT_FALSE(InsertInPlace(page, view, 0, view.Entry(1), kIndexPageJet4));
+    EXPECT_FALSE(EraseInPlace(page, view, 0, kIndexPageJet4));
+    EXPECT_TRUE(page == before);
+}
+
 TEST(IndexPageTest, OneByteOfAFullPageStaysFree)
 {
     IndexEntries entries;
