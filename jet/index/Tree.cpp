@@ -95,7 +95,9 @@ void Tree::GrowRoot(std::vector<TreeStep>& path, PageNumber& page, const Content
 {
     Content root;
     root.kind = format::kIndexNode;
-    root.level = static_cast<std::uint8_t>(content.level + 1);
+    // Other writers leave the level of a node 0.
+    const int level = content.IsLeaf() ? 0 : std::max<int>(content.level, 1);
+    root.level = static_cast<std::uint8_t>(level + 1);
     root.owner = content.owner;
     root.tail = pages_.Take();
     pages_.Store(root_, root);

@@ -154,6 +154,7 @@ protected:
     {
         const TreeReport report = fixture_.Check();
         ASSERT_EQ(report.faults, std::vector<std::string>{});
+        ASSERT_EQ(report.levelFaults, std::vector<std::string>{});
         deepest_ = std::max(deepest_, report.levels);
         ASSERT_EQ(report.entries.size(), model_.size());
         auto expected = model_.begin();

@@ -32,6 +32,10 @@ private:
     {
         report.faults.push_back("page " + std::to_string(Raw(page)) + ": " + what);
     }
+    void LevelFault(PageNumber page)
+    {
+        report.levelFaults.push_back("page " + std::to_string(Raw(page)));
+    }
     void CheckHeader(PageNumber number, const format::IndexPageView& view, bool root);
     void CheckOrder(PageNumber number, const IndexPageContent& content);
     void VisitChildren(PageNumber number, const IndexPageContent& content);
@@ -56,7 +60,7 @@ void Walker::CheckHeader(PageNumber number, const format::IndexPageView& view, b
         Fault(number, "free bytes are wrong");
     if (view.FreeBytes() == 0) Fault(number, "no free byte");
     if (view.Count() == 0 && !root) Fault(number, "empty");
-    if (view.IsLeaf() != (view.Level() == 0)) Fault(number, "level of the other kind");
+    if (view.IsLeaf() != (view.Level() == 0)) LevelFault(number);
     if (view.IsLeaf() && view.Tail() != PageNumber::None) Fault(number, "leaf with a tail");
     if (!view.IsLeaf() && view.Tail() == PageNumber::None) Fault(number, "node without tail");
     if (!view.IsLeaf() && view.Count() == 0) Fault(number, "node without entries");
@@ -87,7 +91,7 @@ void Walker::Visit(PageNumber number, int expectedLevel, bool root)
     all_.push_back(number);
     ++report.pages;
     CheckHeader(number, view, root);
-    if (expectedLevel >= 0 && view.Level() != expectedLevel) Fault(number, "level is wrong");
+    if (expectedLevel >= 0 && view.Level() != expectedLevel) LevelFault(number);
     if (root) report.levels = view.Level() + 1U;
     const IndexPageContent content = IndexPageContent::Of(view);
     if (!content.IsLeaf()) return VisitChildren(number, content);

@@ -12,6 +12,8 @@ namespace jet {
 
 struct TreeReport {
     std::vector<std::string> faults;
+    // Faults of the level byte, which some writers leave 0 on every page.
+    std::vector<std::string> levelFaults;
     std::size_t levels = 0;
     std::size_t pages = 0;
     std::vector<std::vector<std::byte>> entries;  // in key order
