@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: Apache-2.0
+// TableFixture: tables in a database that lives in memory.
+#pragma once
+
+#include "jet/catalog/NewTable.h"
+#include "jet/io/MemoryFile.h"
+#include "jet/table/NativeTable.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tests {
+
+using base::Value;
+using jet::format::ColumnType;
+using jet::format::RowId;
+using jet::table::NativeTable;
+
+// A row's values in field order.
+using RowValues = std::vector<Value>;
+
+class TableFixture : public testing::Test {
+protected:
+    TableFixture();
+
+    // Makes a table and opens it.
+    std::unique_ptr<NativeTable> Make(const jet::catalog::NewTable& design);
+    // The number of the error that `call` ends with; 0 when it ends with none.
+    template <class Call>
+    static int ErrorOf(Call call);
+
+    jet::io::MemoryFileSystem files_;
+    std::shared_ptr<jet::pages::Pager> pager_;
+};
+
+[[nodiscard]] jet::catalog::NewColumn Column(const char* name, ColumnType type, int size = 0);
+// All values of a row as assignments.
+[[nodiscard]] std::vector<jet::table::Assignment> Assignments(const RowValues& values);
+[[nodiscard]] RowValues ValuesOf(const NativeTable& table, const jet::format::RowView& row);
+// Rows in storage order.
+struct ScannedRow {
+    RowId id;
+    RowValues values;
+};
+[[nodiscard]] std::vector<ScannedRow> Scanned(const NativeTable& table);
+// One column of all rows, in storage order.
+[[nodiscard]] RowValues ScannedColumn(const NativeTable& table, std::size_t column);
+
+[[nodiscard]] int NumberOf(const std::exception_ptr& error);
+
+template <class Call>
+int TableFixture::ErrorOf(Call call)
+{
+    try {
+        call();
+    } catch (...) {
+        return NumberOf(std::current_exception());
+    }
+    return 0;
+}
+
+}  // namespace tests
