@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "jet/catalog/TableMaker.h"
 
+#include "jet/format/DataPage.h"
 #include "jet/format/TableDefinitionWriter.h"
 #include "jet/index/Index.h"
 
@@ -8,8 +9,9 @@ namespace jet::catalog {
 
 namespace {
 
-// A usage-map page is a data page that nobody owns.
-constexpr std::size_t kDataPageHeader = 14, kMapRow = 69, kSlot = 2;
+// Bytes of a new map row and of its place in the page's list of rows.
+constexpr std::size_t kMapRow = 69, kSlot = 2;
+constexpr std::uint32_t kNoOwner = 0;  // of a page of maps
 
 }  // namespace
 
@@ -21,11 +23,9 @@ MapPages::MapPages(pages::WriteSet& changes) : changes_(changes)
 void MapPages::TakePage()
 {
     page_ = changes_.Allocate();
-    const std::size_t free = changes_.Of().Version().pageSize - kDataPageHeader;
-    const format::MutableSpan bytes = changes_.Change(page_);
-    format::WriteU16(bytes, 0, 0x0101);
-    format::WriteU16(bytes, 2, static_cast<std::uint16_t>(free));
-    room_ = free / (kMapRow + kSlot);
+    const format::MutableSpan page = changes_.Change(page_);
+    format::FormatDataPage(page, kNoOwner);
+    room_ = format::DataPage(page).FreeBytes() / (kMapRow + kSlot);
 }
 
 format::RowId MapPages::Make(std::size_t together)

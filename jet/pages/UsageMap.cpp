@@ -49,13 +49,17 @@ bool AddInline(WriteSet& changes, format::RowId where, PageNumber page)
     const format::MutableSpan home = changes.Change(where.page);
     format::MutableSpan row = format::RowBytes(home, where.slot);
     const format::Span bitmap = format::Span(row).subspan(kMapHead);
-    if (std::all_of(bitmap.begin(), bitmap.end(), [](std::byte b) { return b == std::byte{0}; })) {
-        format::WriteU32(row, 1, Raw(page) & ~7U);
+    const std::size_t bits = 8 * bitmap.size();
+    std::uint32_t start = format::ReadU32(row, 1);
+    const bool inside = Raw(page) >= start && Raw(page) - start < bits;
+    // An empty map that does not reach the page begins anew there.
+    if (!inside &&
+        std::all_of(bitmap.begin(), bitmap.end(), [](std::byte b) { return b == std::byte{0}; })) {
+        start = Raw(page) & ~7U;
+        format::WriteU32(row, 1, start);
     }
-    const std::uint32_t start = format::ReadU32(row, 1);
     if (Raw(page) < start) return false;
     const std::size_t bit = Raw(page) - start;
-    const std::size_t bits = 8 * bitmap.size();
     if (bit >= bits) {
         const std::size_t growth = 4 * ((bit - bits) / 32 + 1);
         if (growth > format::DataPage(home).FreeBytes()) return false;

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tools/shop/SampleShop.h"
+
+#include "tools/shop/ClockWork.h"
+#include "tools/shop/Lists.h"
+#include "tools/shop/ShopTables.h"
+
+#include <cmath>
+
+namespace tools::shop {
+
+void MakeSampleShop(jet::io::FileSystem& files, const std::string& path, const SampleShop& wishes,
+                    const Progress& progress)
+{
+    const base::Date today{std::floor(wishes.today.days)};
+    const Dice dice(wishes.seed);
+    ShopFile file(files, path, today);
+    for (const auto& table : ManagementTables())
+        file.Create(table);
+    if (!wishes.fresh)
+        for (const auto& table : ClockTables())
+            file.Create(table);
+
+    FillManagementLists(file, dice.Fork(1));
+    if (!wishes.fresh) FillStatus(file);
+    progress("people", 0);
+    const People people = MakePeople(file, dice.Fork(2), today, wishes.employees, wishes.orders);
+
+    const WorkingDays days = WorkingDaysUntil(today, DaysFor(wishes.history, wishes.employees));
+    OrderBook book = PlanOrders(dice.Fork(3), people, days.size(), wishes.orders);
+    const ClockPlan plan{.people = people,
+                         .days = days,
+                         .history = wishes.history,
+                         .clockRows = wishes.fresh ? ClockRows::LeftOut : ClockRows::Written,
+                         .progress = [&](int done) { progress("history", done); }};
+    WorkAllDays(file, dice.Fork(4), plan, book);
+    progress("orders", 0);
+    WriteOrders(file, dice.Fork(5), people, days, book);
+    file.Finish();
+}
+
+}  // namespace tools::shop
