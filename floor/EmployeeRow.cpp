@@ -12,7 +12,7 @@ void EmployeeRow::Edit()
 void EmployeeRow::Write(const BoardField& field, const std::function<base::Value()>& value)
 {
     attempt_([&] { employee_[field.name] = value(); });
-    attempt_([&] { board_.SetValue(field.column, employee_[field.name]); });
+    attempt_([&] { board_.SetCell(field.column, employee_[field.name]); });
 }
 
 void EmployeeRow::Write(const BoardField& field, const dao::Field& value)

@@ -42,16 +42,17 @@ void ReopenDay(const ResumeNext& attempt, platform::Grid& board)
 }
 
 // An employee whose day is already started keeps his start.
-void StartDay(const ResumeNext& attempt, EmployeeRow& row, dao::Recordset& employee, Shop& shop)
+void StartDay(const ResumeNext& attempt, EmployeeRow& row, dao::Recordset& employee,
+              const platform::Grid& board, base::Date now)
 {
     const auto notStarted = [&] {
-        const bool hasWorkDate = shop.window.grdEmp.Value(LDEmp::WorkDate.column).IsDate();
+        const bool hasWorkDate = board.Value(LDEmp::WorkDate.column).IsDate();
         const bool hasStartDay = employee[LDEmp::StartDay.name].Value().IsDate();
         return !hasWorkDate || !hasStartDay;
     };
     if (!attempt.Test(notStarted, TakeBranch)) return;
-    row.Write(LDEmp::StartDay, [&] { return base::Format(shop.platform.clock.Now(), kClockTime); });
-    row.Write(LDEmp::WorkDate, [&] { return base::Format(shop.platform.clock.Now(), kDay); });
+    row.Write(LDEmp::StartDay, [&] { return base::Format(now, kClockTime); });
+    row.Write(LDEmp::WorkDate, [&] { return base::Format(now, kDay); });
 }
 
 // Changes one field of the repair order and stays on it.
@@ -75,17 +76,16 @@ void StampTechnician(const ResumeNext& attempt, dao::Recordset& repairOrder,
 }
 
 // A change of department leaves a line in the order's notes.
-void MoveToDepartment(const ResumeNext& attempt, dao::Recordset& repairOrder, Shop& shop)
+void MoveToDepartment(const ResumeNext& attempt, dao::Recordset& repairOrder,
+                      const platform::Grid& board, const MainWindowState& state, base::Date now)
 {
-    const MainWindowState& state = shop.state;
     const auto changes = [&] {
         return base::Differs(repairOrder[WorkOrder::DeptSequence], state.Sequence);
     };
     const auto note = [&] {
         return base::TextOf(repairOrder[WorkOrder::AuditNotes]) + "\r\n[" +
-               shop.window.grdEmp.Text(LDEmp::Name.column) + " - " +
-               base::Format(shop.platform.clock.Now(), kNoteTime) + "] Department changed to " +
-               state.Department;
+               board.Text(LDEmp::Name.column) + " - " + base::Format(now, kNoteTime) +
+               "] Department changed to " + state.Department;
     };
     if (attempt.Test(changes, TakeBranch)) Stamp(attempt, repairOrder, WorkOrder::AuditNotes, note);
     Stamp(attempt, repairOrder, WorkOrder::DeptSequence, [&] { return state.Sequence; });
@@ -93,11 +93,10 @@ void MoveToDepartment(const ResumeNext& attempt, dao::Recordset& repairOrder, Sh
 
 // The first job on the order sets the time, later ones leave it.
 void StampOnce(const ResumeNext& attempt, dao::Recordset& repairOrder, std::string_view field,
-               Shop& shop)
+               base::Date now)
 {
     const auto missing = [&] { return !repairOrder[field].Value().IsDate(); };
-    if (attempt.Test(missing, TakeBranch))
-        Stamp(attempt, repairOrder, field, [&] { return shop.platform.clock.Now(); });
+    if (attempt.Test(missing, TakeBranch)) Stamp(attempt, repairOrder, field, [&] { return now; });
 }
 
 }  // namespace
@@ -139,19 +138,20 @@ void StartJob(Shop& shop, std::int32_t roNumber)
     if (attempt.Test([&] { return employee.NoMatch(); }, TakeBranch)) return;
 
     // The new job, on his row and on the repair order.
+    const base::Date now = shop.platform.clock.Now();
     EmployeeRow row(attempt, employee, board);
     row.Edit();
-    StartDay(attempt, row, employee, shop);
+    StartDay(attempt, row, employee, board, now);
     row.Write(LDEmp::VehDesc, repairOrder[WorkOrder::ServiceItemDescriptionL1]);
     row.Write(LDEmp::Customer, repairOrder[WorkOrder::ProfileDescriptionL1]);
     row.Write(LDEmp::WONumber, repairOrder[WorkOrder::WorkOrderNumber]);
     row.Write(LDEmp::WOID, repairOrder[WorkOrder::EntryNumber]);
     row.Write(LDEmp::GLType, [&] { return shop.state.GLCode; });
     StampTechnician(attempt, repairOrder, board, shop.state.GLCode);
-    MoveToDepartment(attempt, repairOrder, shop);
-    StampOnce(attempt, repairOrder, WorkOrder::Started, shop);
-    StampOnce(attempt, repairOrder, WorkOrder::Arrived, shop);
-    row.Write(LDEmp::StartJob, [&] { return base::Format(shop.platform.clock.Now(), kClockTime); });
+    MoveToDepartment(attempt, repairOrder, board, shop.state, now);
+    StampOnce(attempt, repairOrder, WorkOrder::Started, now);
+    StampOnce(attempt, repairOrder, WorkOrder::Arrived, now);
+    row.Write(LDEmp::StartJob, [&] { return base::Format(now, kClockTime); });
     row.Save();
 }
 

@@ -171,14 +171,20 @@ void Grid::SetValue(int column, const base::Value& value)
 {
     if (row_ == 0 || records_ == nullptr) return;
     const Column& target = ColumnAt(column);
-    BoundRow& row = rows_[static_cast<std::size_t>(row_ - 1)];
     dao::Recordset& records = *records_;
     base::Value cell = Storable(value, records.TypeOf(column - 1));
     if (records.EditMode() == dao::EditMode::None) {
-        records.SetBookmark(row.bookmark);
+        records.SetBookmark(rows_[static_cast<std::size_t>(row_ - 1)].bookmark);
         cell = WriteThrough(records, target.field, cell);
     }
-    row.cells[static_cast<std::size_t>(column - 1)] = std::move(cell);
+    SetCell(column, cell);
+}
+
+void Grid::SetCell(int column, const base::Value& value)
+{
+    if (row_ == 0) return;
+    (void)ColumnAt(column);
+    rows_[static_cast<std::size_t>(row_ - 1)].cells[static_cast<std::size_t>(column - 1)] = value;
     Changed();
 }
 

@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: Apache-2.0
+// FailureSweepTest: a job change in which the n-th operation of the disk fails, for every n.
+#include "data/Tables.h"
+#include "jet/io/MemoryFile.h"
+#include "tests/support/FaultFileSystem.h"
+#include "tests/support/ShopWorld.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <gtest/gtest.h>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace tests;
+using lodrin::Labor;
+using lodrin::LDEmp;
+using lodrin::LDHistory;
+using lodrin::WorkOrder;
+
+constexpr int kDiskFailure = 3043;
+constexpr const char* kDatabase = "C:/Shop/Kelvaro.mdb";
+
+// A shop in which Bob has worked on 1001 since eight.
+std::vector<std::byte> ShopAtNine()
+{
+    jet::io::MemoryFileSystem disk;
+    {
+        ShopWorld world(disk);
+        world.MakeDatabase();
+        world.Given({Employee("Jones, Bob", 8), Employee("Smith, Ann", 7), RepairOrder(1001),
+                     RepairOrder(1002).With(WorkOrder::DeptSequence, std::int16_t{30}),
+                     RepairOrder(1003)});
+        world.At("08:00 AM").Select("Jones, Bob").Picks("BL", "Body").Starts(1001);
+    }
+    return disk.Content(kDatabase);
+}
+
+// The shop on a disk that can be made to fail.
+struct Scene {
+    explicit Scene(const std::vector<std::byte>& content)
+    {
+        (void)memory.Create(kDatabase);
+        memory.Content(kDatabase) = content;
+        world.At("09:00 AM").Select("Jones, Bob").Picks("RL", "Paint");
+    }
+
+    jet::io::MemoryFileSystem memory;
+    FaultFileSystem disk{memory};
+    ShopWorld world{disk};
+};
+
+// What the job change should leave behind, by name, and whether it did.
+std::map<std::string, bool> EffectsIn(ShopWorld& world)
+{
+    const Record bob = world.EmployeeRecord("Jones, Bob");
+    const Record order = world.Order(1002);
+    return {{"history row", world.Jobs().size() == 1},
+            {"labor line", world.LaborLines().size() == 1},
+            {"hours", order[WorkOrder::BodyWorked] == base::Value(1.0)},
+            {"technician", order[WorkOrder::RLTech] == base::Value(8)},
+            {"note", !order[WorkOrder::AuditNotes].IsNull()},
+            {"department", order[WorkOrder::DeptSequence] == base::Value(std::int16_t{70})},
+            {"started", order[WorkOrder::Started].IsDate()},
+            {"arrived", order[WorkOrder::Arrived].IsDate()},
+            {"employee", bob[LDEmp::WONumber.name] == base::Value(1002)}};
+}
+
+class FailureSweepTest : public ::testing::Test {
+protected:
+    std::set<std::string> lost;       // effects that a failure cost, over the whole sweep
+    std::set<std::string> locations;  // where failures were reported
+
+    void ExpectReportedOnce(const std::vector<std::string>& reports)
+    {
+        std::size_t failures = 0;
+        for (const std::string& report : reports) {
+            if (report.rfind(std::to_string(kDiskFailure) + " ", 0) != 0) continue;
+            ++failures;
+            locations.insert(report.substr(report.find(' ') + 1));
+        }
+        EXPECT_EQ(failures, 1U) << "reports: " << reports.size();
+    }
+
+    // One failed operation costs at most the one store it belonged to.
+    void ExpectAtMostOneLoss(ShopWorld& world)
+    {
+        int losses = 0;
+        for (const auto& effect : EffectsIn(world)) {
+            if (effect.second) continue;
+            ++losses;
+            lost.insert(effect.first);
+        }
+        EXPECT_LE(losses, 1);
+    }
+
+    // Rows that have no part in the change.
+    static void ExpectBystandersUntouched(const Contents& before, const Contents& after)
+    {
+        for (const char* table : {"Profile", "Status", "Departments", "AutoLook"})
+            EXPECT_EQ(after.at(table), before.at(table)) << table;
+        EXPECT_EQ(after.at("LDEmp").at(1), before.at("LDEmp").at(1));
+        EXPECT_EQ(after.at("WorkOrder").at(0), before.at("WorkOrder").at(0));
+        EXPECT_EQ(after.at("WorkOrder").at(2), before.at("WorkOrder").at(2));
+    }
+};
+
+TEST_F(FailureSweepTest, JobChangeWithoutFailureHasAllItsEffects)
+{
+    Scene scene(ShopAtNine());
+    scene.world.Starts(1002);
+    for (const auto& effect : EffectsIn(scene.world))
+        EXPECT_TRUE(effect.second) << effect.first;
+    EXPECT_TRUE(scene.world.Reports().empty());
+}
+
+TEST_F(FailureSweepTest, EachFailureIsReportedOnceAndTheRestRuns)
+{
+    const std::vector<std::byte> content = ShopAtNine();
+    Scene untouched(content);
+    const Contents before = untouched.world.Stored();
+
+    bool failed = true;
+    std::size_t failing = 0;
+    for (; failed; ++failing) {
+        SCOPED_TRACE("operation " + std::to_string(failing));
+        Scene scene(content);
+        const std::size_t start = scene.disk.Operations();
+        scene.disk.FailOnce(failing, kDiskFailure);
+        ASSERT_NO_THROW(scene.world.Starts(1002));
+        failed = scene.disk.Operations() > start + failing;
+        if (!failed) break;
+        ExpectReportedOnce(scene.world.Reports());
+        EXPECT_FALSE(scene.world.shop.window.grdEmp.allowEdit);
+        // What another engine finds on the disk is what counts.
+        ShopWorld reader(scene.memory);
+        ExpectAtMostOneLoss(reader);
+        ExpectBystandersUntouched(before, reader.Stored());
+    }
+    EXPECT_GT(failing, 20U);
+    EXPECT_EQ(lost.size(), 9U) << "the sweep did not reach every store";
+    EXPECT_EQ(locations,
+              (std::set<std::string>{"Sub frmLodrin!StartJob()", "Sub frmLodrin!WriteHistory()",
+                                     "Sub frmLodrin!WriteLabor()"}));
+}
+
+TEST_F(FailureSweepTest, WithoutWorkOrderSetTheOrderCountsAsUnknown)
+{
+    Scene scene(ShopAtNine());
+    scene.world.shop.state.workOrders = dao::Recordset();
+    scene.world.fakes.prompts.Expect(
+        "The RO you selected no long exists in the database, or is not accessable.");
+    scene.world.Starts(1002);
+    EXPECT_EQ(scene.world.Reports(), std::vector<std::string>(2, "91 Sub frmLodrin!StartJob()"));
+    EXPECT_TRUE(scene.world.Jobs().empty());
+}
+
+TEST_F(FailureSweepTest, WithoutEmployeeSetTheOpenJobIsStillClosed)
+{
+    Scene scene(ShopAtNine());
+    scene.world.shop.state.employees = dao::Recordset();
+    scene.world.Starts(1002);
+    EXPECT_EQ(scene.world.Reports(), std::vector<std::string>(2, "91 Sub frmLodrin!StartJob()"));
+    EXPECT_EQ(scene.world.Jobs().size(), 1U);
+    EXPECT_EQ(scene.world.EmployeeRecord("Jones, Bob")[LDEmp::WONumber.name], 1001);
+}
+
+TEST_F(FailureSweepTest, WithoutHistorySetTheNewJobIsStillStarted)
+{
+    Scene scene(ShopAtNine());
+    scene.world.shop.state.history = dao::Recordset();
+    scene.world.Starts(1002);
+    for (const std::string& report : scene.world.Reports())
+        EXPECT_EQ(report, "91 Sub frmLodrin!WriteHistory()");
+    EXPECT_FALSE(scene.world.Reports().empty());
+    EXPECT_EQ(scene.world.EmployeeRecord("Jones, Bob")[LDEmp::WONumber.name], 1002);
+}
+
+TEST_F(FailureSweepTest, WithoutDatabaseNobodyPasses)
+{
+    Scene scene(ShopAtNine());
+    scene.world.shop.state.database.Close();
+    scene.world.fakes.prompts.Expect("Invalid PIN entered");
+    scene.world.Starts(1002);
+    EXPECT_TRUE(scene.world.Reports().empty());
+    EXPECT_EQ(scene.world.EmployeeRecord("Jones, Bob")[LDEmp::WONumber.name], 1001);
+}
+
+}  // namespace
