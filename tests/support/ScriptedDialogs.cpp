@@ -10,11 +10,12 @@ namespace tests {
 
 namespace {
 
-// What the view does when the user clicks an entry.
-void Choose(lodrin::Shop& shop, platform::ListBox& list, const std::string& start)
+// What the view does when the user clicks the entry with these first or only characters.
+void Choose(lodrin::Shop& shop, platform::ListBox& list, const std::string& start, bool whole)
 {
     for (int index = 0; index < list.ListCount(); ++index) {
-        if (list.List(index).rfind(start, 0) != 0) continue;
+        const std::string entry = list.List(index);
+        if (whole ? entry != start : entry.rfind(start, 0) != 0) continue;
         lodrin::DispatchInDialog(shop, [&](lodrin::Shop& on) {
             list.SetListIndex(index);
             on.forms.glSelect.SelectionChanged();
@@ -56,8 +57,8 @@ void ScriptedDialogs::ShowGLSelect(lodrin::Shop& shop)
     form.Form_Activate(shop);
     if (whileGLSelectIsOpen) whileGLSelectIsOpen(shop);
     if (choice.act == Act::Pick) {
-        Choose(shop, form.lstGLCodes, choice.code + " ");
-        Choose(shop, form.lstDepartments, choice.department);
+        Choose(shop, form.lstGLCodes, choice.code + " ", false);
+        Choose(shop, form.lstDepartments, choice.department, true);
     }
     if (choice.act != Act::Leave) {
         lodrin::DispatchInDialog(shop, [&](lodrin::Shop& on) { form.cmdExit_Click(on); });
