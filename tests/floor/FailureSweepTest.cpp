@@ -3,6 +3,7 @@
 #include "data/Tables.h"
 #include "jet/io/MemoryFile.h"
 #include "tests/support/FaultFileSystem.h"
+#include "tests/support/IntegrityExpectations.h"
 #include "tests/support/ShopWorld.h"
 
 #include <algorithm>
@@ -141,6 +142,7 @@ TEST_F(FailureSweepTest, EachFailureIsReportedOnceAndTheRestRuns)
         ShopWorld reader(scene.memory);
         ExpectAtMostOneLoss(reader);
         ExpectBystandersUntouched(before, reader.Stored());
+        EXPECT_CLEAN(scene.memory, kDatabase);
     }
     EXPECT_GT(failing, 20U);
     EXPECT_EQ(lost.size(), 9U) << "the sweep did not reach every store";

@@ -4,7 +4,9 @@
 #include "app/frmLodrin.h"
 #include "base/Calendar.h"
 #include "floor/cboRO.h"
+#include "jet/io/StdFile.h"
 #include "labor/GetHistory.h"
+#include "tests/support/IntegrityExpectations.h"
 #include "tests/support/MdbExport.h"
 #include "tests/support/Samples.h"
 #include "tests/support/ShopWorld.h"
@@ -120,9 +122,11 @@ protected:
         }
     }
 
-    // Nothing was asked that was not laid down, and all that was.
+    // Nothing was asked that was not laid down, and all that was; the file is sound.
     void ExpectTalkIsOver()
     {
+        jet::io::StdFileSystem files;
+        EXPECT_CLEAN(files, file.string());
         EXPECT_TRUE(world->fakes.prompts.Pending().empty());
         EXPECT_EQ(world->dialogs.Pending(), 0U);
     }

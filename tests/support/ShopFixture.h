@@ -3,6 +3,7 @@
 #pragma once
 
 #include "jet/io/MemoryFile.h"
+#include "tests/support/IntegrityExpectations.h"
 #include "tests/support/ShopWorld.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +14,9 @@ struct MemoryDisk {
     jet::io::MemoryFileSystem disk;
 };
 
-// Rule: a test that leaves an expected question or dialog unasked fails.
+// Rule: a test fails that leaves an expected question or dialog unasked, or a database file in
+// which
+//       the integrity checker finds anything to remark.
 class ShopFixture : public ::testing::Test, protected MemoryDisk, protected ShopWorld {
 protected:
     ShopFixture() : ShopWorld(disk) { MakeDatabase(); }
@@ -22,6 +25,7 @@ protected:
     {
         EXPECT_EQ(fakes.prompts.Pending(), std::vector<std::string>{});
         EXPECT_EQ(dialogs.Pending(), 0U);
+        EXPECT_SPOTLESS(disk, DatabasePath());
     }
 };
 
