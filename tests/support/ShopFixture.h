@@ -25,8 +25,11 @@ protected:
     {
         EXPECT_EQ(fakes.prompts.Pending(), std::vector<std::string>{});
         EXPECT_EQ(dialogs.Pending(), 0U);
-        EXPECT_SPOTLESS(disk, DatabasePath());
+        EXPECT_SPOTLESS(disk, database_);
     }
+
+private:
+    const std::string database_ = DatabasePath();
 };
 
 }  // namespace tests
