@@ -90,6 +90,25 @@ void NativeTable::Delete(RowId row)
     changes.Commit();
 }
 
+void NativeTable::Apply(std::span<const Change> changes)
+{
+    pages::WriteSet together(*pager_);
+    for (const Change& change : changes) {
+        switch (change.kind) {
+        case Change::Kind::Insert:
+            static_cast<void>(Insert(together, change.values));
+            break;
+        case Change::Kind::Update:
+            Update(together, change.row, change.values);
+            break;
+        case Change::Kind::Delete:
+            Delete(together, change.row);
+            break;
+        }
+    }
+    together.Commit();
+}
+
 RowId NativeTable::Insert(pages::WriteSet& changes, std::span<const Assignment> values)
 {
     return RowChanges(changes, *definition_.Current()).Insert(values);

@@ -29,6 +29,7 @@ public:
     RowId Insert(std::span<const Assignment> values) override;
     void Update(RowId row, std::span<const Assignment> values) override;
     void Delete(RowId row) override;
+    void Apply(std::span<const Change> changes) override;
 
     // The same as a part of a larger write set, which must be dropped when one of them fails.
     // Requires: `changes` is open on this table's pager.

@@ -44,6 +44,13 @@ struct Assignment {
     base::Value value;
 };
 
+// One row to be inserted (`row` does not count), changed or deleted (`values` do not count).
+struct Change {
+    enum class Kind { Insert, Update, Delete } kind = Kind::Update;
+    RowId row;
+    std::vector<Assignment> values;
+};
+
 // Errors: 3343/3049 for damaged bytes, and those of each writer.
 class RowSource {
 public:
@@ -79,6 +86,8 @@ public:
     virtual RowId Insert(std::span<const Assignment> values) = 0;
     virtual void Update(RowId row, std::span<const Assignment> values) = 0;
     virtual void Delete(RowId row) = 0;
+    // All changes in one write set, in this order: when one fails, nothing is written.
+    virtual void Apply(std::span<const Change> changes) = 0;
 };
 
 }  // namespace jet::table
