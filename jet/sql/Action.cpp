@@ -15,6 +15,7 @@ namespace {
 
 using base::NumberedError;
 using table::Assignment;
+using table::Change;
 
 // Read-only file and damaged bytes concern every row alike, so they always end the statement.
 bool ConcernsTheRow(const NumberedError& error)
@@ -29,20 +30,6 @@ bool ConcernsTheRow(const NumberedError& error)
         return true;
     }
 }
-
-// What undoes the changes made so far, last first.
-class UndoList {
-public:
-    void Add(std::function<void()> step) { steps_.push_back(std::move(step)); }
-    void Run()
-    {
-        for (; !steps_.empty(); steps_.pop_back())
-            steps_.back()();
-    }
-
-private:
-    std::vector<std::function<void()>> steps_;
-};
 
 class Action {
 public:
@@ -62,8 +49,8 @@ public:
             values.push_back(item.value.get());
         Bind(values, update.where, ScopeOfTable(update.table), UnknownTargets(update));
         for (const table::RowId id : Chosen(update.where))
-            Try([&] { UpdateRow(id, columns, values); });
-        return changed_;
+            Gather([&] { return UpdateOf(id, columns, values); });
+        return Apply();
     }
 
     std::int32_t operator()(InsertStatement& insert)
@@ -74,8 +61,8 @@ public:
             const Query query(std::move(*insert.select), session_);
             if (query.Fields().size() != columns.size()) throw NumberedError(3346);
             for (const ValueRow& values : RowsOf(query))
-                Try([&] { InsertRow(columns, values); });
-            return changed_;
+                Gather([&] { return InsertOf(columns, values); });
+            return Apply();
         }
         if (insert.values.size() != columns.size()) throw NumberedError(3346);
         std::vector<Expression*> all;
@@ -85,8 +72,8 @@ public:
         ValueRow values;
         for (const Expression* const value : all)
             values.push_back(Evaluate(*value, NoRow(), environment_));
-        Try([&] { InsertRow(columns, values); });
-        return changed_;
+        Gather([&] { return InsertOf(columns, values); });
+        return Apply();
     }
 
     std::int32_t operator()(DeleteStatement& erase)
@@ -94,8 +81,8 @@ public:
         Open(erase.table, 3078);
         Bind({}, erase.where, ScopeOfTable(erase.table), {});
         for (const table::RowId id : Chosen(erase.where))
-            Try([&] { DeleteRow(id); });
-        return changed_;
+            changes_.push_back({Change::Kind::Delete, id, {}});
+        return Apply();
     }
 
 private:
@@ -196,17 +183,40 @@ private:
         return rows;
     }
 
-    // One row: done and counted, passed over, or the end with everything undone.
-    void Try(const std::function<void()>& change)
+    // One row's change; a row that cannot be changed is passed over or ends the statement.
+    void Gather(const std::function<Change()>& make)
     {
         try {
-            change();
-            ++changed_;
+            changes_.push_back(make());
         } catch (const NumberedError& error) {
-            if (onRowError_ == OnRowError::PassOver && ConcernsTheRow(error)) return;
-            const NumberedError kept = error;
-            undo_.Run();
-            throw kept;
+            if (EndsTheStatement(error)) throw;
+        }
+    }
+
+    [[nodiscard]] bool EndsTheStatement(const NumberedError& error) const
+    {
+        return onRowError_ == OnRowError::Stop || !ConcernsTheRow(error);
+    }
+
+    // All rows in one write set; when one of them is refused, each in its own.
+    std::int32_t Apply()
+    {
+        if (changes_.empty()) return 0;
+        if (Applied(changes_)) return static_cast<std::int32_t>(changes_.size());
+        std::int32_t changed = 0;
+        for (const Change& change : changes_)
+            if (changes_.size() > 1 && Applied({&change, 1})) ++changed;
+        return changed;
+    }
+
+    bool Applied(std::span<const Change> changes)
+    {
+        try {
+            table_->rows->Apply(changes);
+            return true;
+        } catch (const NumberedError& error) {
+            if (EndsTheStatement(error)) throw;
+            return false;
         }
     }
 
@@ -219,64 +229,43 @@ private:
         return made;
     }
 
-    void UpdateRow(table::RowId id, const std::vector<std::size_t>& columns,
-                   const std::vector<Expression*>& values)
+    [[nodiscard]] Change UpdateOf(table::RowId id, const std::vector<std::size_t>& columns,
+                                  const std::vector<Expression*>& values) const
     {
-        table::RowSource& rows = *table_->rows;
+        const table::RowSource& rows = *table_->rows;
         const std::optional<table::StoredRow> stored = rows.Fetch(id);
         if (!stored) throw NumberedError(3167);
         const format::RowView view = rows.View(*stored);
         const StoredRowValues row(rows, view);
-        std::vector<Assignment> after, before;
+        Change change{Change::Kind::Update, id, {}};
         for (std::size_t i = 0; i < columns.size(); ++i) {
             if (Definition().columns[columns[i]].autoNumber) throw NumberedError(3164);
-            after.push_back(Checked(columns[i], Evaluate(*values[i], row, environment_)));
-            if (onRowError_ == OnRowError::Stop)
-                before.push_back({columns[i], rows.ValueOf(view, columns[i])});
+            change.values.push_back(Checked(columns[i], Evaluate(*values[i], row, environment_)));
         }
-        rows.Update(id, after);
-        if (onRowError_ == OnRowError::Stop)
-            undo_.Add([&rows, id, before] { rows.Update(id, before); });
+        return change;
     }
 
-    void InsertRow(const std::vector<std::size_t>& columns, const ValueRow& given)
+    // Rule: a counter's number is drawn, and used up, before the row is stored.
+    [[nodiscard]] Change InsertOf(const std::vector<std::size_t>& columns, const ValueRow& given)
     {
-        table::RowSource& rows = *table_->rows;
         std::vector<base::Value> values = NewRowValues(*table_, session_);
         for (std::size_t i = 0; i < columns.size(); ++i)
             values[columns[i]] = Checked(columns[i], given[i]).value;
-        std::vector<Assignment> all;
+        Change change{Change::Kind::Insert, {}, {}};
         for (std::size_t i = 0; i < values.size(); ++i) {
-            const bool counter = Definition().columns[i].autoNumber;
-            if (counter && values[i].IsNull()) values[i] = rows.NextAutoNumber();
             CheckStorable(*table_, i, values[i]);
-            if (!values[i].IsNull()) all.push_back({i, std::move(values[i])});
+            const bool counter = Definition().columns[i].autoNumber;
+            if (counter && values[i].IsNull()) values[i] = table_->rows->NextAutoNumber();
+            if (!values[i].IsNull()) change.values.push_back({i, std::move(values[i])});
         }
-        const table::RowId id = rows.Insert(all);
-        if (onRowError_ == OnRowError::Stop) undo_.Add([&rows, id] { rows.Delete(id); });
-    }
-
-    void DeleteRow(table::RowId id)
-    {
-        table::RowSource& rows = *table_->rows;
-        std::vector<Assignment> values;
-        if (onRowError_ == OnRowError::Stop) {
-            const std::optional<table::StoredRow> stored = rows.Fetch(id);
-            if (!stored) throw NumberedError(3167);
-            const format::RowView view = rows.View(*stored);
-            for (std::size_t i = 0; i < Definition().columns.size(); ++i)
-                values.push_back({i, rows.ValueOf(view, i)});
-        }
-        rows.Delete(id);
-        if (onRowError_ == OnRowError::Stop) undo_.Add([&rows, values] { rows.Insert(values); });
+        return change;
     }
 
     const Session& session_;
     OnRowError onRowError_;
     TablePtr table_;
     Environment environment_;
-    UndoList undo_;
-    std::int32_t changed_ = 0;
+    std::vector<Change> changes_;
 };
 
 }  // namespace

@@ -109,15 +109,15 @@ Query::Query(TablePtr table, const Session& session)
 // The faults in the order in which they count: functions, names, aggregates, types.
 void Query::BindEverything(const Scope& scope)
 {
-    std::vector<Expression*> all;
+    std::vector<Expression*> mayAggregate;
     for (const SelectItem& item : statement_.items)
-        if (item.expression) all.push_back(item.expression.get());
+        if (item.expression) mayAggregate.push_back(item.expression.get());
+    if (statement_.having.expression) mayAggregate.push_back(statement_.having.expression.get());
+    std::vector<Expression*> all = mayAggregate;
     for (const ExpressionPtr& key : statement_.groupBy)
         all.push_back(key.get());
-    if (statement_.having.expression) all.push_back(statement_.having.expression.get());
     for (const OrderItem& item : statement_.orderBy)
         all.push_back(item.expression.get());
-    const std::vector<Expression*> mayAggregate = all;
     if (statement_.where.expression) all.push_back(statement_.where.expression.get());
 
     for (Expression* const expression : all)
@@ -130,11 +130,16 @@ void Query::BindEverything(const Scope& scope)
         throw NumberedError(3096, {statement_.where.text});
     for (Expression* const expression : mayAggregate)
         CollectAggregates(*expression);
+    grouped_ = !statement_.groupBy.empty() || statement_.having.expression || !aggregates_.empty();
+    for (const OrderItem& item : statement_.orderBy) {
+        if (!grouped_ && FindAggregate(*item.expression) != nullptr)
+            throw NumberedError(3097, {item.expression->text});
+        CollectAggregates(*item.expression);
+    }
     for (Expression* const expression : all)
         BindTypes(*expression, scope);
     if (statement_.where.expression) BindCondition(*statement_.where.expression, scope);
     if (statement_.having.expression) BindCondition(*statement_.having.expression, scope);
-    grouped_ = !statement_.groupBy.empty() || statement_.having.expression || !aggregates_.empty();
 }
 
 void Query::CollectAggregates(Expression& expression)
@@ -185,8 +190,6 @@ void Query::AddSortKeys()
                 throw NumberedError(3138);
             key.output = static_cast<std::size_t>(*place) - 1;
         }
-        if (!grouped_ && FindAggregate(*item.expression) != nullptr)
-            throw NumberedError(3097, {item.expression->text});
         sortKeys_.push_back(key);
     }
 }
