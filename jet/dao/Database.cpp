@@ -8,6 +8,8 @@
 #include "jet/sql/Action.h"
 #include "jet/sql/Parser.h"
 
+#include <algorithm>
+
 namespace dao {
 
 using base::NumberedError;
@@ -64,6 +66,14 @@ RecordsetPlan PlanFor(State& state, std::string_view source, RecordsetType type)
 
 }  // namespace
 
+void Database::State::Close()
+{
+    for (const std::weak_ptr<Recordset::State>& one : recordsets)
+        if (const std::shared_ptr<Recordset::State> records = one.lock()) records->Release();
+    recordsets.clear();
+    core.reset();
+}
+
 Database::Database() = default;
 Database::Database(std::shared_ptr<State> state) : state_(std::move(state)) {}
 Database::Database(Database&&) noexcept = default;
@@ -116,9 +126,16 @@ void Database::Append(const dao::TableDef& table)
 
 Recordset Database::OpenRecordset(std::string_view source, RecordsetType type, int options)
 {
-    RecordsetPlan plan = PlanFor(Opened(state_), source, type);
+    State& state = Opened(state_);
+    state.core->Pager().Refresh();
+    RecordsetPlan plan = PlanFor(state, source, type);
     plan.readOnly = !Updatable() || (options & kReadOnlySet) != 0;
-    return Recordset(std::make_shared<Recordset::State>(state_, std::move(plan)));
+    auto records = std::make_shared<Recordset::State>(state_, std::move(plan));
+    auto& all = state.recordsets;
+    const auto gone = [](const std::weak_ptr<Recordset::State>& one) { return one.expired(); };
+    all.erase(std::remove_if(all.begin(), all.end(), gone), all.end());
+    all.push_back(records);
+    return Recordset(std::move(records));
 }
 
 void Database::Execute(std::string_view sql, int options)
@@ -127,6 +144,7 @@ void Database::Execute(std::string_view sql, int options)
     jet::sql::Statement statement = jet::sql::ParseStatement(sql, state.session.now());
     const bool isSelect = std::holds_alternative<jet::sql::SelectStatement>(statement);
     if (!isSelect && !Updatable()) throw NumberedError(3027);
+    state.core->Pager().Refresh();
     const auto onRowError =
         (options & kFailOnError) != 0 ? jet::sql::OnRowError::Stop : jet::sql::OnRowError::PassOver;
     state.recordsAffected = jet::sql::Execute(std::move(statement), state.session, onRowError);
@@ -139,7 +157,7 @@ int Database::RecordsAffected() const
 
 void Database::Close()
 {
-    Opened(state_).core.reset();
+    Opened(state_).Close();
 }
 
 }  // namespace dao

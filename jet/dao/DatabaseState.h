@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace dao {
 
@@ -16,6 +17,14 @@ struct Database::State {
     bool readOnly = false;
     jet::sql::Session session;
     int recordsAffected = 0;
+    std::vector<std::weak_ptr<Recordset::State>> recordsets;
+
+    State() = default;
+    State(const State&) = delete;
+    State& operator=(const State&) = delete;
+    ~State() { Close(); }
+    // Lets go of the file, and its record sets with it.
+    void Close();
 };
 
 }  // namespace dao

@@ -211,7 +211,7 @@ void Recordset::Requery()
 
 void Recordset::Close()
 {
-    Opened(state_).closed = true;
+    Opened(state_).Release();
 }
 
 base::Value Field::Value() const

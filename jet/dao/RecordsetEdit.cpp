@@ -70,6 +70,7 @@ void Recordset::State::Edit()
     RequireUpdatable();
     DropEdit();
     RequireRow();
+    LookAgain();
     // Whoever changed the row since it was read comes first; a second Edit sees his change.
     std::optional<jet::table::StoredRow> now = Source().Fetch(rows->Id(*current));
     const bool changed = now && now->bytes != image->bytes;

@@ -99,6 +99,7 @@ void Recordset::State::Find(std::string_view criteria, From from, Direction dire
         throw NumberedError(3251);
     const Criterion criterion(criteria, *query, ofValues);
     if (from == From::CurrentRow && (bof || eof || !current)) throw NumberedError(3021);
+    LookAgain();
     const std::optional<Spot> found = Search(criterion, from, direction);
     DropEdit();
     noMatch = !found;

@@ -45,20 +45,36 @@ Recordset::State::State(std::shared_ptr<Database::State> owner, RecordsetPlan pl
     Populate();
 }
 
+// Everything that can fail comes before the first change.
 void Recordset::State::Populate()
 {
+    std::optional<RowList> found;
+    std::vector<jet::sql::ValueRow> worked;
     if (ofValues) {
-        values = RowsOf(*query);
-        rows.emplace(Places(values.size()));
+        worked = RowsOf(*query);
+        found.emplace(Places(worked.size()));
     } else if (query->InStorageOrder()) {
-        rows.emplace(std::make_unique<jet::sql::RowFinder>(Source(), query->Where()));
+        found.emplace(std::make_unique<jet::sql::RowFinder>(Source(), query->Where()));
     } else {
-        rows.emplace(RowIdsOf(*query));
+        found.emplace(RowIdsOf(*query));
     }
+    const std::optional<Spot> first = found->First();
+    rows = std::move(found);
+    values = std::move(worked);
     bof = eof = true;
     current.reset();
     image.reset();
-    if (const std::optional<Spot> first = rows->First()) StandOn(*first);
+    if (first) StandOn(*first);
+}
+
+void Recordset::State::Release()
+{
+    closed = true;
+    DropEdit();
+    rows.reset();
+    values.clear();
+    image.reset();
+    query.reset();
 }
 
 std::shared_ptr<Database::State> Recordset::State::RequireOpen() const
@@ -66,6 +82,11 @@ std::shared_ptr<Database::State> Recordset::State::RequireOpen() const
     std::shared_ptr<Database::State> owner = database.lock();
     if (closed || !owner || !owner->core) throw NumberedError(3420);
     return owner;
+}
+
+void Recordset::State::LookAgain() const
+{
+    RequireOpen()->core->Pager().Refresh();
 }
 
 void Recordset::State::Fetch()
@@ -147,6 +168,7 @@ void Recordset::State::Refresh()
 {
     if (bof || eof || !current) throw NumberedError(3021);
     DropEdit();
+    LookAgain();
     Fetch();
     RequireRow();
 }
@@ -154,6 +176,7 @@ void Recordset::State::Refresh()
 void Recordset::State::Requery()
 {
     if (type == RecordsetType::Table) throw NumberedError(3251);
+    LookAgain();
     DropEdit();
     noMatch = false;
     Populate();
@@ -193,6 +216,7 @@ void Recordset::State::SetBookmark(const BookmarkValue& bookmark)
         bookmark.recordset == id ? rows->Find(row) : std::optional<Spot>();
     if (!spot) throw NumberedError(3159);
     if (rows->IsHole(*spot)) throw NumberedError(3167);
+    LookAgain();
     if (!ofValues && !Source().Fetch(row)) throw NumberedError(3167);
     DropEdit();
     StandOn(*spot);

@@ -36,6 +36,8 @@ struct Recordset::State {
 
     // Errors: 3420.
     [[nodiscard]] std::shared_ptr<Database::State> RequireOpen() const;
+    // Closes the set and lets go of the file.
+    void Release();
 
     void MoveFirst();
     void MoveLast();
@@ -88,6 +90,8 @@ private:
     friend class PendingRow;
     void Populate();
     void StandOn(Spot spot);
+    // Other programs' changes are seen from here on.
+    void LookAgain() const;
     void Fetch();
     Spot RequireRow() const;
     void RequireMovable() const;

@@ -64,7 +64,7 @@ void Workspace::Close()
     if (state_->isDefault) return;
     if (state_->closed) throw NumberedError(3420);
     for (const std::weak_ptr<Database::State>& one : state_->databases)
-        if (const std::shared_ptr<Database::State> database = one.lock()) database->core.reset();
+        if (const std::shared_ptr<Database::State> database = one.lock()) database->Close();
     state_->databases.clear();
     state_->closed = true;
 }

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+// DaoFixture: a new database in memory, for tests of the public face.
+#pragma once
+
+#include "base/NumberedError.h"
+#include "jet/dao/DBEngine.h"
+#include "jet/io/MemoryFile.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace dao {
+
+inline constexpr const char* kFile = "/shop/Kelvaro.mdb";
+inline constexpr base::Date kNow{38061.375};  // 15 March 2004, 9:00 AM
+
+// The number of the failure, 0 without one.
+[[nodiscard]] int ErrorOf(const std::function<void()>& action);
+// Its number, a blank and its text.
+[[nodiscard]] std::string FailureOf(const std::function<void()>& action);
+
+// The values of one field from the first row to the last, as text; null is "<null>".
+[[nodiscard]] std::vector<std::string> Column(Recordset& records, std::string_view field);
+
+class DaoTest : public testing::Test {
+protected:
+    DaoTest();
+    // The file that the test leaves has no defects.
+    void TearDown() override;
+
+    [[nodiscard]] Recordset Open(std::string_view source,
+                                 RecordsetType type = RecordsetType::Default)
+    {
+        return database.OpenRecordset(source, type);
+    }
+
+    // LDEmp with the fields of the board: EmpEntry (counter), EmpID, Name(100), StartDay, WO#, Hrs,
+    // Active, Note (memo).
+    void MakeEmployees();
+    // One employee.
+    void Add(std::int32_t id, const base::Value& name);
+
+    jet::io::MemoryFileSystem files;
+    base::Date now = kNow;
+    DBEngine engine;
+    Database database;
+};
+
+}  // namespace dao
