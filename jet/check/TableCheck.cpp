@@ -33,6 +33,7 @@ public:
         for (const PageNumber page : OwnedPages(table_.ownedPages, table_.freePages, "table"))
             CheckPage(page);
         CheckMoves();
+        CheckCounter();
         std::sort(facts_.rows.begin(), facts_.rows.end());
         inspection_.Report().rows += facts_.rows.size();
         if (facts_.rows.size() != table_.rowCount) {
@@ -100,7 +101,23 @@ private:
             break;
         }
         const auto row = ViewRow(inspection_, bytes, table_, at, offset);
-        if (row) CheckRow(inspection_, *row, at, offset, references_);
+        if (row && CheckRow(inspection_, *row, at, offset, references_)) NoteCounter(*row);
+    }
+
+    void NoteCounter(const format::RowView& row)
+    {
+        const auto column = table_.FindAutoNumber();
+        if (!column || row.IsNull(*column)) return;
+        counter_ = std::max(counter_, format::ReadI32(row.Field(*column), 0));
+    }
+
+    // The next number given out must be new.
+    void CheckCounter()
+    {
+        if (counter_ <= 0 || static_cast<std::uint32_t>(counter_) <= table_.lastAutoNumber) return;
+        inspection_.Found(DefectKind::AutoNumber, table_.page, 0,
+                          "last number given out is " + std::to_string(table_.lastAutoNumber) +
+                              ", a row has " + std::to_string(counter_));
     }
 
     void TakePointer(format::Span bytes, RowId at, std::size_t offset)
@@ -135,6 +152,7 @@ private:
     const format::TableDefinition& table_;
     std::vector<std::pair<RowId, RowId>> pointers_;
     std::map<RowId, int> moved_;
+    std::int32_t counter_ = 0;  // the largest number in the counter column
     std::vector<LongValueReference> references_;
 };
 
