@@ -31,6 +31,8 @@ public:
     virtual void Truncate(std::uint64_t size) = 0;
     // Returns when everything written so far would survive a power cut.
     virtual void Flush() = 0;
+    // Whether `path` still leads to this file; somebody may have removed or replaced it since.
+    [[nodiscard]] virtual bool IsNamed(const std::string& path) const = 0;
 
     // Byte-range locks between processes; a range may lie beyond the end of the file.
     [[nodiscard]] virtual bool TryLock(LockKind kind, std::uint64_t offset,

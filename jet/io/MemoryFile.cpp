@@ -11,8 +11,9 @@ namespace {
 
 class MemoryFile : public File {
 public:
-    MemoryFile(std::shared_ptr<std::vector<std::byte>> bytes, OpenMode mode)
-        : bytes_(std::move(bytes)), mode_(mode)
+    MemoryFile(MemoryFileSystem& files, std::shared_ptr<std::vector<std::byte>> bytes,
+               OpenMode mode)
+        : files_(files), bytes_(std::move(bytes)), mode_(mode)
     {
     }
 
@@ -42,6 +43,10 @@ public:
     }
 
     void Flush() override {}
+    [[nodiscard]] bool IsNamed(const std::string& path) const override
+    {
+        return files_.Exists(path) && &files_.Content(path) == bytes_.get();
+    }
     [[nodiscard]] bool TryLock(LockKind, std::uint64_t, std::uint64_t) override { return true; }
     void Unlock(std::uint64_t, std::uint64_t) override {}
 
@@ -51,6 +56,7 @@ private:
         if (mode_ == OpenMode::ReadOnly) throw base::NumberedError(3027);
     }
 
+    MemoryFileSystem& files_;
     std::shared_ptr<std::vector<std::byte>> bytes_;
     OpenMode mode_;
 };
@@ -61,7 +67,7 @@ std::unique_ptr<File> MemoryFileSystem::Open(const std::string& path, OpenMode m
 {
     const auto found = files_.find(path);
     if (found == files_.end()) throw base::NumberedError(3024, {path});
-    return std::make_unique<MemoryFile>(found->second, mode);
+    return std::make_unique<MemoryFile>(*this, found->second, mode);
 }
 
 std::unique_ptr<File> MemoryFileSystem::Create(const std::string& path)
@@ -69,7 +75,7 @@ std::unique_ptr<File> MemoryFileSystem::Create(const std::string& path)
     if (Exists(path)) throw base::NumberedError(3204);
     const Bytes bytes = std::make_shared<std::vector<std::byte>>();
     files_[path] = bytes;
-    return std::make_unique<MemoryFile>(bytes, OpenMode::ReadWrite);
+    return std::make_unique<MemoryFile>(*this, bytes, OpenMode::ReadWrite);
 }
 
 bool MemoryFileSystem::Exists(const std::string& path) const

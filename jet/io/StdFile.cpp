@@ -84,6 +84,14 @@ public:
         if (::fdatasync(descriptor_) != 0) RaiseDiskError(errno, "flush");
     }
 
+    [[nodiscard]] bool IsNamed(const std::string& path) const override
+    {
+        struct stat mine {};
+        struct stat named {};
+        return ::fstat(descriptor_, &mine) == 0 && ::stat(path.c_str(), &named) == 0 &&
+               mine.st_dev == named.st_dev && mine.st_ino == named.st_ino;
+    }
+
     [[nodiscard]] bool TryLock(LockKind kind, std::uint64_t offset, std::uint64_t length) override
     {
         return SetLock(kind == LockKind::Shared ? F_RDLCK : F_WRLCK, offset, length);

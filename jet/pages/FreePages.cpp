@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cstring>
 #include <optional>
 
@@ -119,19 +120,26 @@ void ConvertToReference(WriteSet& changes, std::uint32_t firstNew)
     format::WriteU32(map, 1, Raw(bitmapPage));
 }
 
-// A bitmap page for the range of `page` that had none: all of it is free, but for the bitmap page.
-PageNumber MakeBitmapPage(WriteSet& changes, PageNumber page)
+// Whether `page` lies in a range of which no bitmap page tells.
+bool LacksBitmap(const Pager& pager, PageNumber page)
+{
+    const Page home = pager.Read(kFreePages.page);
+    const format::Span row = MapBytes(home, kFreePages);
+    return FormOf(row) == MapForm::Reference &&
+           BitmapPageOf(row, page, pager.Version().pageSize) == PageNumber::None;
+}
+
+// Makes `bitmapPage` tell of the range it lies in itself; all else in it is free so far.
+void MakeBitmapPage(WriteSet& changes, PageNumber bitmapPage)
 {
     const std::uint32_t perBitmap = PagesPerBitmap(changes.Of().Version().pageSize);
-    const PageNumber bitmapPage = changes.AppendPage();
     const format::MutableSpan bytes = changes.Change(bitmapPage);
     std::fill(bytes.begin(), bytes.end(), std::byte{0xFF});
     format::WriteU32(bytes, 0, 0x0105);
     SetBit(bytes.subspan(kBitmapPageHead), Raw(bitmapPage) % perBitmap, false);
     const format::MutableSpan map =
         format::RowBytes(changes.Change(kFreePages.page), kFreePages.slot);
-    format::WriteU32(map, 1 + std::size_t{4} * (Raw(page) / perBitmap), Raw(bitmapPage));
-    return bitmapPage;
+    format::WriteU32(map, 1 + std::size_t{4} * (Raw(bitmapPage) / perBitmap), Raw(bitmapPage));
 }
 
 void Mark(WriteSet& changes, PageNumber page, bool isFree)
@@ -146,8 +154,8 @@ void Mark(WriteSet& changes, PageNumber page, bool isFree)
         SetBit(reached.subspan(kMapHead), Raw(page) - format::ReadU32(reached, 1), isFree);
         return;
     }
-    PageNumber bitmapPage = BitmapPageOf(row, page, pageSize);
-    if (bitmapPage == PageNumber::None) bitmapPage = MakeBitmapPage(changes, page);
+    const PageNumber bitmapPage = BitmapPageOf(row, page, pageSize);
+    assert(bitmapPage != PageNumber::None);
     SetBit(changes.Change(bitmapPage).subspan(kBitmapPageHead),
            Raw(page) % PagesPerBitmap(pageSize), isFree);
 }
@@ -160,18 +168,19 @@ PageNumber TakeFreePage(WriteSet& changes, PageNumber above)
     const auto lowest = LowestFree(pager, Raw(above) + 1);
     if (lowest && *lowest < pager.PageCount()) {
         const PageNumber page{*lowest};
+        if (LacksBitmap(pager, page)) {
+            MakeBitmapPage(changes, page);
+            return TakeFreePage(changes, page);
+        }
         Mark(changes, page, false);
         return page;
     }
     const PageNumber next{pager.PageCount()};
     const Page home = pager.Read(kFreePages.page);
-    if (FormOf(MapBytes(home, kFreePages)) == MapForm::Inline && !InlineHasRoom(pager, next)) {
+    if (FormOf(MapBytes(home, kFreePages)) == MapForm::Inline && !InlineHasRoom(pager, next))
         ConvertToReference(changes, Raw(next));
-    } else if (FormOf(MapBytes(home, kFreePages)) == MapForm::Reference &&
-               BitmapPageOf(MapBytes(home, kFreePages), next, pager.Version().pageSize) ==
-                   PageNumber::None) {
-        MakeBitmapPage(changes, next);
-    }
+    while (LacksBitmap(pager, PageNumber{pager.PageCount()}))
+        MakeBitmapPage(changes, changes.AppendPage());
     const PageNumber page = changes.AppendPage();
     Mark(changes, page, false);
     return page;

@@ -2,99 +2,63 @@
 #include "jet/pages/Journal.h"
 
 #include "base/NumberedError.h"
-#include "jet/format/Bytes.h"
+#include "jet/format/HeaderPage.h"
 #include "jet/pages/Checksum.h"
 
-#include <algorithm>
+#include <chrono>
+#include <thread>
 
 namespace jet::pages {
 
 namespace {
 
-using format::ReadU32;
 using format::Span;
-using format::WriteU32;
 
-// The journal's head, followed by its entries.
-//
-//   part       width   meaning
-//   magic      8       "LodrinJ1"; zeros once the set is whole
-//   checksum   4       of everything behind it
-//   pageSize   4       bytes
-//   sizeBefore 8       length of the database before the set, bytes
-//   count      4       entries
-//
-// An entry: page number (4), a checksum of each of its sectors as the set leaves them (4 each), and
-// the page as it was.
-constexpr std::size_t kChecksumAt = 8, kPageSizeAt = 12, kSizeBeforeAt = 16, kCountAt = 24,
-                      kHeadSize = 28;
-constexpr std::uint64_t kMagic = 0x314A6E6972646F4CULL;
-constexpr std::size_t kSector = 512;  // the smallest piece a disk writes whole
+// How long and how often Jet tries to get a lock.
+constexpr int kTries = 20;
+constexpr std::chrono::milliseconds kPause{100};
 
-std::size_t EntrySize(std::size_t pageSize)
+constexpr std::uint64_t kLockAt = 0x40000000;  // far behind every journal
+// A journal that grew beyond this is cut when it is idle. Units: bytes.
+constexpr std::uint64_t kKept = 1 << 20;
+
+std::vector<std::byte> ReadAll(const io::File& file)
 {
-    return 4 + 4 * (pageSize / kSector) + pageSize;
+    std::vector<std::byte> bytes(static_cast<std::size_t>(file.Size()));
+    file.Read(0, bytes);
+    return bytes;
 }
 
-struct StoredEntry {
-    PageNumber page;
-    Span sectorSums;
-    Span before;
-};
-
-StoredEntry EntryAt(Span journal, std::size_t index, std::size_t pageSize)
+// The commit words of everybody but the first user, whose word this engine counts up itself.
+std::uint32_t OtherWords(const io::File& database)
 {
-    const std::size_t at = kHeadSize + index * EntrySize(pageSize);
-    const std::size_t sums = 4 * (pageSize / kSector);
-    return {PageNumber{ReadU32(journal, at)}, format::Slice(journal, at + 4, sums),
-            format::Slice(journal, at + 4 + sums, pageSize)};
+    std::vector<std::byte> words(format::kCommitWordBytes - 2);
+    database.Read(format::kHeaderPageJet4.commitWords + 2, words);
+    return Checksum(words);
 }
 
-bool IsWhole(Span journal, std::size_t pageSize)
+bool BelongsTo(const JournalView& journal, const io::File& database)
 {
-    if (journal.size() < kHeadSize) return false;
-    if (format::ReadScalar<std::uint64_t>(journal, 0) != kMagic) return false;
-    if (ReadU32(journal, kPageSizeAt) != pageSize) return false;
-    const std::size_t size =
-        kHeadSize + std::size_t{ReadU32(journal, kCountAt)} * EntrySize(pageSize);
-    if (journal.size() < size) return false;
-    return Checksum(journal.subspan(kPageSizeAt, size - kPageSizeAt)) ==
-           ReadU32(journal, kChecksumAt);
-}
-
-// Whether each sector of `found` is as the set found it or as the set was leaving it.
-bool IsOfTheSet(const StoredEntry& entry, Span found)
-{
-    for (std::size_t at = 0; at < found.size(); at += kSector) {
-        const Span now = found.subspan(at, kSector);
-        const Span before = entry.before.subspan(at, kSector);
-        if (std::equal(now.begin(), now.end(), before.begin())) continue;
-        if (Checksum(now) != ReadU32(entry.sectorSums, 4 * (at / kSector))) return false;
-    }
-    return true;
-}
-
-bool BelongsTo(Span journal, const io::File& database, std::size_t pageSize)
-{
-    if (database.Size() < format::ReadScalar<std::uint64_t>(journal, kSizeBeforeAt)) return false;
-    std::vector<std::byte> found(pageSize);
-    for (std::size_t i = 0; i < ReadU32(journal, kCountAt); ++i) {
-        const StoredEntry entry = EntryAt(journal, i, pageSize);
-        const std::uint64_t offset = std::uint64_t{Raw(entry.page)} * pageSize;
-        if (offset + pageSize > database.Size()) return false;
+    const JournalScope scope = journal.Scope();
+    const std::uint64_t size = database.Size();
+    if (size < scope.sizeBefore || size > scope.sizeAfter) return false;
+    if (OtherWords(database) != scope.otherWords) return false;
+    std::vector<std::byte> found(scope.pageSize);
+    for (std::size_t i = 0; i < journal.Count(); ++i) {
+        const std::uint64_t offset = std::uint64_t{Raw(journal.PageAt(i))} * scope.pageSize;
+        if (offset + scope.pageSize > size) return false;
         database.Read(offset, found);
-        if (!IsOfTheSet(entry, found)) return false;
+        if (!journal.IsOfTheSet(i, found)) return false;
     }
     return true;
 }
 
-void RollBack(Span journal, io::File& database, std::size_t pageSize)
+void RollBack(const JournalView& journal, io::File& database)
 {
-    for (std::size_t i = 0; i < ReadU32(journal, kCountAt); ++i) {
-        const StoredEntry entry = EntryAt(journal, i, pageSize);
-        database.Write(std::uint64_t{Raw(entry.page)} * pageSize, entry.before);
-    }
-    database.Truncate(format::ReadScalar<std::uint64_t>(journal, kSizeBeforeAt));
+    const JournalScope scope = journal.Scope();
+    for (std::size_t i = 0; i < journal.Count(); ++i)
+        database.Write(std::uint64_t{Raw(journal.PageAt(i))} * scope.pageSize, journal.Before(i));
+    database.Truncate(scope.sizeBefore);
     database.Flush();
 }
 
@@ -108,88 +72,129 @@ std::string JournalPath(const std::string& databasePath)
 Journal::~Journal()
 {
     if (!file_) return;
-    // An idle journal says nothing; one that a failed write set left behind is the next opener's.
+    // An idle journal says nothing; one that a failed set left behind is the next opener's. Only
+    // he who has the lock may take the file away: another process finds that out and makes it anew.
     try {
-        std::vector<std::byte> head(8);
-        const bool idle =
-            file_->Size() < head.size() ||
-            (file_->Read(0, head), format::ReadScalar<std::uint64_t>(head, 0) != kMagic);
-        file_.reset();
-        if (idle) files_.Remove(JournalPath(databasePath_));
+        if (stored_.empty() && (locked_ || TryLock()) && IsIdle() && file_->IsNamed(path_))
+            files_.Remove(path_);
     } catch (const base::NumberedError&) {
         file_.reset();  // it stays; the next opener finds it idle
     }
 }
 
+void Journal::Lock()
+{
+    for (int i = 0; i < kTries; ++i) {
+        if (TryLock()) return;
+        std::this_thread::sleep_for(kPause);
+    }
+    throw base::NumberedError(3218).At("another program is writing");
+}
+
+bool Journal::TryLock()
+{
+    // Whoever had the lock before may have taken the file away; then it is made anew.
+    for (int i = 0; i < kTries; ++i) {
+        try {
+            if (!file_)
+                file_ =
+                    Exists() ? files_.Open(path_, io::OpenMode::ReadWrite) : files_.Create(path_);
+        } catch (const base::NumberedError& error) {
+            // Another process made it or took it away in this instant.
+            if (error.Number() == 3204 || error.Number() == 3024) continue;
+            throw;
+        }
+        if (!file_->TryLock(io::LockKind::Exclusive, kLockAt, 1)) return false;
+        locked_ = file_->IsNamed(path_);
+        if (locked_) return true;
+        file_.reset();
+    }
+    return false;
+}
+
+void Journal::Unlock() noexcept
+{
+    if (!locked_) return;
+    locked_ = false;
+    try {
+        file_->Unlock(kLockAt, 1);
+    } catch (const base::NumberedError&) {
+        file_.reset();  // closing gives every lock back
+    }
+}
+
+bool Journal::IsIdle() const
+{
+    std::vector<std::byte> magic(kJournalMagicSize);
+    if (file_->Size() < magic.size()) return true;
+    file_->Read(0, magic);
+    return format::ReadScalar<std::uint64_t>(magic, 0) != kJournalMagic;
+}
+
 Recovery Journal::Recover(io::File& database, std::size_t pageSize)
 {
-    const std::string path = JournalPath(databasePath_);
-    if (!files_.Exists(path)) return Recovery::Nothing;
-    OpenFile();
-    std::vector<std::byte> journal(file_->Size());
-    file_->Read(0, journal);
-    if (!IsWhole(journal, pageSize)) return Recovery::Nothing;
-    if (!BelongsTo(journal, database, pageSize)) {
+    if (IsIdle()) return Recovery::Nothing;
+    const std::vector<std::byte> bytes = ReadAll(*file_);
+    const JournalView journal(bytes);
+    if (!journal.IsWhole(pageSize)) return Recovery::Nothing;
+    if (!BelongsTo(journal, database)) {
+        files_.Rename(path_, path_ + ".set-aside");
         file_.reset();
-        files_.Rename(path, path + ".set-aside");
+        locked_ = false;
+        Lock();
         return Recovery::SetAside;
     }
-    RollBack(journal, database, pageSize);
+    RollBack(journal, database);
     End();
     return Recovery::RolledBack;
 }
 
-void Journal::Begin(std::span<const JournalEntry> entries, std::uint64_t databaseSize,
-                    std::size_t pageSize)
+std::optional<FormerState> Journal::Former(const io::File& database, std::size_t pageSize) const
 {
-    begun_ = false;
-    OpenFile();
-    std::vector<std::byte> journal(kHeadSize + entries.size() * EntrySize(pageSize));
-    format::WriteScalar(format::MutableSpan(journal), 0, kMagic);
-    WriteU32(journal, kPageSizeAt, static_cast<std::uint32_t>(pageSize));
-    format::WriteScalar(format::MutableSpan(journal), kSizeBeforeAt, databaseSize);
-    WriteU32(journal, kCountAt, static_cast<std::uint32_t>(entries.size()));
-    std::size_t at = kHeadSize;
-    for (const JournalEntry& entry : entries) {
-        WriteU32(journal, at, Raw(entry.page));
-        at += 4;
-        for (std::size_t sector = 0; sector < pageSize; sector += kSector, at += 4) {
-            WriteU32(journal, at, Checksum(Span(entry.after).subspan(sector, kSector)));
-        }
-        std::copy(entry.before.begin(), entry.before.end(),
-                  journal.begin() + static_cast<std::ptrdiff_t>(at));
-        at += pageSize;
+    if (!Exists()) return std::nullopt;
+    const std::vector<std::byte> bytes = ReadAll(*files_.Open(path_, io::OpenMode::ReadOnly));
+    const JournalView journal(bytes);
+    if (!journal.IsWhole(pageSize) || !BelongsTo(journal, database)) return std::nullopt;
+    FormerState state;
+    state.size = journal.Scope().sizeBefore;
+    for (std::size_t i = 0; i < journal.Count(); ++i) {
+        const Span before = journal.Before(i);
+        state.pages[journal.PageAt(i)].assign(before.begin(), before.end());
     }
-    WriteU32(journal, kChecksumAt, Checksum(Span(journal).subspan(kPageSizeAt)));
-    file_->Write(0, journal);
-    begun_ = true;
+    return state;
+}
+
+void Journal::Begin(std::span<const JournalEntry> entries, const io::File& database,
+                    std::uint64_t sizeAfter, std::size_t pageSize)
+{
+    std::vector<std::byte> bytes = EncodeJournal(entries, {.sizeBefore = database.Size(),
+                                                           .sizeAfter = sizeAfter,
+                                                           .pageSize = pageSize,
+                                                           .otherWords = OtherWords(database)});
+    file_->Write(0, bytes);
+    stored_ = std::move(bytes);
     file_->Flush();
 }
 
 void Journal::End()
 {
-    const std::vector<std::byte> nothing(8);
-    file_->Write(0, nothing);
+    if (file_->Size() > kKept) {
+        file_->Truncate(0);
+    } else {
+        file_->Write(0, std::vector<std::byte>(kJournalMagicSize));
+    }
     file_->Flush();
-    begun_ = false;
+    stored_.clear();
 }
 
-void Journal::Undo(io::File& database, std::size_t pageSize)
+void Journal::Undo(io::File& database)
 {
-    if (!begun_) return;
+    if (stored_.empty()) return;
     // End may have got as far as calling the set whole.
-    std::vector<std::byte> magic(8);
-    format::WriteScalar(format::MutableSpan(magic), 0, kMagic);
-    file_->Write(0, magic);
-    (void)Recover(database, pageSize);
-    begun_ = false;
-}
-
-void Journal::OpenFile()
-{
-    if (file_) return;
-    const std::string path = JournalPath(databasePath_);
-    file_ = files_.Exists(path) ? files_.Open(path, io::OpenMode::ReadWrite) : files_.Create(path);
+    file_->Write(0, stored_);
+    file_->Flush();
+    RollBack(JournalView(stored_), database);
+    End();
 }
 
 }  // namespace jet::pages

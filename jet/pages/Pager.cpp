@@ -67,6 +67,10 @@ void PageCache::MakeRoom()
 
 PageBytes Pager::State::Load(PageNumber page) const
 {
+    if (former) {
+        const auto found = former->pages.find(page);
+        if (found != former->pages.end()) return found->second;
+    }
     PageBytes bytes(version.pageSize);
     file->Read(std::uint64_t{Raw(page)} * version.pageSize, bytes);
     return bytes;
@@ -87,8 +91,27 @@ std::array<std::byte, 512> Pager::State::CommitWords() const
 void Pager::State::Mend()
 {
     if (!halfWritten) return;
-    journal.Undo(*file, version.pageSize);
+    journal.Undo(*file);
     halfWritten = false;
+    if (openSet == nullptr) journal.Unlock();
+}
+
+void Pager::State::RollBackOthers()
+{
+    const Recovery done = journal.Recover(*file, version.pageSize);
+    if (done == Recovery::Nothing) return;
+    recovered = done;
+    cache.Clear();
+    if (done != Recovery::RolledBack) return;
+    // Others may have read pages of the unfinished set.
+    CountCommit();
+    file->Flush();
+}
+
+void Pager::State::CountPages()
+{
+    const std::uint64_t size = former ? former->size : file->Size();
+    pageCount = static_cast<std::uint32_t>(size / version.pageSize);
 }
 
 void Pager::State::CountCommit()
@@ -100,6 +123,24 @@ void Pager::State::CountCommit()
                      last < 0x0100 || last == 0xFFFF ? 0x0100
                                                      : static_cast<std::uint16_t>(last + 1));
     file->Write(format::kHeaderPageJet4.commitWords, std::span(commitWords).first(2));
+}
+
+// What a stopped process left unfinished is undone, or looked past by one who may not write.
+void Pager::Settle(State& state)
+{
+    if (!state.journal.Exists()) return;
+    if (state.readOnly) {
+        state.former = state.journal.Former(*state.file, state.version.pageSize);
+        return;
+    }
+    try {
+        state.journal.Lock();
+    } catch (const base::NumberedError& error) {
+        if (error.Number() == 3218) return;  // its writer lives
+        throw;
+    }
+    state.RollBackOthers();
+    state.journal.Unlock();
 }
 
 std::shared_ptr<Pager> Pager::Open(io::FileSystem& files, const std::string& path,
@@ -117,9 +158,9 @@ std::shared_ptr<Pager> Pager::Open(io::FileSystem& files, const std::string& pat
     if (header.encodingKey != 0)
         throw base::NumberedError(3343).At("page 0: the pages are encoded");
 
-    if (!state->readOnly) state->recovered = state->journal.Recover(*state->file, pageSize);
+    Settle(*state);
     RequireWholePages(state->file->Size(), pageSize);
-    state->pageCount = static_cast<std::uint32_t>(state->file->Size() / pageSize);
+    state->CountPages();
     state->commitWords = state->CommitWords();
     return std::shared_ptr<Pager>(new Pager(std::move(state)));
 }
@@ -184,16 +225,19 @@ void Pager::Refresh()
 {
     state_->Mend();
     const auto words = state_->CommitWords();
-    const auto pageCount =
-        static_cast<std::uint32_t>(state_->file->Size() / state_->version.pageSize);
-    if (words == state_->commitWords && pageCount == state_->pageCount) return;
+    if (words == state_->commitWords) {
+        const std::uint32_t known = state_->pageCount;
+        state_->CountPages();
+        if (known == state_->pageCount) return;
+    }
+    state_->former.reset();
+    state_->CountPages();
     state_->commitWords = words;
-    state_->pageCount = pageCount;
     state_->cache.Clear();
     ++state_->changeCount;
 }
 
-Recovery Pager::RecoveredAtOpen() const
+Recovery Pager::Recovered() const
 {
     return state_->recovered;
 }

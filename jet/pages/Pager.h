@@ -62,12 +62,14 @@ public:
     // Notices what others wrote since: their pages are read afresh from here on.
     void Refresh();
 
-    // What the opening did with a journal it found.
-    [[nodiscard]] Recovery RecoveredAtOpen() const;
+    // What was done with the journal of a stopped process: when this file was opened, or when a
+    // write set found one later.
+    [[nodiscard]] Recovery Recovered() const;
 
 private:
     friend class WriteSet;
     struct State;
+    static void Settle(State& state);
     explicit Pager(std::unique_ptr<State> state);
     std::unique_ptr<State> state_;
 };

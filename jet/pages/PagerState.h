@@ -3,11 +3,13 @@
 // memory.
 #pragma once
 
+#include "jet/pages/Journal.h"
 #include "jet/pages/Pager.h"
 #include "jet/pages/WriteSet.h"
 
 #include <array>
 #include <map>
+#include <optional>
 #include <vector>
 
 namespace jet::pages {
@@ -62,12 +64,16 @@ struct Pager::State {
 
     // Undoes the set whose commit failed, if there is one. Errors: 3043.
     void Mend();
+    // Undoes what a stopped process left unfinished. Requires: the journal's lock.
+    void RollBackOthers();
+    void CountPages();
 
     std::string path;
     const format::FileVersion& version;
     std::unique_ptr<io::File> file;
     bool readOnly = false;
-    bool halfWritten = false;  // a commit failed and could not be undone yet
+    bool halfWritten = false;           // a commit failed and could not be undone yet
+    std::optional<FormerState> former;  // to a reader: the file before an unfinished set
     Journal journal;
     Recovery recovered = Recovery::Nothing;
     std::uint32_t pageCount = 0;

@@ -60,7 +60,15 @@ WriteSet::WriteSet(Pager& pager) : state_(std::make_unique<State>(pager))
     Pager::State& file = *pager.state_;
     if (file.readOnly) throw base::NumberedError(3027);
     assert(file.openSet == nullptr);
-    pager.Refresh();
+    file.Mend();
+    file.journal.Lock();
+    try {
+        file.RollBackOthers();
+        pager.Refresh();
+    } catch (const base::NumberedError&) {
+        file.journal.Unlock();
+        throw;
+    }
     state_->pageCount = file.pageCount;
     file.openSet = state_.get();
 }
@@ -69,10 +77,13 @@ WriteSet::~WriteSet()
 {
     Pager::State& file = *state_->pager.state_;
     if (file.openSet == state_.get()) file.openSet = nullptr;
+    // Nobody else may write before a half-written set is undone.
+    if (!file.halfWritten) file.journal.Unlock();
 }
 
 format::MutableSpan WriteSet::Change(PageNumber page)
 {
+    assert(page != PageNumber::None);  // other users write page 0 too
     const auto found = state_->changed.find(page);
     if (found != state_->changed.end()) return *found->second;
     const Page stored = state_->pager.Read(page);
@@ -93,7 +104,7 @@ PageNumber WriteSet::AppendPage()
     const PageNumber page{state_->pageCount};
     const std::size_t pageSize = state_->pager.Version().pageSize;
     if ((std::uint64_t{Raw(page)} + 1) * pageSize > kFileLimit) {
-        throw base::NumberedError(3049, {state_->pager.Path()}).At("the file would pass 2 GB");
+        throw base::NumberedError(3036).At("the file would pass 2 GB");
     }
     ++state_->pageCount;
     state_->changed[page] = std::make_shared<PageBytes>(pageSize);
@@ -114,20 +125,20 @@ Pager& WriteSet::Of() const
 void WriteSet::Commit()
 {
     Pager::State& file = *state_->pager.state_;
+    if (state_->changed.empty()) return;
     std::vector<std::pair<PageNumber, std::shared_ptr<PageBytes>>> pages(state_->changed.begin(),
                                                                          state_->changed.end());
     std::stable_sort(pages.begin(), pages.end(), [this](const auto& left, const auto& right) {
         return OrderOf(left.first, *left.second, state_->freed) <
                OrderOf(right.first, *right.second, state_->freed);
     });
-    std::vector<JournalEntry> former;
-    for (const auto& [page, bytes] : pages) {
-        if (Raw(page) < file.pageCount) former.push_back({page, file.Load(page), *bytes});
-    }
     const std::size_t pageSize = file.version.pageSize;
-    const std::uint64_t sizeBefore = std::uint64_t{file.pageCount} * pageSize;
+    std::vector<JournalEntry> former;
+    for (const auto& [page, bytes] : pages)
+        if (Raw(page) < file.pageCount) former.push_back({page, file.Load(page), *bytes});
     try {
-        file.journal.Begin(former, sizeBefore, pageSize);
+        file.journal.Begin(former, *file.file, std::uint64_t{state_->pageCount} * pageSize,
+                           pageSize);
         for (const auto& [page, bytes] : pages)
             file.Store(page, *bytes);
         file.CountCommit();

@@ -16,7 +16,8 @@ namespace jet::pages {
 // Rule:     while it is open, Pager::Read answers the changed pages. Destroyed uncommitted, it
 // leaves
 //           file and cache as they were.
-// Errors:   3027 for a read-only database.
+//           Other processes cannot write while it is open; keep it short.
+// Errors:   3027 for a read-only database, 3218 when another process keeps writing.
 class WriteSet {
 public:
     explicit WriteSet(Pager& pager);
@@ -28,7 +29,7 @@ public:
     [[nodiscard]] format::MutableSpan Change(PageNumber page);
 
     // A zeroed page of this set behind page `above`, taken out of the file's map of free pages; the
-    // file grows when there is none. Errors: 3049-family when the file would pass 2 GB.
+    // file grows when there is none. Errors: 3036 when the file would pass 2 GB.
     [[nodiscard]] PageNumber Allocate(PageNumber above = PageNumber::None);
     // A zeroed page behind the end of the file, whatever the map of free pages says; for the map
     // itself.

@@ -110,6 +110,12 @@ public:
         plan_->unconfirmed.erase(path_);
     }
 
+    [[nodiscard]] bool IsNamed(const std::string& path) const override
+    {
+        plan_->RequirePower(boot_);
+        return below_->IsNamed(path);
+    }
+
     [[nodiscard]] bool TryLock(LockKind kind, std::uint64_t offset, std::uint64_t length) override
     {
         plan_->RequirePower(boot_);

@@ -250,7 +250,7 @@ TEST_F(FailureTest, AJournalOfAnotherFileIsSetAside)
     std::fill(strange.begin() + 2 * 4096, strange.end(), std::byte{0x77});
     files.Content(kPath) = strange;
     const auto pager = Pager::Open(files, kPath, io::OpenMode::ReadWrite);
-    EXPECT_EQ(pager->RecoveredAtOpen(), Recovery::SetAside);
+    EXPECT_EQ(pager->Recovered(), Recovery::SetAside);
     EXPECT_EQ(files.Content(kPath), strange);
     EXPECT_FALSE(files.Exists(JournalPath(kPath)) &&
                  files.Content(JournalPath(kPath)).size() > 100);

@@ -73,9 +73,9 @@ TEST_F(PagerTest, FreedPagesAreTakenAgainBeforeTheFileGrows)
     EXPECT_THROW(changes.Free(PageNumber{900}), base::NumberedError);
 }
 
-TEST_F(PagerTest, TheMapOfFreePagesFollowsAFileOfSixtyThousandPages)
+TEST_F(PagerTest, TheMapOfFreePagesFollowsAFileOfThirtyFourThousandPages)
 {
-    constexpr std::uint32_t count = 60000;
+    constexpr std::uint32_t count = 34000;
     for (std::uint32_t made = 0; made < count;) {
         WriteSet changes(*pager_);
         for (int i = 0; i < 10000; ++i, ++made) {
@@ -89,9 +89,9 @@ TEST_F(PagerTest, TheMapOfFreePagesFollowsAFileOfSixtyThousandPages)
         EXPECT_FALSE(IsFreePage(*pager_, PageNumber{page})) << page;
     }
     WriteSet changes(*pager_);
-    changes.Free(PageNumber{40000});
-    EXPECT_TRUE(IsFreePage(*pager_, PageNumber{40000}));
-    EXPECT_EQ(changes.Allocate(), PageNumber{40000});
+    changes.Free(PageNumber{33000});
+    EXPECT_TRUE(IsFreePage(*pager_, PageNumber{33000}));
+    EXPECT_EQ(changes.Allocate(), PageNumber{33000});
 }
 
 TEST_F(PagerTest, AUsageMapHoldsWhatWasAddedWhateverItsForm)

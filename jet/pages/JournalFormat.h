@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+// JournalFormat: the bytes of a journal, written and read.            docs/format/journal.md
+#pragma once
+
+#include "jet/format/Bytes.h"
+#include "jet/format/PageNumber.h"
+
+#include <vector>
+
+namespace jet::pages {
+
+using format::PageNumber;
+
+// One page of a write set that existed before it.
+struct JournalEntry {
+    PageNumber page = PageNumber::None;
+    std::vector<std::byte> before;  // as stored
+    std::vector<std::byte> after;   // as it will be stored
+};
+
+// The database a journal was written for. Units: bytes.
+struct JournalScope {
+    std::uint64_t sizeBefore = 0;  // of the database
+    std::uint64_t sizeAfter = 0;   // when the set is whole
+    std::size_t pageSize = 0;
+    std::uint32_t otherWords = 0;  // checksum of the commit words of all other users
+};
+
+// The first bytes; zeros once the set is whole.
+inline constexpr std::uint64_t kJournalMagic = 0x324A6E6972646F4CULL;  // "LodrinJ2"
+inline constexpr std::size_t kJournalMagicSize = 8;
+
+[[nodiscard]] std::vector<std::byte> EncodeJournal(std::span<const JournalEntry> entries,
+                                                   const JournalScope& scope);
+
+// A view. Requires: the bytes outlive it.
+class JournalView {
+public:
+    explicit JournalView(format::Span bytes) : bytes_(bytes) {}
+
+    // Whether the journal was stored to its last byte and its set was not confirmed since.
+    // Rule: nothing else may be asked of one that is not.
+    [[nodiscard]] bool IsWhole(std::size_t pageSize) const;
+
+    [[nodiscard]] JournalScope Scope() const;
+    [[nodiscard]] std::size_t Count() const;
+    [[nodiscard]] PageNumber PageAt(std::size_t entry) const;
+    [[nodiscard]] format::Span Before(std::size_t entry) const;
+    // Whether each sector of the page `found` is as the set found it or as the set was leaving it.
+    [[nodiscard]] bool IsOfTheSet(std::size_t entry, format::Span found) const;
+
+private:
+    [[nodiscard]] std::size_t Start(std::size_t entry) const;
+    [[nodiscard]] std::size_t PageSize() const;
+
+    format::Span bytes_;
+};
+
+}  // namespace jet::pages
