@@ -3,6 +3,7 @@
 
 #include "app/Dispatch.h"
 #include "app/Shop.h"
+#include "app/modErrTrap.h"
 #include "app/ui/EventDoor.h"
 #include "app/ui/QtDialogs.h"
 #include "platform/qt/QtServices.h"

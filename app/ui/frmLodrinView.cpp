@@ -68,7 +68,8 @@ void SwitchOff(platform::Label& label)
 
 }  // namespace
 
-frmLodrinView::frmLodrinView(Shop& shop, EventDoor door) : shop_(shop), door_(std::move(door))
+frmLodrinView::frmLodrinView(Shop& shop, EventDoor door)
+    : shop_(shop), door_(std::move(door)), timer_(this)
 {
     setObjectName("frmLodrin");
     SwitchOff(shop_.window.cmdBreak);
@@ -113,6 +114,7 @@ void frmLodrinView::BuildMenus()
     corner->setObjectName("dateCorner");
     auto* row = new QHBoxLayout(corner);
     row->setContentsMargins(0, 0, kMargin, 0);
+    corner->setMinimumHeight(kRowHeight);
     auto* caption = new QLabel(corner);
     auto* date = new QLabel(corner);
     MirrorLabel(form.lblCurrentDate, caption, "lblCurrentDate");
@@ -136,6 +138,7 @@ void frmLodrinView::BuildStatusBar()
     auto* path = new ElidedLabel(this);
     MirrorLabel(shop_.window.stsLD, path, "stsLDText");
     NameControl(statusBar(), "stsLD", "Where the database lies");
+    path->setContentsMargins(kMargin - 2, 0, 0, 2);
     statusBar()->addWidget(path, 1);
 }
 
@@ -216,6 +219,8 @@ QBoxLayout* frmLodrinView::BuildJobs(QWidget* content)
     constexpr int kVehicle = 10;
     daily_ = new GridWidget(shop_.window.grdDaily, {kVehicle}, content);
     NameControl(daily_, "grdDaily", "Jobs of today");
+    // To be read only: a second chosen row beside the board's would mislead.
+    daily_->setSelectionMode(QAbstractItemView::NoSelection);
     daily_->setMinimumHeight(4 * kRowHeight);
     auto* column = new QVBoxLayout;
     column->setSpacing(4);

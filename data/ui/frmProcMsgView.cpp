@@ -7,6 +7,7 @@
 
 #include <QGroupBox>
 #include <QLabel>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace lodrin::ui {
@@ -43,6 +44,8 @@ frmProcMsgView::frmProcMsgView(Shop& shop, QWidget* owner)
     outer->addWidget(frame);
     setFixedWidth(kWidth);
     adjustSize();
+    const QRect over = owner != nullptr ? owner->geometry() : screen()->geometry();
+    move(over.center() - rect().center());
 }
 
 }  // namespace lodrin::ui

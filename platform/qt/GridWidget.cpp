@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/qt/GridWidget.h"
 
+#include "base/Format.h"
 #include "platform/qt/Mirror.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/ShopStyle.h"
@@ -21,7 +22,8 @@ namespace {
 
 constexpr int kTwipsPerPixel = 15;
 constexpr double kDesignFontHeight = 13;  // pixels of the 8-point font the widths were made for
-constexpr int kCellMargin = 20;           // both sides together
+const base::Date kWideTime{20.0 / 24 + 48.0 / 1440};  // 08:48 PM
+constexpr int kCellMargin = 20;                       // both sides together
 
 class WhileMirroring {
 public:
@@ -136,10 +138,17 @@ int GridWidget::NaturalWidth(int column) const
     if (std::find(stretching_.begin(), stretching_.end(), column) != stretching_.end())
         return widest;
     const int limit = widest + designed / 2;
+    // Times come and go; there is always room for one.
+    if (layout.format.find("AM/PM") != std::string::npos)
+        widest = std::max(widest, WidthOf(base::Format(kWideTime, layout.format)));
     for (int row = 1; row <= grid_->RowCount(); ++row)
-        widest = std::max(
-            widest, kCellMargin + fontMetrics().horizontalAdvance(ToQt(grid_->Shown(row, column))));
+        widest = std::max(widest, WidthOf(grid_->Shown(row, column)));
     return std::min(widest, limit);
+}
+
+int GridWidget::WidthOf(const std::string& text) const
+{
+    return kCellMargin + fontMetrics().horizontalAdvance(ToQt(text));
 }
 
 // Vehicle and customer take the room that is left, or give some up before the columns have to be

@@ -40,6 +40,7 @@ private:
     void ApplyLayout();
     void FitWidths();
     [[nodiscard]] int NaturalWidth(int column) const;
+    [[nodiscard]] int WidthOf(const std::string& text) const;
     [[nodiscard]] int FirstColumn() const;
     void ShowWholeText(const QPoint& place, const QPoint& onScreen);
 

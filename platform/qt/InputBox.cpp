@@ -35,6 +35,7 @@ InputBox::InputBox(QWidget* owner, const InputPrompt& prompt)
     text_->setObjectName("txtInput");
     text_->setAccessibleName("txtInput");
     text_->setAccessibleDescription(label->text());
+    text_->setTextMargins(6, 0, 6, 0);
     text_->setMaxLength(kLongestInput);
     text_->setInputMethodHints(Qt::ImhPreferNumbers | Qt::ImhNoPredictiveText |
                                Qt::ImhNoAutoUppercase);

@@ -6,10 +6,13 @@
 #include <QAbstractButton>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QLayout>
 
 namespace platform::qt {
 
 namespace {
+
+constexpr int kMargin = 20;
 
 QMessageBox::StandardButtons ButtonsOf(const Box& box)
 {
@@ -60,6 +63,14 @@ void MessageBox::keyPressEvent(QKeyEvent* event)
         event->accept();
     else
         QMessageBox::keyPressEvent(event);
+}
+
+void MessageBox::showEvent(QShowEvent* event)
+{
+    // Set here, because the box lays itself out anew whenever its text changes.
+    layout()->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    layout()->activate();
+    QMessageBox::showEvent(event);
 }
 
 }  // namespace platform::qt

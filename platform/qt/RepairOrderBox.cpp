@@ -34,7 +34,8 @@ RepairOrderBox::RepairOrderBox(ComboBox& box, QWidget* parent) : QComboBox(paren
     setMaxVisibleItems(kEntriesAtOnce);
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(kShortest);
-    lineEdit()->setPlaceholderText("Type a number and press Enter, or pick from the list");
+    lineEdit()->setTextMargins(6, 0, 6, 0);
+    lineEdit()->setPlaceholderText("Type number and Enter, or pick");
     view()->setAlternatingRowColors(true);
     QScroller::grabGesture(view()->viewport(), QScroller::TouchGesture);
     // Where Enter was pressed is only known by watching everybody.
@@ -49,23 +50,34 @@ RepairOrderBox::RepairOrderBox(ComboBox& box, QWidget* parent) : QComboBox(paren
     Follow(box, this, [this] { Mirror(); });
 }
 
-// Entries only ever come at the end, or go all at once.
 void RepairOrderBox::Mirror()
 {
     const bool typing = mirroring_;
     mirroring_ = true;
-    if (count() > box_->ListCount()) clear();
-    const bool first = count() == 0;
-    for (int entry = count(); entry < box_->ListCount(); ++entry)
-        addItem(ToQt(box_->List(entry)));
-    // The first entry would otherwise select itself.
-    if (first && count() > 0) setCurrentIndex(-1);
+    if (!typing) ShowEntries();
     const QString text = ToQt(box_->Text());
     if (!typing && currentText() != text) {
         setCurrentIndex(-1);
         setEditText(text);
     }
     mirroring_ = typing;
+}
+
+// What is shown already stays; a list that differs is shown anew.
+void RepairOrderBox::ShowEntries()
+{
+    int same = 0;
+    while (same < count() && same < box_->ListCount() && itemText(same) == ToQt(box_->List(same)))
+        ++same;
+    if (same < count()) clear();
+    QStringList missing;
+    for (int entry = count(); entry < box_->ListCount(); ++entry)
+        missing << ToQt(box_->List(entry));
+    if (missing.isEmpty()) return;
+    const bool first = count() == 0;
+    addItems(missing);
+    // The first entry would otherwise select itself.
+    if (first) setCurrentIndex(-1);
 }
 
 void RepairOrderBox::Pick(int entry)

@@ -31,6 +31,7 @@ protected:
 
 private:
     void Mirror();
+    void ShowEntries();
     void Pick(int entry);
     void NoteEnterPress(const QObject* watched);
 

@@ -15,6 +15,7 @@ namespace {
 
 constexpr double kFontPoints = 12;
 constexpr double kReadableContrast = 4.5;
+constexpr int kMargin = 16;  // of a window
 
 double Luminance(const QColor& colour)
 {
@@ -87,6 +88,9 @@ QSize ShopStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
 int ShopStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
                            const QWidget* widget) const
 {
+    // Two pixels, so that at 150 % no side of the frame is swallowed by rounding.
+    if (metric == PM_DefaultFrameWidth && qobject_cast<const QAbstractItemView*>(widget) != nullptr)
+        return 2;
     switch (metric) {
     case PM_FocusFrameHMargin:
         return 7;  // room beside the text of a cell or entry
@@ -106,7 +110,34 @@ int ShopStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
 {
     // A drop-down of hundreds of repair orders is a list with a scroll bar, not a menu.
     if (hint == SH_ComboBox_Popup) return 0;
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
     return QProxyStyle::styleHint(hint, option, widget, result);
+}
+
+// The arrow of a drop-down list is wide enough for a thumb.
+QRect ShopStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
+                                SubControl part, const QWidget* widget) const
+{
+    QRect usual = QProxyStyle::subControlRect(control, option, part, widget);
+    if (control != CC_ComboBox) return usual;
+    const int edge = option->rect.right() - kArrowWidth;
+    if (part == SC_ComboBoxArrow) usual.setLeft(edge + 1);
+    if (part == SC_ComboBoxEditField) usual.setRight(edge - 1);
+    return usual;
+}
+
+// The current cell or entry wears an outline; nothing is laid over its text.
+void ShopStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                              QPainter* painter, const QWidget* widget) const
+{
+    if (element != PE_FrameFocusRect || qobject_cast<const QAbstractItemView*>(widget) == nullptr)
+        return QProxyStyle::drawPrimitive(element, option, painter, widget);
+    const bool selected = option->state.testFlag(State_Selected);
+    painter->save();
+    painter->setPen(
+        option->palette.color(selected ? QPalette::HighlightedText : QPalette::Highlight));
+    painter->drawRect(option->rect.adjusted(2, 2, -3, -3));
+    painter->restore();
 }
 
 void ShopStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,

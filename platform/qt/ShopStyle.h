@@ -12,6 +12,7 @@ namespace platform::qt {
 inline constexpr int kRowHeight = 36;
 inline constexpr int kButtonHeight = 48;
 inline constexpr int kFieldHeight = 42;
+inline constexpr int kArrowWidth = 40;
 inline constexpr int kSpacing = 12;
 
 // Rule: colours are the desktop's own; only a selection whose text would be hard to read is
@@ -31,6 +32,10 @@ public:
                                   const QWidget* widget) const override;
     [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                                 QStyleHintReturn* result) const override;
+    [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option,
+                                       SubControl part, const QWidget* widget) const override;
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
 };
