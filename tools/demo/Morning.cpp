@@ -1,0 +1,263 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tools/demo/Morning.h"
+
+#include "base/Convert.h"
+#include "data/Tables.h"
+#include "tools/demo/Hands.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <QPushButton>
+#include <QTest>
+
+#include <stdexcept>
+
+namespace demo {
+
+namespace {
+
+constexpr int kScreenSettles = 80;  // milliseconds
+constexpr int kTick = 10;           // milliseconds
+constexpr const char* kNoSuchOrder = "999999";
+
+}  // namespace
+
+Morning::Morning(StagedShop& staged, Album& album)
+    : staged_(staged), album_(album),
+      robot_([this](const std::string& fault) { faults_.push_back(fault); })
+{
+}
+
+void Morning::Play()
+{
+    StartUp();
+    SecondCopy();
+    FirstJobs();
+    WrongPin();
+    JobChange();
+    UnknownOrder();
+    BackToAnEarlierJob();
+    Menus();
+    Leave();
+    if (robot_.Waiting() > 0)
+        faults_.push_back(std::to_string(robot_.Waiting()) + " windows never came");
+}
+
+// 07:42. The date is confirmed, the employees are synchronised, the window comes up.
+void Morning::StartUp()
+{
+    staged_.At("07:42 AM");
+    robot_.Then([this](QDialog& box) {
+        album_.Take("date-question");
+        album_.WatchFor("frmSplash", "splash");
+        Press(box, QMessageBox::Yes);
+    });
+    // The synchronisation reports; a shop without labor type descriptions is told so.
+    robot_.Otherwise([this](QDialog& box) {
+        album_.Take("start-up-box");
+        Press(box, QMessageBox::Ok);
+    });
+    staged_.Start();
+    robot_.Otherwise({});
+    // The clock in the caption keeps up with the script.
+    staged_.shop.window.Timer1.SetInterval(kTick);
+    Settle();
+    album_.Take("main-window");
+
+    const std::vector<Technician> all = Technicians();
+    if (all.size() < 3) throw std::logic_error("the demo needs three employees");
+    first_ = all[0];
+    second_ = all[1];
+    third_ = all[2];
+    for (const Technician& technician : all)
+        if (!technician.pin.empty() && technician.row > second_.row) {
+            third_ = technician;
+            break;
+        }
+}
+
+// Somebody starts the program once more.
+void Morning::SecondCopy()
+{
+    platform::qt::QtInstance another(staged_.paths.ProgramFolder() + "/Lodrin.lock");
+    if (!another.AnotherRuns()) faults_.push_back("a second copy was not noticed");
+}
+
+// 07:55 and 08:05. Two technicians start their day: one types a number, one picks from the list.
+void Morning::FirstJobs()
+{
+    staged_.At("07:55 AM");
+    Choose(first_);
+    ExpectPin(first_, "pin");
+    ExpectLabor("BL", "Body", "labor-type");
+    TypeAndEnter(Orders(), OrderNumber(3));
+    Settle();
+    album_.Take("first-job");
+
+    staged_.At("08:05 AM");
+    Choose(second_);
+    Orders().showPopup();
+    Settle();
+    album_.Take("repair-orders");
+    ExpectPin(second_);
+    ExpectLabor("RL", "Paint");
+    PickFromList(Orders(), 6);
+    Settle();
+    album_.Take("second-technician");
+}
+
+// 08:10. A wrong PIN starts nothing.
+void Morning::WrongPin()
+{
+    if (third_.pin.empty()) return;
+    staged_.At("08:10 AM");
+    Choose(third_);
+    robot_.Then([](QDialog& prompt) { AnswerPrompt(prompt, "0"); });
+    ExpectBox(QMessageBox::Ok, "invalid-pin");
+    TypeAndEnter(Orders(), OrderNumber(1));
+}
+
+// 10:20. The first technician goes over to another car.
+void Morning::JobChange()
+{
+    staged_.At("10:20 AM");
+    Choose(first_);
+    ExpectPin(first_);
+    ExpectLabor("BL", "Body");
+    TypeAndEnter(Orders(), OrderNumber(8));
+    Settle();
+    album_.Take("job-changed");
+}
+
+// 10:31. A number that no repair order has.
+void Morning::UnknownOrder()
+{
+    staged_.At("10:31 AM");
+    Choose(second_);
+    ExpectPin(second_);
+    ExpectLabor("RL", "Paint");
+    ExpectBox(QMessageBox::Ok, "unknown-order");
+    TypeAndEnter(Orders(), kNoSuchOrder);
+}
+
+// 11:35. Back to the first car, from the list of his last jobs.
+void Morning::BackToAnEarlierJob()
+{
+    staged_.At("11:35 AM");
+    Choose(first_);
+    ExpectPin(first_);
+    ExpectLabor("BL", "Body");
+    DoubleClickEntry(LastJobs(), 0);
+    Settle();
+    album_.Take("back-again");
+}
+
+// 11:40. The menus, and the dialog that picks another database, left without a choice.
+void Morning::Menus()
+{
+    staged_.At("11:40 AM");
+    QWidget& window = Window("frmLodrin");
+    auto& file = Find<QMenu>(window, "mnuFile");
+    file.popup(window.mapToGlobal(QPoint(8, 36)));
+    Settle();
+    album_.Take("menu");
+    file.close();
+
+    Find<QAction>(window, "mnuSynchRO").trigger();
+    robot_.Then([this](QDialog& dialog) {
+        Settle();
+        album_.Take("open-database");
+        dialog.reject();
+    });
+    // The database that is set already is opened again, employees included.
+    album_.WatchFor("frmProcMsg", "processing");
+    ExpectBox(QMessageBox::Ok, "synchronised-again");
+    Find<QAction>(window, "mnuFileOpen").trigger();
+    Settle();
+}
+
+// 11:45. The window is closed; that ends the program.
+void Morning::Leave()
+{
+    staged_.At("11:45 AM");
+    Find<QPushButton>(Window("frmLodrin"), "cmdExit").click();
+    if (!staged_.closed) faults_.push_back("the window did not close");
+}
+
+std::vector<Morning::Technician> Morning::Technicians()
+{
+    std::vector<Technician> all;
+    dao::Recordset profiles = staged_.shop.state.database.OpenRecordset("SELECT * FROM Profile");
+    for (int row = 0; row < Board().model()->rowCount(); ++row) {
+        const auto cell = [&](const lodrin::BoardField& field) {
+            return Board().model()->index(row, field.column - 1).data().toString().toStdString();
+        };
+        profiles.FindFirst("ProfileNumber = " + cell(lodrin::LDEmp::EmpID));
+        if (profiles.NoMatch()) continue;
+        all.push_back(
+            {row, cell(lodrin::LDEmp::Name), base::TextOf(profiles[lodrin::Profile::PIN].Value())});
+    }
+    return all;
+}
+
+void Morning::Choose(const Technician& technician)
+{
+    ClickRow(Board(), technician.row);
+    Settle();
+}
+
+void Morning::ExpectPin(const Technician& technician, const QString& picture)
+{
+    if (technician.pin.empty()) return;
+    robot_.Then([this, technician, picture](QDialog& prompt) {
+        if (!picture.isEmpty()) album_.Take(picture);
+        AnswerPrompt(prompt, technician.pin);
+    });
+}
+
+void Morning::ExpectLabor(const std::string& code, const std::string& department,
+                          const QString& picture)
+{
+    robot_.Then([this, code, department, picture](QDialog& dialog) {
+        Settle();
+        if (!picture.isEmpty()) album_.Take(picture);
+        ChooseLabor(dialog, code, department);
+    });
+}
+
+void Morning::ExpectBox(QMessageBox::StandardButton button, const QString& picture)
+{
+    robot_.Then([this, button, picture](QDialog& box) {
+        album_.Take(picture);
+        Press(box, button);
+    });
+}
+
+std::string Morning::OrderNumber(int entry)
+{
+    const std::string text = Orders().itemText(entry).toStdString();
+    return text.substr(0, text.find(' '));
+}
+
+void Morning::Settle()
+{
+    QTest::qWait(kScreenSettles);
+}
+
+QTableView& Morning::Board()
+{
+    return Find<QTableView>(Window("frmLodrin"), "grdEmp");
+}
+
+QComboBox& Morning::Orders()
+{
+    return Find<QComboBox>(Window("frmLodrin"), "cboRO");
+}
+
+QListWidget& Morning::LastJobs()
+{
+    return Find<QListWidget>(Window("frmLodrin"), "lstHistory");
+}
+
+}  // namespace demo
