@@ -2,68 +2,44 @@
 // Robot: answers the modal windows of a test, one step each, in order.
 #pragma once
 
-#include <QApplication>
-#include <QDialog>
-#include <QMessageBox>
-#include <QObject>
-#include <QPushButton>
-#include <QStringList>
+#include "tools/demo/Hands.h"
+#include "tools/demo/Robot.h"
 
-#include <deque>
-#include <functional>
 #include <gtest/gtest.h>
 
 namespace tests {
 
-// Rule: each step must close its window. A window that no step is left for is closed and fails the
-//       test, and so does a step that no window came for.
-class Robot : public QObject {
+// Rule: a window that no step is left for fails the test, and so does a step that no window came
+//       for.
+class Robot : public demo::Robot {
 public:
-    using Step = std::function<void(QDialog& window)>;
-
-    explicit Robot(std::deque<Step> steps = {}) : steps_(std::move(steps)) { startTimer(5); }
-    ~Robot() override { EXPECT_TRUE(steps_.empty()) << steps_.size() << " windows never came"; }
+    Robot() : demo::Robot([](const std::string& fault) { ADD_FAILURE() << fault; }) {}
+    ~Robot() override { EXPECT_EQ(Waiting(), 0U) << "windows that never came"; }
     Robot(const Robot&) = delete;
     Robot& operator=(const Robot&) = delete;
 
-    void Then(Step step) { steps_.push_back(std::move(step)); }
-
-    // A step that expects a box with this text and presses one of its buttons.
-    void Box(const QString& text, QMessageBox::StandardButton button = QMessageBox::Ok)
+    // A box with this text comes next, and this button of it is pressed.
+    void Box(const std::string& text, QMessageBox::StandardButton button = QMessageBox::Ok)
     {
         Then([text, button](QDialog& window) {
-            auto* box = qobject_cast<QMessageBox*>(&window);
-            if (box == nullptr || box->button(button) == nullptr) {
-                ADD_FAILURE() << "another window than the box: " << text.toStdString();
-                return window.done(-1);
-            }
-            EXPECT_EQ(box->text().toStdString(), text.toStdString());
-            box->button(button)->click();
+            EXPECT_EQ(demo::Says(window), window.windowTitle().toStdString() + ": " + text);
+            demo::Press(window, button);
         });
     }
-
-protected:
-    void timerEvent(QTimerEvent*) override
+    void Pin(const std::string& pin)
     {
-        auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (window == nullptr || window == busyWith_) return;
-        if (steps_.empty()) {
-            const auto* box = qobject_cast<QMessageBox*>(window);
-            ADD_FAILURE() << "unexpected window: " << window->windowTitle().toStdString() << " "
-                          << (box != nullptr ? box->text().toStdString() : "");
-            return window->done(-1);
-        }
-        const Step step = std::move(steps_.front());
-        steps_.pop_front();
-        QDialog* const before = busyWith_;
-        busyWith_ = window;
-        step(*window);
-        busyWith_ = before;
+        Then([pin](QDialog& window) {
+            EXPECT_EQ(window.windowTitle().toStdString(), "Enter PIN");
+            demo::AnswerPrompt(window, pin);
+        });
     }
-
-private:
-    std::deque<Step> steps_;
-    QDialog* busyWith_ = nullptr;
+    void Labor(const std::string& code, const std::string& department)
+    {
+        Then([code, department](QDialog& window) {
+            EXPECT_EQ(window.windowTitle().toStdString(), "Select Labor Type");
+            demo::ChooseLabor(window, code, department);
+        });
+    }
 };
 
 }  // namespace tests

@@ -1,0 +1,322 @@
+// SPDX-License-Identifier: Apache-2.0
+// WorkingDayTest: the whole program through its real windows, on real files; an independent reader
+// looks at what it leaves.
+#include "base/Calendar.h"
+#include "jet/io/StdFile.h"
+#include "tests/support/IntegrityExpectations.h"
+#include "tests/support/Records.h"
+#include "tests/support/SampleShopDays.h"
+#include "tests/support/Samples.h"
+#include "tests/support/ShopTables.h"
+#include "tests/ui/Robot.h"
+#include "tools/demo/StagedShop.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+
+#include <fstream>
+#include <optional>
+
+namespace tests {
+namespace {
+
+constexpr const char* kTheDate = "Is this the correct date: Wednesday, December 30, 2009";
+constexpr const char* kUnknownOrder =
+    "The RO you selected no long exists in the database, or is not accessable.";
+
+class WorkingDayTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        std::filesystem::create_directories(Program());
+        std::filesystem::create_directories(Data());
+    }
+    void TearDown() override
+    {
+        if (staged) staged->dialogs.UnloadMain(staged->shop);
+    }
+    std::filesystem::path Program() const { return folder.Path() / "program"; }
+    std::filesystem::path Data() const { return folder.Path() / "data"; }
+    std::filesystem::path File() const { return Data() / "Kelvaro.mdb"; }
+
+    // Starts the program at 07:00 AM of December 30, 2009; the boxes come after the date question.
+    void Start(std::initializer_list<const char*> boxes)
+    {
+        staged.emplace(Program(), Data(), base::DateFrom({2009, 12, 30, 7, 0, 0}));
+        robot.Box(kTheDate, QMessageBox::Yes);
+        for (const char* box : boxes)
+            robot.Box(box);
+        staged->Start();
+    }
+    void TakeSample(const char* name)
+    {
+        sample = SampleFolder() / name / "Kelvaro.mdb";
+        SKIP_WITHOUT_SAMPLE(sample);
+        if (!MdbExportIsInstalled()) GTEST_SKIP() << "mdb-export is not installed";
+        std::filesystem::copy_file(sample, File());
+        std::filesystem::permissions(File(), std::filesystem::perms::owner_write,
+                                     std::filesystem::perm_options::add);
+    }
+
+    QWidget& Window() { return demo::Window("frmLodrin"); }
+    std::string LabelText(const char* name)
+    {
+        return demo::Find<QLabel>(Window(), name).text().toStdString();
+    }
+    void Choose(const std::string& employee)
+    {
+        auto& board = demo::Find<QTableView>(Window(), "grdEmp");
+        ASSERT_GE(demo::RowOf(board, employee), 0) << employee;
+        demo::ClickRow(board, demo::RowOf(board, employee));
+        EXPECT_EQ(LabelText("lblEmpName"), employee);
+    }
+    void Type(const std::string& number)
+    {
+        demo::TypeAndEnter(demo::Find<QComboBox>(Window(), "cboRO"), number);
+    }
+    void Pick(const std::string& entry)
+    {
+        auto& orders = demo::Find<QComboBox>(Window(), "cboRO");
+        const int place = orders.findText(QString::fromStdString(entry), Qt::MatchStartsWith);
+        ASSERT_GE(place, 0) << entry;
+        demo::PickFromList(orders, place);
+    }
+    void DoubleClickFirstLastJob(const std::string& entry)
+    {
+        auto& jobs = demo::Find<QListWidget>(Window(), "lstHistory");
+        ASSERT_GT(jobs.count(), 0);
+        ASSERT_EQ(jobs.item(0)->text().toStdString(), entry);
+        demo::DoubleClickEntry(jobs, 0);
+    }
+    void Exit()
+    {
+        demo::Find<QPushButton>(Window(), "cmdExit").click();
+        EXPECT_TRUE(staged->closed);
+        jet::io::StdFileSystem files;
+        EXPECT_CLEAN(files, File().string());
+    }
+    std::string DailyCell(int row, int column)
+    {
+        auto& daily = demo::Find<QTableView>(Window(), "grdDaily");
+        return daily.model()->index(row, column).data().toString().toStdString();
+    }
+    std::vector<std::string> Log() const
+    {
+        std::ifstream file(Program() / "Lodrin.Log");
+        std::vector<std::string> lines;
+        for (std::string line; std::getline(file, line);)
+            lines.push_back(line);
+        return lines;
+    }
+
+    ScratchFolder folder;
+    std::filesystem::path sample;
+    Robot robot;
+    std::optional<demo::StagedShop> staged;
+};
+
+TEST_F(WorkingDayTest, EveningInTheShopLeavesExactlyItsJobs)
+{
+    TakeSample("shop");
+    if (IsSkipped()) return;
+    Start({kEmployeesAdded});
+
+    // Anthony Jones has refinished since 08:23 AM. He turns to the Honda, later to the Hyundai, and
+    // comes back to the Honda.
+    Choose("Jones, Anthony");
+    staged->At("05:30 PM");
+    robot.Pin("0992");
+    robot.Labor("BL", "Paint");
+    Type("10125");
+    staged->At("06:10 PM");
+    robot.Pin("0992");
+    robot.Labor("RL", "Mechanical");
+    Pick("10011  ");
+    staged->At("08:00 PM");
+    robot.Pin("0992");
+    robot.Labor("ML", "Paint");
+    DoubleClickFirstLastJob("10125   1996 Honda CR-V EX AWD");
+    EXPECT_EQ(DailyCell(0, 5), "10011");
+    EXPECT_EQ(LabelText("lblJob"), "WO 10125 \u00b7 ML \u00b7 since 08:00 PM \u00b7 "
+                                   "1996 Honda CR-V EX AWD \u00b7 Harris, Mary");
+    Exit();
+
+    // A number typed without the separator is the one thing that is reported.
+    ASSERT_EQ(Log().size(), 1U);
+    EXPECT_EQ(Log()[0].rfind("\"Error 5 in Sub frmLodrin!cboRO_KeyUp()", 0), 0U);
+    ExpectEvening(sample, File());
+}
+
+TEST_F(WorkingDayTest, FirstMorningInANewShopBuildsItsTablesAndKeepsTheRest)
+{
+    TakeSample("shop-fresh");
+    if (IsSkipped()) return;
+    Start({kEmployeesAdded, kNoDescriptions});
+
+    Choose("Gomez, Michelle");
+    staged->At("07:30 AM");
+    robot.Pin("7802");
+    robot.Labor("FL", "Paint");
+    Type("10037");
+    staged->At("09:00 AM");
+    robot.Pin("7802");
+    robot.Labor("DL", "Body");
+    Pick("10112  ");
+    staged->At("10:10 AM");
+    robot.Pin("7802");
+    robot.Labor("BL", "Paint");
+    DoubleClickFirstLastJob("10037   2001 Chevrolet Malibu LT");
+    Exit();
+    ExpectFirstMorning(sample, File());
+}
+
+// A shop of our own making: two technicians, two orders.
+class OwnShopTest : public WorkingDayTest {
+protected:
+    void SetUp() override
+    {
+        WorkingDayTest::SetUp();
+        dao::DBEngine engine({.now = [] { return base::Date{40177}; }});
+        engine.CreateDatabase(File().string());
+        dao::Database database = engine.DefaultWorkspace().OpenDatabase(File().string());
+        for (const dao::TableDef& table : ManagementTables())
+            database.Append(table);
+        for (const ShopEntry& entry :
+             {Employee("Adams, Al", 1), Employee("Baker, Bo", 2).With("PIN", "77"),
+              RepairOrder(1001), RepairOrder(1002), Department("Body", 30), Department("Paint", 70),
+              LedgerAccount("BL", "Body Labor", true), LedgerAccount("RL", "Refinish Labor", true),
+              ProgressText("In paint")})
+            for (const NewRow& row : entry.Rows())
+                if (row.table != "LDEmp") Add(database, row);
+        database.Close();
+    }
+    static void Add(dao::Database& database, const NewRow& row)
+    {
+        dao::Recordset table = database.OpenRecordset(row.table);
+        table.AddNew();
+        for (const auto& field : row.values)
+            table[field.first] = field.second;
+        table.Update();
+    }
+    // What the file holds, read afresh.
+    std::vector<Record> Rows(const std::string& sql) const
+    {
+        dao::DBEngine engine({.now = [] { return base::Date{40177}; }});
+        dao::Database database = engine.DefaultWorkspace().OpenDatabase(File().string());
+        dao::Recordset rows = database.OpenRecordset(sql);
+        return RowsOf(rows);
+    }
+};
+
+TEST_F(OwnShopTest, MorningOfTwoTechniciansIsStored)
+{
+    Start({kEmployeesAdded, kNoDescriptions});
+    staged->At("08:00 AM");
+    Choose("Adams, Al");
+    robot.Labor("BL", "Body");
+    Type("1001");
+    staged->At("08:05 AM");
+    Choose("Baker, Bo");
+    robot.Pin("77");
+    robot.Labor("RL", "Paint");
+    Pick("1002  ");
+    staged->At("10:20 AM");
+    Choose("Adams, Al");
+    robot.Labor("RL", "Paint");
+    Type("1002");
+    Exit();
+
+    const std::vector<Record> jobs = Rows("SELECT * FROM LDHistory");
+    ASSERT_EQ(jobs.size(), 1U);
+    EXPECT_EQ(jobs[0].Text("EmpID"), "1");
+    EXPECT_EQ(jobs[0].Text("WONumb"), "1001");
+    EXPECT_EQ(jobs[0].Text("Hrs"), "2.33");
+    EXPECT_EQ(jobs[0].Text("GLType"), "BL");
+    const std::vector<Record> labor = Rows("SELECT * FROM Labor");
+    ASSERT_EQ(labor.size(), 1U);
+    EXPECT_EQ(labor[0].Text("WorkOrder"), "1001");
+    const std::vector<Record> board = Rows("SELECT * FROM LDEmp ORDER BY Name");
+    ASSERT_EQ(board.size(), 2U);
+    EXPECT_EQ(board[0].Text("WO#"), "1002");
+    EXPECT_EQ(board[0].Text("StartDay"), "8:00:00 AM");
+    EXPECT_EQ(board[1].Text("WO#"), "1002");
+    EXPECT_EQ(board[1].Text("StartJob"), "8:05:00 AM");
+    const std::vector<Record> orders = Rows("SELECT * FROM WorkOrder ORDER BY WorkOrderNumber");
+    EXPECT_EQ(orders[0].Text("BLTech"), "1");
+    EXPECT_EQ(orders[1].Text("RLTech"), "2");
+    EXPECT_EQ(orders[1].Text("BodyWorked"), "2.33") << "closed while the new order was chosen";
+}
+
+TEST_F(OwnShopTest, WrongPinUnknownOrderAndLeftDialogStoreNothing)
+{
+    Start({kEmployeesAdded, kNoDescriptions});
+    const std::vector<Record> before = Rows("SELECT * FROM LDEmp");
+    Choose("Baker, Bo");
+    robot.Pin("78");
+    robot.Box("Invalid PIN entered");
+    Type("1001");
+    robot.Pin("77");
+    robot.Labor("BL", "Body");
+    robot.Box(kUnknownOrder);
+    Type("4711");
+    robot.Pin("77");
+    robot.Then([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    Type("1001");
+    Exit();
+    EXPECT_EQ(Rows("SELECT * FROM LDEmp"), before);
+    EXPECT_TRUE(Rows("SELECT * FROM LDHistory").empty());
+}
+
+TEST_F(OwnShopTest, SplashGoesAndThePathStandsInTheStatusBar)
+{
+    Start({kEmployeesAdded, kNoDescriptions});
+    EXPECT_THROW((void)demo::Window("frmSplash"), std::logic_error);
+    EXPECT_EQ(LabelText("stsLDText"), "Database Path: " + Data().string());
+    EXPECT_EQ(LabelText("lblDate"), "12/30/2009");
+    EXPECT_EQ(LabelText("lblEmpName"), "Employee Name");
+    EXPECT_EQ(staged->shop.state.currentEmployee, -1);
+}
+
+TEST_F(OwnShopTest, NoTickComesThroughARealBox)
+{
+    Start({kEmployeesAdded, kNoDescriptions});
+    staged->shop.window.Timer1.SetInterval(1);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [this] { return Window().windowTitle() == "Lodrin -      7:00:00 AM"; }, 2000));
+    Choose("Baker, Bo");
+    robot.Then([this](QDialog& prompt) {
+        staged->At("09:00 AM");
+        QTest::qWait(50);
+        EXPECT_EQ(Window().windowTitle().toStdString(), "Lodrin -      7:00:00 AM");
+        prompt.reject();
+    });
+    robot.Box("Invalid PIN entered");
+    Type("1001");
+    EXPECT_TRUE(QTest::qWaitFor(
+        [this] { return Window().windowTitle() == "Lodrin -      9:00:00 AM"; }, 2000));
+}
+
+TEST_F(OwnShopTest, NoToTheDateEndsTheProgramBeforeAnyWindow)
+{
+    staged.emplace(Program(), Data(), base::DateFrom({2009, 12, 30, 7, 0, 0}));
+    robot.Box(kTheDate, QMessageBox::No);
+    EXPECT_THROW(staged->Start(), platform::ProgramEnded);
+    EXPECT_THROW((void)demo::Window("frmLodrin"), std::logic_error);
+    EXPECT_THROW((void)demo::Window("frmSplash"), std::logic_error);
+}
+
+TEST_F(OwnShopTest, SecondCopyIsToldSoAndEnds)
+{
+    platform::qt::QtInstance first((Program() / "Lodrin.lock").string());
+    ASSERT_FALSE(first.AnotherRuns());
+    staged.emplace(Program(), Data(), base::DateFrom({2009, 12, 30, 7, 0, 0}));
+    robot.Then([](QDialog& box) {
+        EXPECT_EQ(box.windowTitle().toStdString(), "Duplicate Program");
+        box.close();
+    });
+    EXPECT_THROW(staged->Start(), platform::ProgramEnded);
+}
+
+}  // namespace
+}  // namespace tests
