@@ -25,7 +25,7 @@ public:
     ResumeNext(Shop& shop, std::string_view location) : shop_(&shop), location_(location) {}
 
     // The guard of a procedure that ignores failures: nothing is reported.
-    [[nodiscard]] static ResumeNext Silently() { return ResumeNext(); }
+    [[nodiscard]] static ResumeNext Silently() { return {}; }
 
     // Runs one statement. A failure goes to the error trap under this procedure's location and no
     // further, so that the next statement runs.

@@ -87,7 +87,7 @@ std::string TextOfBytes(const Bytes& value)
 }
 
 struct TextMaker {
-    std::string operator()(Null) const { return {}; }
+    std::string operator()(Null /*null*/) const { return {}; }
     std::string operator()(bool value) const { return value ? "True" : "False"; }
     std::string operator()(std::uint8_t value) const { return std::to_string(value); }
     std::string operator()(std::int16_t value) const { return std::to_string(value); }
@@ -104,7 +104,7 @@ struct TextMaker {
 
 // The strict conversion to a double.
 struct NumberMaker {
-    double operator()(Null) const { throw NumberedError(94); }
+    double operator()(Null /*null*/) const { throw NumberedError(94); }
     double operator()(bool value) const { return value ? -1 : 0; }
     double operator()(Currency value) const
     {
@@ -112,8 +112,8 @@ struct NumberMaker {
     }
     double operator()(Date value) const { return value.days; }
     double operator()(const std::string& value) const { return ReadNumber(value); }
-    double operator()(const Bytes&) const { throw NumberedError(13); }
-    double operator()(const Guid&) const { throw NumberedError(13); }
+    double operator()(const Bytes& /*bytes*/) const { throw NumberedError(13); }
+    double operator()(const Guid& /*guid*/) const { throw NumberedError(13); }
     double operator()(const Decimal& value) const { return ReadNumber(TextOfDecimal(value)); }
     template <class Number>
     double operator()(Number value) const

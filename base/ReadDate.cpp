@@ -158,18 +158,34 @@ private:
     bool TakeTime()
     {
         const int hour = Number(0);
-        const bool withMinutes = Mark(1) == ":" && Number(2) >= 0;
-        const bool withSeconds = withMinutes && Mark(3) == ":" && Number(4) >= 0;
-        const std::string_view half = Word(withSeconds ? 5 : withMinutes ? 3 : 1);
-        const bool withHalf = half == "am" || half == "pm";
-        if (hour < 0 || !(withMinutes || withHalf)) return false;
+        std::size_t taken = 1;
+        if (hour < 0) return false;
         parts_.hour = hour;
-        parts_.minute = withMinutes ? Number(2) : 0;
-        parts_.second = withSeconds ? Number(4) : 0;
-        valid_ = valid_ && parts_.hour < 24 && parts_.minute < 60 && parts_.second < 60;
-        if (half == "am" && hour == 12) parts_.hour = 0;
-        if (half == "pm" && hour < 12) parts_.hour += 12;
-        at_ += (withSeconds ? 5U : withMinutes ? 3U : 1U) + (withHalf ? 1U : 0U);
+        TakeAfterColon(taken, parts_.minute);
+        if (taken > 1) TakeAfterColon(taken, parts_.second);
+        const bool withMinutes = taken > 1;
+        const bool withHalf = TakeHalfOfDay(taken);
+        valid_ = valid_ && hour < 24 && parts_.minute < 60 && parts_.second < 60;
+        if (withMinutes || withHalf) at_ += taken;
+        return withMinutes || withHalf;
+    }
+
+    // ":05" behind the tokens that were taken.
+    void TakeAfterColon(std::size_t& taken, int& number)
+    {
+        if (Mark(taken) != ":" || Number(taken + 1) < 0) return;
+        number = Number(taken + 1);
+        taken += 2;
+    }
+
+    // AM or PM behind the tokens that were taken; 13:00 PM is 13:00.
+    bool TakeHalfOfDay(std::size_t& taken)
+    {
+        const std::string_view half = Word(taken);
+        if (half != "am" && half != "pm") return false;
+        if (half == "am" && parts_.hour == 12) parts_.hour = 0;
+        if (half == "pm" && parts_.hour < 12) parts_.hour += 12;
+        ++taken;
         return true;
     }
 

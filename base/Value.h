@@ -58,7 +58,7 @@ public:
 
     Value() = default;
     // NOLINTBEGIN(google-explicit-constructor): a value is what it is made from.
-    Value(Null) {}
+    Value(Null /*null*/) {}
     Value(bool value) : storage_(value) {}
     Value(std::uint8_t value) : storage_(value) {}
     Value(std::int16_t value) : storage_(value) {}

@@ -55,14 +55,17 @@ bool StoreAndStand(const ResumeNext& attempt, dao::Recordset& records)
     return attempt.Test(store, IfItFails::SkipBranch) && attempt.Test(stand, IfItFails::SkipBranch);
 }
 
-void CloseJob(const ResumeNext& attempt, Shop& shop)
+// False when the job could not be recorded.
+bool CloseJob(const ResumeNext& attempt, Shop& shop)
 {
     dao::Recordset& history = shop.state.history;
     attempt([&] { history.AddNew(); });
     WriteJob(attempt, history, shop.state.employees);
     // What was not stored is not posted: the posting reads the record at hand, and another man's
     // job would be charged twice.
-    if (StoreAndStand(attempt, history)) attempt([&] { WriteLabor(shop); });
+    if (!StoreAndStand(attempt, history)) return false;
+    attempt([&] { WriteLabor(shop); });
+    return true;
 }
 
 std::string OfThatDay(dao::Recordset& employee)
@@ -135,9 +138,11 @@ void CloseForgottenDay(const ResumeNext& attempt, Shop& shop, base::Date today)
     if (!attempt.Test(forgotten, IfItFails::SkipBranch)) return;
 
     const auto jobIsOpen = [&] { return employee[LDEmp::StartJob.name].Value().IsDate(); };
-    if (attempt.Test(jobIsOpen, IfItFails::TakeBranch)) CloseJob(attempt, shop);
+    bool recorded = true;
+    if (attempt.Test(jobIsOpen, IfItFails::TakeBranch)) recorded = CloseJob(attempt, shop);
     WriteTotals(attempt, shop.state);
-    ClearDay(attempt, employee);
+    // A job that could not be recorded is not thrown away: it stays open for the next start.
+    if (recorded) ClearDay(attempt, employee);
 }
 
 }  // namespace

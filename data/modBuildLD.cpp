@@ -33,11 +33,13 @@ struct Session {
 
 void OpenSession(const ResumeNext& attempt, Session& session, Shop& shop, const std::string& file)
 {
-    const std::string path = shop.platform.paths.ToHost(file);
+    const auto open = [&] {
+        return session.Workspace().OpenDatabase(shop.platform.paths.ToHost(file));
+    };
     attempt([&] { session.workspace = shop.engine.CreateWorkspace("", "admin", ""); });
-    attempt([&] { session.first = session.Workspace().OpenDatabase(path); });
+    attempt([&] { session.first = open(); });
     attempt([&] { DoEvents(shop); });
-    attempt([&] { session.second = session.Workspace().OpenDatabase(path); });
+    attempt([&] { session.second = open(); });
 }
 
 // The default of a date is none: no text is a date.
