@@ -83,9 +83,22 @@ bool DataPage::Empty() const
     return true;
 }
 
+std::size_t DataPage::Gap() const
+{
+    const std::size_t slots = SlotAt(slotCount_);
+    const std::size_t end = End(slotCount_);
+    return end < slots ? 0 : std::min(end, page_.size()) - slots;
+}
+
 bool DataPage::Fits(std::size_t length) const
 {
-    return slotCount_ < kSlotLimit && length + 2 <= FreeBytes();
+    return slotCount_ < kSlotLimit && length + 2 <= Gap();
+}
+
+void DataPage::RequireSound() const
+{
+    for (std::uint16_t slot = 0; slot < slotCount_; ++slot)
+        static_cast<void>(Row(slot));
 }
 
 void FormatDataPage(MutableSpan page, std::uint32_t owner)
@@ -120,7 +133,7 @@ void ResizeRow(MutableSpan page, std::uint16_t slot, std::size_t length)
     const auto start = static_cast<std::size_t>(row.data() - page.data());
     const std::size_t last = view.SlotCount() - 1U;
     const std::size_t lowest = Word(page, static_cast<std::uint16_t>(last)) & kOffsetBits;
-    assert(length <= row.size() + view.FreeBytes());
+    assert(length <= row.size() + view.Gap());
 
     // Bytes to keep move towards the page's end by `shift` (or away from it when the row grows).
     const std::ptrdiff_t shift =

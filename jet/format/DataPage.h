@@ -52,8 +52,12 @@ public:
     [[nodiscard]] Span Row(std::uint16_t slot) const;
     // Whether no slot holds a row, a pointer or a moved row.
     [[nodiscard]] bool Empty() const;
+    // Bytes between the slot table and the last row, as the slots tell; FreeBytes may lie.
+    [[nodiscard]] std::size_t Gap() const;
     // Whether one more row of `length` bytes has room.
     [[nodiscard]] bool Fits(std::size_t length) const;
+    // To be asked before the page is changed. Errors: 3343 when rows overlap.
+    void RequireSound() const;
 
 private:
     [[nodiscard]] std::size_t Start(std::uint16_t slot) const;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "jet/format/RowWriter.h"
 
+#include "base/NumberedError.h"
+
 #include <algorithm>
 #include <cassert>
 
@@ -36,7 +38,8 @@ void RowWriter::SetField(std::size_t column, std::vector<std::byte> bytes)
 {
     const ColumnDefinition& definition = table_->columns[column];
     assert(definition.type != ColumnType::Boolean);
-    assert(!definition.fixed || bytes.size() == definition.length);
+    if (definition.fixed && bytes.size() != definition.length)
+        throw base::NumberedError(3343).At("length of column " + definition.name);
     fields_[column] = {true, std::move(bytes)};
 }
 

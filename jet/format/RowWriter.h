@@ -20,7 +20,8 @@ public:
 
     void SetNull(std::size_t column);
     void SetBoolean(std::size_t column, bool value);
-    // Requires: a column that is not boolean; of a fixed column, bytes of its length.
+    // Requires: a column that is not boolean.
+    // Errors:   3343 when a fixed column's length is not that of its type.
     void SetField(std::size_t column, std::vector<std::byte> bytes);
 
     [[nodiscard]] bool IsNull(std::size_t column) const { return !fields_[column].present; }

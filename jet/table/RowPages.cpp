@@ -55,7 +55,7 @@ RowId RowPages::PutAlone(format::Span row)
 
 void RowPages::Remove(RowId row)
 {
-    format::DeleteRow(changes_.Change(row.page), row.slot);
+    format::DeleteRow(Changed(row.page), row.slot);
     SettleListing(row.page);
 }
 
@@ -63,8 +63,8 @@ bool RowPages::Replace(RowId row, format::Span bytes, SlotKind kind)
 {
     const pages::Page page = changes_.Of().Read(row.page);
     const DataPage view = OwnedPage(page, owner_.mark);
-    if (bytes.size() > view.Row(row.slot).size() + view.FreeBytes()) return false;
-    const format::MutableSpan changed = changes_.Change(row.page);
+    if (bytes.size() > view.Row(row.slot).size() + view.Gap()) return false;
+    const format::MutableSpan changed = Changed(row.page);
     format::ResizeRow(changed, row.slot, bytes.size());
     std::copy(bytes.begin(), bytes.end(), format::RowBytes(changed, row.slot).begin());
     format::SetSlotKind(changed, row.slot, kind);
@@ -74,16 +74,24 @@ bool RowPages::Replace(RowId row, format::Span bytes, SlotKind kind)
 
 void RowPages::Redirect(RowId row, RowId target)
 {
-    const format::MutableSpan page = changes_.Change(row.page);
+    const format::MutableSpan page = Changed(row.page);
     const DataPage view(page);
     const std::size_t length = view.Row(row.slot).size();
     // The rest of the former row stays behind the pointer, so that the row may come home.
     if (length < format::kRowPointerSize) {
-        if (format::kRowPointerSize > length + view.FreeBytes()) throw base::NumberedError(3047);
+        if (format::kRowPointerSize > length + view.Gap()) throw base::NumberedError(3047);
         format::ResizeRow(page, row.slot, format::kRowPointerSize);
     }
     format::WriteRowPointer(format::RowBytes(page, row.slot), 0, target);
     format::SetSlotKind(page, row.slot, SlotKind::Pointer);
+}
+
+// A page whose rows overlap is left as it is.
+format::MutableSpan RowPages::Changed(PageNumber page)
+{
+    const format::MutableSpan bytes = changes_.Change(page);
+    DataPage(bytes).RequireSound();
+    return bytes;
 }
 
 bool RowPages::Fits(PageNumber page, std::size_t length) const
@@ -94,7 +102,7 @@ bool RowPages::Fits(PageNumber page, std::size_t length) const
 
 RowId RowPages::PutOn(PageNumber page, format::Span row, SlotKind kind)
 {
-    const RowId place{page, format::AppendRow(changes_.Change(page), row, kind)};
+    const RowId place{page, format::AppendRow(Changed(page), row, kind)};
     SettleListing(page);
     return place;
 }
@@ -123,7 +131,7 @@ void RowPages::SettleListing(PageNumber page)
     const bool last = owned_.Last() == page;
     const bool stays = last && owner_.emptyLastPage == EmptyLastPage::Stays;
     if (view.Empty() && !stays) return GiveBack(page);
-    const bool listed = last || view.FreeBytes() >= bytes.Bytes().size() / 4;
+    const bool listed = last || view.Gap() >= bytes.Bytes().size() / 4;
     if (listed == free_.Contains(page)) return;
     if (listed)
         free_.Add(changes_, page);

@@ -43,6 +43,7 @@ public:
     void Redirect(RowId row, RowId target);
 
 private:
+    [[nodiscard]] format::MutableSpan Changed(PageNumber page);
     [[nodiscard]] bool Fits(PageNumber page, std::size_t length) const;
     RowId PutOn(PageNumber page, format::Span row, format::SlotKind kind);
     PageNumber NewPage(PageNumber above);
