@@ -10,7 +10,8 @@ struct Shop;
 // Clocks everybody out at 11:59 PM of the day he worked last, unless that is today: his open job is
 // recorded and posted, his totals are written, and his day is cleared.
 //
-// Rule: the working date alone decides. It stays on the row: until he comes back, the totals of that
+// Rule: the working date alone decides. It stays on the row: until he comes back, the totals of
+// that
 //       day are written at every start, also when he had ended the day himself.
 void CloseForgottenDays(const ResumeNext& attempt, Shop& shop);
 

@@ -16,7 +16,7 @@ struct MemoryDisk {
 
 // Rule: a test fails that leaves an expected question or dialog unasked, or a database file in
 // which
-//       the integrity checker finds anything to remark.
+//       the integrity checker finds anything to remark. A test about a missing file removes it.
 class ShopFixture : public ::testing::Test, protected MemoryDisk, protected ShopWorld {
 protected:
     ShopFixture() : ShopWorld(disk) { MakeDatabase(); }
@@ -25,7 +25,7 @@ protected:
     {
         EXPECT_EQ(fakes.prompts.Pending(), std::vector<std::string>{});
         EXPECT_EQ(dialogs.Pending(), 0U);
-        EXPECT_SPOTLESS(disk, database_);
+        if (disk.Exists(database_)) EXPECT_SPOTLESS(disk, database_);
     }
 
 private:
