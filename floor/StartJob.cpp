@@ -31,6 +31,16 @@ constexpr const char* kRefinishLabor = "RL";
 
 using IfItFails::TakeBranch;
 
+// A search that fails finds nothing: the record at hand is another man's, or another order.
+bool Finds(const ResumeNext& attempt, dao::Recordset& records, const std::string& criteria)
+{
+    const auto found = [&] {
+        records.FindFirst(criteria);
+        return !records.NoMatch();
+    };
+    return attempt.Test(found, IfItFails::SkipBranch);
+}
+
 // Empties the end of the day of an employee who had gone home.
 void ReopenDay(const ResumeNext& attempt, platform::Grid& board)
 {
@@ -125,8 +135,7 @@ void StartJob(Shop& shop, std::int32_t roNumber)
     if (shop.state.GLCode.empty()) return;
 
     // The repair order becomes the current record and stays so to the end.
-    attempt([&] { repairOrder.FindFirst("WorkOrderNumber = " + base::TextOf(roNumber)); });
-    if (attempt.Test([&] { return repairOrder.NoMatch(); }, TakeBranch))
+    if (!Finds(attempt, repairOrder, "WorkOrderNumber = " + base::TextOf(roNumber)))
         return attempt([&] { Say(shop, kUnknownRepairOrder); });
 
     // The job he has open is closed; its labor goes to the newly chosen repair order.
@@ -134,8 +143,7 @@ void StartJob(Shop& shop, std::int32_t roNumber)
         attempt([&] { WriteHistory(shop); });
 
     // His own record.
-    attempt([&] { employee.FindFirst("EmpID = " + board.Text(LDEmp::EmpID.column)); });
-    if (attempt.Test([&] { return employee.NoMatch(); }, TakeBranch)) return;
+    if (!Finds(attempt, employee, "EmpID = " + board.Text(LDEmp::EmpID.column))) return;
 
     // The new job, on his row and on the repair order.
     const base::Date now = shop.platform.clock.Now();

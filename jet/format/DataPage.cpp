@@ -4,7 +4,6 @@
 #include "base/NumberedError.h"
 
 #include <algorithm>
-#include <cassert>
 #include <cstring>
 #include <string>
 
@@ -110,9 +109,20 @@ void FormatDataPage(MutableSpan page, std::uint32_t owner)
     UpdateFreeBytes(page);
 }
 
+namespace {
+
+// A row lies below all rows before it, so the last slot tells where the gap ends.
+void RequireRoom(const DataPage& page, std::size_t bytes)
+{
+    page.RequireSound();
+    if (bytes > page.Gap()) Damaged("no room for " + std::to_string(bytes) + " bytes");
+}
+
+}  // namespace
+
 std::uint16_t AppendRow(MutableSpan page, Span row, SlotKind kind)
 {
-    assert(DataPage(page).Fits(row.size()));
+    RequireRoom(DataPage(page), row.size() + 2);
     const std::uint16_t slot = ReadU16(page, kLayout.slotCount);
     const std::size_t end =
         slot == 0 ? page.size()
@@ -133,7 +143,8 @@ void ResizeRow(MutableSpan page, std::uint16_t slot, std::size_t length)
     const auto start = static_cast<std::size_t>(row.data() - page.data());
     const std::size_t last = view.SlotCount() - 1U;
     const std::size_t lowest = Word(page, static_cast<std::uint16_t>(last)) & kOffsetBits;
-    assert(length <= row.size() + view.Gap());
+    if (length > row.size()) RequireRoom(view, length - row.size());
+    view.RequireSound();
 
     // Bytes to keep move towards the page's end by `shift` (or away from it when the row grows).
     const std::ptrdiff_t shift =

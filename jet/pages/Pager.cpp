@@ -93,6 +93,10 @@ void Pager::State::Mend()
     if (!halfWritten) return;
     journal.Undo(*file);
     halfWritten = false;
+    // Others may have read pages of the set that failed.
+    CountCommit();
+    file->Flush();
+    CountPages();
     if (openSet == nullptr) journal.Unlock();
 }
 
@@ -224,6 +228,10 @@ std::uint64_t Pager::ChangeCount() const
 void Pager::Refresh()
 {
     state_->Mend();
+    // A copy put in its place leaves us with a file that nobody else will ever read.
+    if (!state_->file->IsNamed(state_->path)) {
+        throw base::NumberedError(3043).At("another file has taken the place of " + state_->path);
+    }
     const auto words = state_->CommitWords();
     if (words == state_->commitWords) {
         const std::uint32_t known = state_->pageCount;

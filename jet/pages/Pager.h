@@ -17,8 +17,8 @@ using format::PageNumber;
 
 class WriteSet;
 
-// One page's bytes; keeps them alive while it exists. A later write makes a new Page and leaves
-// this one as it was.
+// One page's bytes; keeps them alive while it exists. A write set that is stored makes a new Page
+// and leaves this one as it was; a page read inside an open set shows the set's further changes.
 class Page {
 public:
     explicit Page(std::shared_ptr<const std::vector<std::byte>> bytes) : bytes_(std::move(bytes)) {}

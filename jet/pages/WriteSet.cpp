@@ -154,12 +154,16 @@ void WriteSet::Commit()
         }
         throw;
     }
-    for (auto& [page, bytes] : pages)
-        file.cache.Put(page, std::move(bytes));
     file.pageCount = state_->pageCount;
     ++file.changeCount;
     file.openSet = nullptr;
-    state_->changed.clear();
+    try {
+        for (auto& [page, bytes] : pages)
+            file.cache.Put(page, std::move(bytes));
+    } catch (...) {
+        file.cache.Clear();  // what is stored is read again
+        throw;
+    }
 }
 
 }  // namespace jet::pages

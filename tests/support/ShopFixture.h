@@ -25,7 +25,9 @@ protected:
     {
         EXPECT_EQ(fakes.prompts.Pending(), std::vector<std::string>{});
         EXPECT_EQ(dialogs.Pending(), 0U);
-        if (disk.Exists(database_)) EXPECT_SPOTLESS(disk, database_);
+        if (disk.Exists(database_)) {
+            EXPECT_SPOTLESS(disk, database_);
+        }
     }
 
 private:
