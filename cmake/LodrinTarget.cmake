@@ -13,6 +13,8 @@ function(lodrin_target target)
     -Wcast-align -Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi -Wimplicit-fallthrough
     -Wformat=2 -Wundef
     $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wlogical-op>
+    # GCC 12 sees overlaps in optimised std::string code that are none.
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
     $<$<BOOL:${LODRIN_WERROR}>:-Werror>)
   if(LODRIN_SANITIZE)
     target_compile_options(${target} PUBLIC -fsanitize=${LODRIN_SANITIZE} -fno-omit-frame-pointer

@@ -36,7 +36,7 @@ void RowWriter::SetBoolean(std::size_t column, bool value)
 
 void RowWriter::SetField(std::size_t column, std::vector<std::byte> bytes)
 {
-    const ColumnDefinition& definition = table_->columns[column];
+    [[maybe_unused]] const ColumnDefinition& definition = table_->columns[column];
     assert(definition.type != ColumnType::Boolean);
     if (definition.fixed && bytes.size() != definition.length)
         throw base::NumberedError(3343).At("length of column " + definition.name);
