@@ -158,7 +158,7 @@ TEST_F(FailureSweepTest, WithoutWorkOrderSetTheOrderCountsAsUnknown)
     scene.world.fakes.prompts.Expect(
         "The RO you selected no long exists in the database, or is not accessable.");
     scene.world.Starts(1002);
-    EXPECT_EQ(scene.world.Reports(), std::vector<std::string>(2, "91 Sub frmLodrin!StartJob()"));
+    EXPECT_EQ(scene.world.Reports(), std::vector<std::string>{"91 Sub frmLodrin!StartJob()"});
     EXPECT_TRUE(scene.world.Jobs().empty());
 }
 
@@ -167,7 +167,7 @@ TEST_F(FailureSweepTest, WithoutEmployeeSetTheOpenJobIsStillClosed)
     Scene scene(ShopAtNine());
     scene.world.shop.state.employees = dao::Recordset();
     scene.world.Starts(1002);
-    EXPECT_EQ(scene.world.Reports(), std::vector<std::string>(2, "91 Sub frmLodrin!StartJob()"));
+    EXPECT_EQ(scene.world.Reports(), std::vector<std::string>{"91 Sub frmLodrin!StartJob()"});
     EXPECT_EQ(scene.world.Jobs().size(), 1U);
     EXPECT_EQ(scene.world.EmployeeRecord("Jones, Bob")[LDEmp::WONumber.name], 1001);
 }
