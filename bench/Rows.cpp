@@ -12,8 +12,8 @@
 
 namespace {
 
-constexpr int kRows = 2000;
-constexpr int kTimes = 200;
+constexpr int kRows = 300;
+constexpr int kTimes = 100;
 
 base::Date Today()
 {
