@@ -75,6 +75,13 @@ inline void WriteU32(MutableSpan b, std::size_t at, std::uint32_t v)
 }
 void WriteU24(MutableSpan bytes, std::size_t offset, std::uint32_t value);
 
+// Compares whole memory at once, which the standard algorithms do not do for std::byte.
+[[nodiscard]] inline bool SameBytes(Span left, Span right)
+{
+    return left.size() == right.size() &&
+           (left.empty() || std::memcmp(left.data(), right.data(), left.size()) == 0);
+}
+
 // The part of a span. Errors: 3343.
 [[nodiscard]] Span Slice(Span bytes, std::size_t offset, std::size_t length);
 

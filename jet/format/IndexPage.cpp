@@ -4,7 +4,9 @@
 #include "base/NumberedError.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
+#include <cassert>
 
 namespace jet::format {
 
@@ -90,23 +92,37 @@ IndexPageView::IndexPageView(Span page, const IndexPageLayout& layout)
 void IndexPageView::ReadBitmap()
 {
     const std::size_t bytes = layout_->area - layout_->bitmap;
-    for (std::size_t at = 0; at < bytes; at += sizeof(std::uint64_t)) {
-        std::uint64_t bits = 0;
-        std::memcpy(&bits, page_.data() + layout_->bitmap + at, std::min(sizeof bits, bytes - at));
-        for (; bits != 0; bits &= bits - 1)
-            ends_.push_back(
-                static_cast<std::uint16_t>(8 * at + static_cast<unsigned>(std::countr_zero(bits))));
+    std::array<std::uint64_t, 64> words{};
+    assert(bytes <= sizeof words);
+    std::memcpy(words.data(), page_.data() + layout_->bitmap, bytes);
+    std::size_t count = 0;
+    for (const std::uint64_t word : words)
+        count += static_cast<std::size_t>(std::popcount(word));
+    ends_.resize(count);
+    std::uint16_t* next = ends_.data();
+    unsigned first = 0;
+    for (std::uint64_t word : words) {
+        for (; word != 0; word &= word - 1)
+            *next++ =
+                static_cast<std::uint16_t>(first + static_cast<unsigned>(std::countr_zero(word)));
+        first += 64;
     }
     if (UsedBytes() > layout_->pageSize - layout_->area) Damaged("entries beyond its end");
 }
 
 void IndexPageView::CheckEntries() const
 {
+    if (ends_.empty()) return;
     const std::size_t shortest = kRowPlaceWidth + (IsLeaf() ? 0 : kChildWidth);
-    for (std::size_t i = 0; i < Count(); ++i) {
-        if (Stored(i).size() + (i == 0 ? 0 : prefix_) < shortest) Damaged("entry too short");
+    // The first entry stands whole; it may be as long as it is.
+    std::size_t narrowest = ends_.front() - prefix_;
+    if (prefix_ > ends_.front()) Damaged("prefix longer than the first entry");
+    std::size_t start = ends_.front();
+    for (const std::uint16_t end : std::span(ends_).subspan(1)) {
+        narrowest = std::min(narrowest, end - start);
+        start = end;
     }
-    if (Count() > 0 && prefix_ > Stored(0).size()) Damaged("prefix longer than the first entry");
+    if (narrowest + prefix_ < shortest) Damaged("entry too short");
 }
 
 Span IndexPageView::Stored(std::size_t at) const

@@ -25,7 +25,7 @@ const format::ColumnDefinition& ColumnOf(const format::TableDefinition& table, s
 
 bool BeginsWith(format::Span key, const Key& prefix)
 {
-    return key.size() >= prefix.size() && std::equal(prefix.begin(), prefix.end(), key.begin());
+    return key.size() >= prefix.size() && format::SameBytes(key.first(prefix.size()), prefix);
 }
 
 }  // namespace
@@ -62,8 +62,7 @@ void Index::CheckStorable(const RowKey& key, const RowId* self) const
     Cursor cursor = Walk();
     bool more = cursor.Seek(format::MakeEntry(key.bytes, {}));
     for (; more; more = cursor.Next()) {
-        const format::Span found = cursor.Key();
-        if (!std::equal(found.begin(), found.end(), key.bytes.begin(), key.bytes.end())) return;
+        if (!format::SameBytes(cursor.Key(), key.bytes)) return;
         if (self == nullptr || cursor.Row() != *self) throw base::NumberedError(3022);
     }
 }

@@ -18,9 +18,7 @@ constexpr std::size_t kDeepest = 24;
 
 bool SameKey(Span left, Span right)
 {
-    const Span a = format::KeyPart(left);
-    const Span b = format::KeyPart(right);
-    return std::equal(a.begin(), a.end(), b.begin(), b.end());
+    return format::SameBytes(format::KeyPart(left), format::KeyPart(right));
 }
 
 bool Holds(const format::IndexPageView& leaf, std::size_t at, Span entry)
