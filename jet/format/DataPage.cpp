@@ -11,8 +11,6 @@ namespace jet::format {
 
 namespace {
 
-constexpr std::uint16_t kKindBits = 0xC000;
-constexpr std::uint16_t kOffsetBits = 0x1FFF;
 constexpr DataPageLayout kLayout = kDataPageJet4;
 
 [[noreturn]] void Damaged(const std::string& what)
@@ -34,8 +32,9 @@ void UpdateFreeBytes(MutableSpan page)
 {
     const std::uint16_t count = ReadU16(page, kLayout.slotCount);
     const std::size_t end =
-        count == 0 ? page.size()
-                   : std::size_t{Word(page, static_cast<std::uint16_t>(count - 1))} & kOffsetBits;
+        count == 0
+            ? page.size()
+            : std::size_t{Word(page, static_cast<std::uint16_t>(count - 1))} & kSlotOffsetBits;
     WriteU16(page, kLayout.freeBytes, static_cast<std::uint16_t>(end - SlotAt(count)));
 }
 
@@ -47,31 +46,14 @@ DataPage::DataPage(Span page) : page_(page), slotCount_(ReadU16(page, kLayout.sl
     if (slotCount_ > kSlotLimit + 1 || SlotAt(slotCount_) > page.size()) Damaged("too many slots");
 }
 
-SlotKind DataPage::Kind(std::uint16_t slot) const
+void DataPage::RefuseSlot(std::size_t slot)
 {
-    if (slot >= slotCount_) Damaged("no slot " + std::to_string(slot));
-    return static_cast<SlotKind>(Word(page_, slot) & kKindBits);
+    Damaged("no slot " + std::to_string(slot));
 }
 
-std::size_t DataPage::Start(std::uint16_t slot) const
+void DataPage::RefuseRow(std::size_t slot)
 {
-    if (slot >= slotCount_) Damaged("no slot " + std::to_string(slot));
-    return Word(page_, slot) & kOffsetBits;
-}
-
-std::size_t DataPage::End(std::uint16_t slot) const
-{
-    return slot == 0 ? page_.size() : Start(static_cast<std::uint16_t>(slot - 1));
-}
-
-Span DataPage::Row(std::uint16_t slot) const
-{
-    const std::size_t start = Start(slot);
-    const std::size_t end = End(slot);
-    if (start > end || end > page_.size() || start < SlotAt(slotCount_)) {
-        Damaged("slot " + std::to_string(slot) + " outside the page");
-    }
-    return page_.subspan(start, end - start);
+    Damaged("slot " + std::to_string(slot) + " outside the page");
 }
 
 bool DataPage::Empty() const
@@ -126,7 +108,7 @@ std::uint16_t AppendRow(MutableSpan page, Span row, SlotKind kind)
     const std::uint16_t slot = ReadU16(page, kLayout.slotCount);
     const std::size_t end =
         slot == 0 ? page.size()
-                  : std::size_t{Word(page, static_cast<std::uint16_t>(slot - 1))} & kOffsetBits;
+                  : std::size_t{Word(page, static_cast<std::uint16_t>(slot - 1))} & kSlotOffsetBits;
     const std::size_t start = end - row.size();
     if (!row.empty()) std::memcpy(page.data() + start, row.data(), row.size());
     WriteU16(page, SlotAt(slot),
@@ -142,7 +124,7 @@ void ResizeRow(MutableSpan page, std::uint16_t slot, std::size_t length)
     const Span row = view.Row(slot);
     const auto start = static_cast<std::size_t>(row.data() - page.data());
     const std::size_t last = view.SlotCount() - 1U;
-    const std::size_t lowest = Word(page, static_cast<std::uint16_t>(last)) & kOffsetBits;
+    const std::size_t lowest = Word(page, static_cast<std::uint16_t>(last)) & kSlotOffsetBits;
     if (length > row.size()) RequireRoom(view, length - row.size());
     view.RequireSound();
 
@@ -160,8 +142,8 @@ void ResizeRow(MutableSpan page, std::uint16_t slot, std::size_t length)
         const auto index = static_cast<std::uint16_t>(i);
         const std::uint16_t word = Word(page, index);
         const auto moved =
-            static_cast<std::uint16_t>(static_cast<std::ptrdiff_t>(word & kOffsetBits) + shift);
-        WriteU16(page, SlotAt(index), static_cast<std::uint16_t>(moved | (word & kKindBits)));
+            static_cast<std::uint16_t>(static_cast<std::ptrdiff_t>(word & kSlotOffsetBits) + shift);
+        WriteU16(page, SlotAt(index), static_cast<std::uint16_t>(moved | (word & kSlotKindBits)));
     }
     UpdateFreeBytes(page);
 }
@@ -175,8 +157,9 @@ MutableSpan RowBytes(MutableSpan page, std::uint16_t slot)
 void SetSlotKind(MutableSpan page, std::uint16_t slot, SlotKind kind)
 {
     const std::uint16_t word = Word(page, slot);
-    WriteU16(page, SlotAt(slot),
-             static_cast<std::uint16_t>((word & kOffsetBits) | static_cast<std::uint16_t>(kind)));
+    WriteU16(
+        page, SlotAt(slot),
+        static_cast<std::uint16_t>((word & kSlotOffsetBits) | static_cast<std::uint16_t>(kind)));
 }
 
 void DeleteRow(MutableSpan page, std::uint16_t slot)

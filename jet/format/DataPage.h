@@ -28,6 +28,9 @@ inline constexpr std::uint8_t kFreedDataPageType = 0x09;
 inline constexpr std::uint32_t kLongValueOwner = 0x4C41564C;  // "LVAL"
 inline constexpr std::size_t kSlotLimit = 255;                // a slot number has eight bits
 
+inline constexpr std::uint16_t kSlotKindBits = 0xC000;
+inline constexpr std::uint16_t kSlotOffsetBits = 0x1FFF;
+
 enum class SlotKind : std::uint16_t {
     Row = 0x0000,
     Pointer = 0x4000,  // the row moved: its first four bytes tell where
@@ -47,9 +50,19 @@ public:
         return ReadU16(page_, kDataPageJet4.freeBytes);
     }
     [[nodiscard]] std::uint16_t SlotCount() const { return slotCount_; }
-    [[nodiscard]] SlotKind Kind(std::uint16_t slot) const;
+    [[nodiscard]] SlotKind Kind(std::uint16_t slot) const
+    {
+        return static_cast<SlotKind>(Word(slot) & kSlotKindBits);
+    }
     // The bytes of a slot, whatever its kind.
-    [[nodiscard]] Span Row(std::uint16_t slot) const;
+    [[nodiscard]] Span Row(std::uint16_t slot) const
+    {
+        const std::size_t start = Start(slot);
+        const std::size_t end = End(slot);
+        if (start > end || end > page_.size() || start < kDataPageJet4.slots + 2U * slotCount_)
+            RefuseRow(slot);
+        return page_.subspan(start, end - start);
+    }
     // Whether no slot holds a row, a pointer or a moved row.
     [[nodiscard]] bool Empty() const;
     // Bytes between the slot table and the last row, as the slots tell; FreeBytes may lie.
@@ -60,8 +73,19 @@ public:
     void RequireSound() const;
 
 private:
-    [[nodiscard]] std::size_t Start(std::uint16_t slot) const;
-    [[nodiscard]] std::size_t End(std::uint16_t slot) const;
+    // In the header, because every row of every scan passes here.
+    [[nodiscard]] std::uint16_t Word(std::size_t slot) const
+    {
+        if (slot >= slotCount_) RefuseSlot(slot);
+        return ReadU16(page_, kDataPageJet4.slots + 2 * slot);
+    }
+    [[nodiscard]] std::size_t Start(std::size_t slot) const { return Word(slot) & kSlotOffsetBits; }
+    [[nodiscard]] std::size_t End(std::size_t slot) const
+    {
+        return slot == 0 ? page_.size() : Start(slot - 1);
+    }
+    [[noreturn]] static void RefuseSlot(std::size_t slot);
+    [[noreturn]] static void RefuseRow(std::size_t slot);
 
     Span page_;
     std::uint16_t slotCount_;

@@ -9,6 +9,19 @@ namespace jet::table {
 
 using format::SlotKind;
 
+namespace {
+
+// A scan waits for memory more than for anything else: asks for the whole page at once, so that its
+// rows need not be waited for one by one.
+void FetchAhead(format::Span page)
+{
+    constexpr std::size_t cacheLine = 64;
+    for (std::size_t at = 0; at < page.size(); at += cacheLine)
+        __builtin_prefetch(page.data() + at);
+}
+
+}  // namespace
+
 TableCursor::TableCursor(pages::Pager& pager, std::shared_ptr<const format::TableDefinition> table)
     : pager_(&pager), table_(std::move(table))
 {
@@ -56,6 +69,7 @@ bool TableCursor::NextPage()
 void TableCursor::TakePage(PageNumber page)
 {
     page_ = pager_->Read(page);
+    FetchAhead(page_->Bytes());
     view_ = OwnedPage(*page_, Raw(table_->page));
     nextSlot_ = 0;
     id_.page = page;
