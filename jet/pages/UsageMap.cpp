@@ -6,6 +6,7 @@
 #include "jet/pages/MapRow.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace jet::pages {
 
@@ -41,6 +42,25 @@ void ForEachPage(const Pager& pager, format::RowId where, Each each)
         const Page page = pager.Read(bitmapPage);
         ForEachBit(BitmapOf(page), i * perBitmap, each);
     }
+}
+
+// The page of the last set bit, None without one. Every stored row asks, so by words from the end.
+PageNumber HighestPage(format::Span bitmap, std::uint32_t base)
+{
+    const auto page = [base](std::size_t byte, std::uint64_t bits) {
+        return PageNumber{base + static_cast<std::uint32_t>(8 * byte) +
+                          static_cast<std::uint32_t>(std::bit_width(bits)) - 1};
+    };
+    std::size_t end = bitmap.size();
+    for (; end >= sizeof(std::uint64_t); end -= sizeof(std::uint64_t)) {
+        const std::size_t at = end - sizeof(std::uint64_t);
+        if (const auto word = format::ReadScalar<std::uint64_t>(bitmap, at); word != 0)
+            return page(at, word);
+    }
+    while (end-- > 0)
+        if (const std::uint8_t byte = format::ReadU8(bitmap, end); byte != 0)
+            return page(end, byte);
+    return PageNumber::None;
 }
 
 // Adds to an inline map in the ways that keep it inline; false when it cannot be kept.
@@ -125,9 +145,19 @@ std::vector<PageNumber> UsageMap::Pages() const
 
 PageNumber UsageMap::Last() const
 {
-    PageNumber last = PageNumber::None;
-    ForEachPage(pager_, where_, [&](PageNumber page) { last = page; });
-    return last;
+    const Page home = pager_.Read(where_.page);
+    const format::Span row = MapBytes(home, where_);
+    if (FormOf(row) == MapForm::Inline)
+        return HighestPage(row.subspan(kMapHead), format::ReadU32(row, 1));
+    const std::uint32_t perBitmap = PagesPerBitmap(pager_.Version().pageSize);
+    for (auto i = static_cast<std::uint32_t>((row.size() - 1) / 4); i-- > 0;) {
+        const PageNumber bitmapPage{format::ReadU32(row, 1 + std::size_t{4} * i)};
+        if (bitmapPage == PageNumber::None) continue;
+        const Page page = pager_.Read(bitmapPage);
+        const PageNumber last = HighestPage(BitmapOf(page), i * perBitmap);
+        if (last != PageNumber::None) return last;
+    }
+    return PageNumber::None;
 }
 
 void UsageMap::Add(WriteSet& changes, PageNumber page)
