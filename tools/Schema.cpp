@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/Schema.h"
 
+#include "jet/format/TableDefinitionLayout.h"
 #include "tools/RowJson.h"
 
 #include <algorithm>
@@ -102,7 +103,7 @@ std::string IndexText(const TableDefinition& table, const NamedIndex& index)
     std::string text = "  index " + index.name + ":";
     for (const auto& column : tree.columns)
         text += " " + ColumnNameOf(table, column.columnNumber) + (column.ascending ? "" : " down");
-    if (index.kind == 1) text += ", primary key";
+    if (index.kind == jet::format::kPrimaryKey) text += ", primary key";
     if (index.kind == 2) text += ", relationship";
     if (tree.unique) text += ", unique";
     if (tree.required) text += ", required";
@@ -120,7 +121,7 @@ std::string IndexJson(const TableDefinition& table, const NamedIndex& index)
             JsonText((column.ascending ? "+" : "-") + ColumnNameOf(table, column.columnNumber));
     }
     return "{\"name\":" + JsonText(index.name) +
-           ",\"primary\":" + (index.kind == 1 ? "true" : "false") +
+           ",\"primary\":" + (index.kind == jet::format::kPrimaryKey ? "true" : "false") +
            ",\"unique\":" + (tree.unique ? "true" : "false") + ",\"columns\":[" + columns + "]}";
 }
 

@@ -3,6 +3,7 @@
 #include "jet/catalog/SystemTables.h"
 #include "jet/catalog/TableDesign.h"
 #include "jet/catalog/TableMaker.h"
+#include "jet/format/TableDefinitionLayout.h"
 #include "jet/table/NativeTable.h"
 
 #include <algorithm>
@@ -107,7 +108,7 @@ TableDefinition SystemDesign(const NewTable& wish, format::PageNumber page, cons
     std::sort(table.columns.begin(), table.columns.end(),
               [](const auto& left, const auto& right) { return left.name < right.name; });
     for (format::NamedIndex& index : table.namedIndexes)
-        if (index.name == primary) index.kind = 1;
+        if (index.name == primary) index.kind = format::kPrimaryKey;
     return table;
 }
 

@@ -4,6 +4,7 @@
 #include "base/NumberedError.h"
 #include "base/Text.h"
 #include "jet/format/PropertyBlock.h"
+#include "jet/format/TableDefinitionLayout.h"
 
 #include <algorithm>
 
@@ -23,10 +24,8 @@ constexpr std::size_t kMostColumns = 255, kMostIndexes = 32, kMostIndexColumns =
 constexpr int kLongestText = 255;    // characters
 constexpr int kLongestBinary = 510;  // bytes
 
-// Column flags as stored.
-constexpr std::uint8_t kFixed = 0x01, kAlways = 0x02, kCounter = 0x04, kGuidCounter = 0x40;
-// Index flags as stored.
-constexpr std::uint8_t kUnique = 0x01, kIgnoreNulls = 0x02, kRequired = 0x08, kIndexAlways = 0x80;
+// Flags that every column and every index carries.
+constexpr std::uint8_t kColumnAlways = 0x02, kIndexAlways = 0x80;
 
 // The stored length in bytes. Errors: 3017, 3259.
 std::uint16_t LengthOf(const NewColumn& column)
@@ -81,10 +80,10 @@ ColumnDefinition ColumnOf(const NewColumn& wish, format::SortOrder order)
     column.autoNumber = wish.autoNumber && wish.type == ColumnType::Long;
     column.autoGuid = wish.autoNumber && wish.type == ColumnType::Guid;
     if (wish.autoNumber && !column.autoNumber && !column.autoGuid) throw NumberedError(3259);
-    column.flags = kAlways;
-    if (column.fixed) column.flags |= kFixed;
-    if (column.autoNumber) column.flags |= kCounter;
-    if (column.autoGuid) column.flags |= kGuidCounter;
+    column.flags = kColumnAlways;
+    if (column.fixed) column.flags |= format::kColumnFixed;
+    if (column.autoNumber) column.flags |= format::kColumnAutoNumber;
+    if (column.autoGuid) column.flags |= format::kColumnAutoGuid;
     column.precision = wish.precision;
     column.scale = wish.scale;
     column.sortOrder = order;
@@ -120,9 +119,9 @@ IndexDefinition TreeOf(const NewIndex& wish, const TableDefinition& table)
     tree.required = wish.required || wish.primary;
     tree.ignoreNulls = wish.ignoreNulls && !tree.required;
     tree.flags = kIndexAlways;
-    if (tree.unique) tree.flags |= kUnique;
-    if (tree.ignoreNulls) tree.flags |= kIgnoreNulls;
-    if (tree.required) tree.flags |= kRequired;
+    if (tree.unique) tree.flags |= format::kIndexUnique;
+    if (tree.ignoreNulls) tree.flags |= format::kIndexIgnoreNulls;
+    if (tree.required) tree.flags |= format::kIndexRequired;
     return tree;
 }
 
@@ -142,7 +141,7 @@ void AddIndex(TableDefinition& table, const NewIndex& wish)
     RequireGoodName(wish.name);
     for (const NamedIndex& known : table.namedIndexes) {
         if (base::SameName(known.name, wish.name)) throw NumberedError(3284);
-        if (wish.primary && known.kind == 1) throw NumberedError(3283);
+        if (wish.primary && known.kind == format::kPrimaryKey) throw NumberedError(3283);
     }
     const IndexDefinition tree = TreeOf(wish, table);
     const auto shared = std::find_if(table.indexes.begin(), table.indexes.end(),
@@ -151,7 +150,7 @@ void AddIndex(TableDefinition& table, const NewIndex& wish)
     index.name = wish.name;
     index.number = static_cast<std::uint32_t>(table.namedIndexes.size());
     index.tree = static_cast<std::uint32_t>(shared - table.indexes.begin());
-    index.kind = wish.primary ? 1 : 0;
+    index.kind = wish.primary ? format::kPrimaryKey : 0;
     // What is no relationship carries these rule bytes, not zeros.
     index.cascadeUpdates = index.cascadeDeletes = 4;
     if (shared == table.indexes.end()) table.indexes.push_back(tree);

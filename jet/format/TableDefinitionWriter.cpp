@@ -4,6 +4,7 @@
 #include "base/NumberedError.h"
 #include "base/Text.h"
 #include "jet/format/ByteWriter.h"
+#include "jet/format/TableDefinitionLayout.h"
 
 #include <algorithm>
 
@@ -11,15 +12,13 @@ namespace jet::format {
 
 namespace {
 
-// The page header: type 2, 1, u16 free bytes, u32 next page.
-constexpr std::size_t kPageHeader = 8, kFreeAt = 2, kNextAt = 4, kLengthAt = 8;
-constexpr std::uint16_t kDefinitionPage = 0x0102;
+constexpr TableDefinitionLayout kLayout = kTableDefinitionJet4;
+constexpr std::size_t kFreeBytesAt = 2;
+// Marks that stand in every definition and mean nothing to a reader.
 constexpr std::uint32_t kDefinitionMark = 1625, kIndexMark = 1923;
 constexpr std::uint32_t kIncrement = 1;
-constexpr std::size_t kIndexSlots = 10, kStatisticsSize = 12;
-constexpr std::uint16_t kEnd = 0xFFFF, kNoColumn = 0xFFFF;
-constexpr std::uint8_t kOrdinaryTable = 0x4E, kSystemTable = 0x53;
-constexpr std::uint8_t kCompressible = 0x01;
+constexpr std::uint8_t kOrdinaryTableKind = 0x4E;
+constexpr std::uint16_t kEnd = 0xFFFF;  // of the long-value maps
 
 void PutRowPointer(ByteWriter& out, RowId row)
 {
@@ -45,7 +44,7 @@ void PutHeader(ByteWriter& out, const TableDefinition& table)
     out.U32(table.lastAutoNumber);
     out.U32(kIncrement);
     out.Zeros(12);
-    out.U8(table.systemTable ? kSystemTable : kOrdinaryTable);
+    out.U8(table.systemTable ? kSystemTableKind : kOrdinaryTableKind);
     out.U16(table.columnCounter);
     out.U16(table.variableColumnCounter);
     out.U16(static_cast<std::uint16_t>(table.columns.size()));
@@ -71,7 +70,7 @@ void PutColumn(ByteWriter& out, const ColumnDefinition& column)
     out.U8(0);
     out.U8(column.sortOrder.version);
     out.U8(column.flags);
-    out.U8(column.compressed ? kCompressible : 0);
+    out.U8(column.compressed ? kColumnCompressed : 0);
     out.U32(0);
     out.U16(column.fixed ? column.fixedOffset : std::uint16_t{0});
     out.U16(column.length);
@@ -80,7 +79,7 @@ void PutColumn(ByteWriter& out, const ColumnDefinition& column)
 void PutIndex(ByteWriter& out, const IndexDefinition& index)
 {
     out.U32(kIndexMark);
-    for (std::size_t i = 0; i < kIndexSlots; ++i) {
+    for (std::size_t i = 0; i < kIndexJet4.columnPlaces; ++i) {
         const bool used = i < index.columns.size();
         out.U16(used ? index.columns[i].columnNumber : kNoColumn);
         out.U8(used && index.columns[i].ascending ? 1 : 0);
@@ -126,7 +125,7 @@ TableDefinitionWriter::TableDefinitionWriter(const TableDefinition& table,
     if (version.code != kJet4.code) throw base::NumberedError(3041);
     ByteWriter out;
     PutHeader(out, table);
-    out.Zeros(kStatisticsSize * table.indexes.size());
+    out.Zeros(kLayout.statisticsSize * table.indexes.size());
     for (const ColumnDefinition& column : table.columns)
         PutColumn(out, column);
     for (const ColumnDefinition& column : table.columns)
@@ -138,29 +137,29 @@ TableDefinitionWriter::TableDefinitionWriter(const TableDefinition& table,
     for (const NamedIndex& index : table.namedIndexes)
         PutName(out, index.name);
     PutLongValueMaps(out, table);
-    WriteU32(out.Written(), kLengthAt, static_cast<std::uint32_t>(out.Size()));
+    WriteU32(out.Written(), kLayout.length, static_cast<std::uint32_t>(out.Size()));
     joined_ = out.Take();
 }
 
 std::size_t TableDefinitionWriter::PageCount() const
 {
-    const std::size_t content = pageSize_ - kPageHeader;
-    return (joined_.size() - kPageHeader + content - 1) / content;
+    const std::size_t content = pageSize_ - kLayout.pageHeader;
+    return (joined_.size() - kLayout.pageHeader + content - 1) / content;
 }
 
 void TableDefinitionWriter::WritePage(std::size_t place, PageNumber next, MutableSpan page) const
 {
-    const std::size_t content = pageSize_ - kPageHeader;
-    const std::size_t from = kPageHeader + place * content;
+    const std::size_t content = pageSize_ - kLayout.pageHeader;
+    const std::size_t from = kLayout.pageHeader + place * content;
     const Span part = Span(joined_).subspan(from, std::min(content, joined_.size() - from));
     std::fill(page.begin(), page.end(), std::byte{0});
     WriteU16(page, 0, kDefinitionPage);
-    WriteU32(page, kNextAt, Raw(next));
-    std::copy(part.begin(), part.end(), page.begin() + kPageHeader);
+    WriteU32(page, kLayout.next, Raw(next));
+    std::copy(part.begin(), part.end(),
+              page.begin() + static_cast<std::ptrdiff_t>(kLayout.pageHeader));
     // The last page tells its free bytes, less the header's once more.
-    const std::size_t free = content - part.size();
-    WriteU16(page, kFreeAt,
-             static_cast<std::uint16_t>(free < kPageHeader ? 0 : free - kPageHeader));
+    const std::size_t free = std::max(content - part.size(), kLayout.pageHeader);
+    WriteU16(page, kFreeBytesAt, static_cast<std::uint16_t>(free - kLayout.pageHeader));
 }
 
 }  // namespace jet::format
