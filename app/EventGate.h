@@ -7,8 +7,7 @@
 namespace lodrin {
 
 // Rule: the main window is level 0. A box is a level that takes no events of ours; a dialog takes
-// the
-//       events of its own controls. Events that may not run are dropped, not queued.
+//       the events of its own controls. Events that may not run are dropped, not queued.
 class EventGate {
 public:
     enum class Modal { Box, Dialog };

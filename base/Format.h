@@ -16,10 +16,9 @@ namespace base {
 //     Format(Date{0.38}, "hh:mm AM/PM") // "09:07 AM"
 //
 // Rule: decimals round half away from zero on the decimal text, not on the binary value. Null
-// prints
-//       nothing; text that is neither number nor date is returned unchanged. "mm" after an hour is
-//       minutes, otherwise the month. Separators and AM/PM are the same in every locale, because
-//       what is printed here is stored and read again.
+//       prints nothing; text that is neither number nor date is returned unchanged. "mm" after an
+//       hour is minutes, otherwise the month. Separators and AM/PM are the same in every locale,
+//       because what is printed here is stored and read again.
 [[nodiscard]] std::string Format(const Value& value, std::string_view pattern);
 
 }  // namespace base

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <unistd.h>
 
 namespace platform {
 
@@ -65,13 +66,23 @@ OpenFile Open(const std::string& path, const char* mode)
     return file;
 }
 
+// Whether the disk holds what was written. A file system that cannot say so has done what it can.
+bool IsOnDisk(std::FILE* file)
+{
+    return ::fsync(::fileno(file)) == 0 || errno == EINVAL || errno == EROFS;
+}
+
+enum class Until { Closed, OnDisk };
+
 // Writes all of it and closes, so that a full disk is seen here.
-void WriteAll(OpenFile file, std::string_view content, const std::string& path)
+void WriteAll(OpenFile file, std::string_view content, const std::string& path,
+              Until until = Until::Closed)
 {
     errno = 0;
     const bool written =
         std::fwrite(content.data(), 1, content.size(), file.get()) == content.size();
-    const bool flushed = written && std::fflush(file.get()) == 0;
+    const bool flushed =
+        written && std::fflush(file.get()) == 0 && (until == Until::Closed || IsOnDisk(file.get()));
     const int error = errno;
     const bool closed = std::fclose(file.release()) == 0;
     if (!flushed) Fail(error, path);
@@ -100,7 +111,9 @@ void Replace(const std::string& path, const std::string& beside, OpenFile file,
              std::string_view content)
 {
     try {
-        WriteAll(std::move(file), content, beside);
+        // Before it takes the former file's place: after a power cut one of the two is there,
+        // whole.
+        WriteAll(std::move(file), content, beside, Until::OnDisk);
         std::error_code failed;
         const fs::file_status former = fs::status(path, failed);
         if (fs::exists(former)) fs::permissions(beside, former.permissions(), failed);

@@ -21,7 +21,6 @@ using format::TableDefinition;
 
 constexpr std::size_t kLongestName = 64;  // UTF-16 units
 constexpr std::size_t kMostColumns = 255, kMostIndexes = 32, kMostIndexColumns = 10;
-constexpr int kLongestText = 255;    // characters
 constexpr int kLongestBinary = 510;  // bytes
 
 // Flags that every column and every index carries.
@@ -35,38 +34,18 @@ std::uint16_t LengthOf(const NewColumn& column)
         if (size < 1 || size > longest) throw NumberedError(3017);
         return static_cast<std::uint16_t>(size * unit);
     };
+    if (const auto length = format::LengthOf(column.type)) return *length;
     switch (column.type) {
-    case ColumnType::Boolean:
-    case ColumnType::Byte:
-        return 1;
-    case ColumnType::Integer:
-        return 2;
-    case ColumnType::Long:
-    case ColumnType::Single:
-        return 4;
-    case ColumnType::Currency:
-    case ColumnType::Double:
-    case ColumnType::Date:
-        return 8;
     case ColumnType::Binary:
         return sized(kLongestBinary, 1);
     case ColumnType::Text:
-        return sized(kLongestText, 2);
+        return sized(format::kLongestText, 2);
     case ColumnType::Ole:
     case ColumnType::Memo:
         return 0;
-    case ColumnType::Guid:
-        return 16;
-    case ColumnType::Numeric:
-        return 17;
+    default:
+        throw NumberedError(3259);
     }
-    throw NumberedError(3259);
-}
-
-bool IsFixed(ColumnType type)
-{
-    return type != ColumnType::Binary && type != ColumnType::Text && type != ColumnType::Ole &&
-           type != ColumnType::Memo;
 }
 
 ColumnDefinition ColumnOf(const NewColumn& wish, format::SortOrder order)
@@ -76,7 +55,7 @@ ColumnDefinition ColumnOf(const NewColumn& wish, format::SortOrder order)
     column.name = wish.name;
     column.type = wish.type;
     column.length = LengthOf(wish);
-    column.fixed = IsFixed(wish.type);
+    column.fixed = format::LengthOf(wish.type).has_value();
     column.autoNumber = wish.autoNumber && wish.type == ColumnType::Long;
     column.autoGuid = wish.autoNumber && wish.type == ColumnType::Guid;
     if (wish.autoNumber && !column.autoNumber && !column.autoGuid) throw NumberedError(3259);

@@ -3,6 +3,7 @@
 
 #include "base/NumberedError.h"
 #include "jet/dao/DatabaseState.h"
+#include "jet/dao/Names.h"
 #include "jet/dao/RecordsetState.h"
 #include "jet/dao/TableDesign.h"
 #include "jet/sql/Action.h"
@@ -30,12 +31,6 @@ std::string_view Trimmed(std::string_view text)
     const std::size_t first = text.find_first_not_of(kBlanks);
     if (first == std::string_view::npos) return {};
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-std::string_view WithoutBrackets(std::string_view name)
-{
-    const bool bracketed = name.size() >= 2 && name.front() == '[' && name.back() == ']';
-    return bracketed ? name.substr(1, name.size() - 2) : name;
 }
 
 // A set over a table by its name, or over a SELECT.

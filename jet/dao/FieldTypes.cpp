@@ -40,23 +40,8 @@ std::optional<ColumnType> ColumnTypeOf(FieldType type)
 
 int FieldSizeOf(const jet::format::ColumnDefinition& column, std::size_t bytesPerCharacter)
 {
+    if (const auto length = jet::format::LengthOf(column.type)) return *length;
     switch (column.type) {
-    case ColumnType::Boolean:
-    case ColumnType::Byte:
-        return 1;
-    case ColumnType::Integer:
-        return 2;
-    case ColumnType::Long:
-    case ColumnType::Single:
-        return 4;
-    case ColumnType::Currency:
-    case ColumnType::Double:
-    case ColumnType::Date:
-        return 8;
-    case ColumnType::Guid:
-        return 16;
-    case ColumnType::Numeric:
-        return 17;
     case ColumnType::Text:
         return static_cast<int>(column.length / bytesPerCharacter);
     case ColumnType::Binary:

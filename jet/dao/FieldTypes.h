@@ -10,7 +10,7 @@
 
 namespace dao {
 
-inline constexpr int kLongestText = 255;  // characters of a text field
+using jet::format::kLongestText;
 
 [[nodiscard]] FieldType FieldTypeOf(jet::format::ColumnType type);
 // Nothing for a type that no new field can have.

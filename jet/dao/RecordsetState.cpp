@@ -4,6 +4,7 @@
 
 #include "base/NumberedError.h"
 #include "base/Text.h"
+#include "jet/dao/Names.h"
 
 namespace dao {
 
@@ -25,13 +26,6 @@ std::vector<RowId> Places(std::size_t count)
     for (std::size_t i = 0; i < count; ++i)
         places[i].page = static_cast<jet::format::PageNumber>(i);
     return places;
-}
-
-std::string_view WithoutBrackets(std::string_view name)
-{
-    if (name.size() >= 2 && name.front() == '[' && name.back() == ']')
-        return name.substr(1, name.size() - 2);
-    return name;
 }
 
 }  // namespace

@@ -19,6 +19,30 @@ std::optional<std::size_t> FirstColumn(const TableDefinition& table, Condition m
 
 }  // namespace
 
+std::optional<std::uint16_t> LengthOf(ColumnType type)
+{
+    switch (type) {
+    case ColumnType::Boolean:
+    case ColumnType::Byte:
+        return 1;
+    case ColumnType::Integer:
+        return 2;
+    case ColumnType::Long:
+    case ColumnType::Single:
+        return 4;
+    case ColumnType::Currency:
+    case ColumnType::Double:
+    case ColumnType::Date:
+        return 8;
+    case ColumnType::Guid:
+        return 16;
+    case ColumnType::Numeric:
+        return 17;
+    default:
+        return std::nullopt;
+    }
+}
+
 std::optional<std::size_t> TableDefinition::FindColumn(std::string_view name) const
 {
     return FirstColumn(*this,

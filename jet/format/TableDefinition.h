@@ -29,6 +29,11 @@ enum class ColumnType : std::uint8_t {
     Numeric = 16,
 };
 
+inline constexpr int kLongestText = 255;  // characters of a text column
+
+// Bytes of a value of this type; nothing where each column or row has its own length.
+[[nodiscard]] std::optional<std::uint16_t> LengthOf(ColumnType type);
+
 // The order texts are compared and keyed in: language id and version of its tables. Version 97
 // (kJet3Tables) stands for the tables of Jet 3, whose files name none.
 struct SortOrder {

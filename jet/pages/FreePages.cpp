@@ -104,7 +104,7 @@ void ConvertToReference(WriteSet& changes, std::uint32_t firstNew)
 
     const PageNumber bitmapPage = changes.AppendPage();
     const format::MutableSpan page = changes.Change(bitmapPage);
-    format::WriteU32(page, 0, 0x0105);
+    format::WriteU32(page, 0, kBitmapPageStart);
     const format::MutableSpan bitmap = page.subspan(kBitmapPageHead);
     std::fill(bitmap.begin(), bitmap.end(), std::byte{0xFF});
     for (std::uint32_t i = 0; i < start; ++i)
@@ -135,7 +135,7 @@ void MakeBitmapPage(WriteSet& changes, PageNumber bitmapPage)
     const std::uint32_t perBitmap = PagesPerBitmap(changes.Of().Version().pageSize);
     const format::MutableSpan bytes = changes.Change(bitmapPage);
     std::fill(bytes.begin(), bytes.end(), std::byte{0xFF});
-    format::WriteU32(bytes, 0, 0x0105);
+    format::WriteU32(bytes, 0, kBitmapPageStart);
     SetBit(bytes.subspan(kBitmapPageHead), Raw(bitmapPage) % perBitmap, false);
     const format::MutableSpan map =
         format::RowBytes(changes.Change(kFreePages.page), kFreePages.slot);

@@ -98,7 +98,7 @@ void AddToBitmapPage(WriteSet& changes, format::RowId where, PageNumber page)
         BitmapPageOf(format::RowBytes(changes.Change(where.page), where.slot), page, pageSize);
     if (bitmapPage == PageNumber::None) {
         bitmapPage = changes.Allocate();
-        format::WriteU32(changes.Change(bitmapPage), 0, 0x0105);
+        format::WriteU32(changes.Change(bitmapPage), 0, kBitmapPageStart);
         const format::MutableSpan row = format::RowBytes(changes.Change(where.page), where.slot);
         format::WriteU32(row, 1 + std::size_t{4} * (Raw(page) / perBitmap), Raw(bitmapPage));
     }

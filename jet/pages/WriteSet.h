@@ -14,8 +14,7 @@ namespace jet::pages {
 //
 // Requires: no other write set is open on this pager.
 // Rule:     while it is open, Pager::Read answers the changed pages. Destroyed uncommitted, it
-// leaves
-//           file and cache as they were.
+//           leaves file and cache as they were.
 //           Other processes cannot write while it is open; keep it short.
 // Errors:   3027 for a read-only database, 3218 when another process keeps writing.
 class WriteSet {

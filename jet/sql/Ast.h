@@ -13,6 +13,7 @@
 
 namespace jet::sql {
 
+// Comparisons stand together, and what joins truths stands last.
 enum class Operator {
     None,
     Power,
@@ -38,6 +39,16 @@ enum class Operator {
     Eqv,
     Imp,
 };
+
+[[nodiscard]] constexpr bool IsComparison(Operator op)
+{
+    return op >= Operator::Equal && op <= Operator::GreaterOrEqual;
+}
+
+[[nodiscard]] constexpr bool IsLogical(Operator op)
+{
+    return op >= Operator::And;
+}
 
 enum class ExpressionKind {
     Constant,

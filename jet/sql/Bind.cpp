@@ -98,23 +98,16 @@ private:
 
     static ValueKind OfBinary(Operator op, ValueKind left, ValueKind right)
     {
-        switch (op) {
-        case Operator::Equal:
-        case Operator::NotEqual:
-        case Operator::Less:
-        case Operator::Greater:
-        case Operator::LessOrEqual:
-        case Operator::GreaterOrEqual:
+        if (IsComparison(op)) {
             RequireComparable(left, right);
             return ValueKind::Boolean;
-        case Operator::And:
-        case Operator::Or:
-        case Operator::Xor:
-        case Operator::Eqv:
-        case Operator::Imp:
+        }
+        if (IsLogical(op)) {
             RequireLogical(left);
             RequireLogical(right);
             return ValueKind::Boolean;
+        }
+        switch (op) {
         case Operator::Concatenate:
             return ValueKind::Text;
         case Operator::Plus:

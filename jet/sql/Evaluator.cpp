@@ -81,23 +81,11 @@ private:
 
     [[nodiscard]] Value Binary(const Expression& e) const
     {
-        switch (e.op) {
-        case Operator::And:
-        case Operator::Or:
-        case Operator::Xor:
-        case Operator::Eqv:
-        case Operator::Imp:
-            return ValueOf(Logic(e));
-        case Operator::Equal:
-        case Operator::NotEqual:
-        case Operator::Less:
-        case Operator::Greater:
-        case Operator::LessOrEqual:
-        case Operator::GreaterOrEqual:
-            return ValueOf(Comparison(e.op, Of(*e.operands[0]), Of(*e.operands[1])));
-        default:
-            return Calculate(e.op, Of(*e.operands[0]), Of(*e.operands[1]));
-        }
+        if (IsLogical(e.op)) return ValueOf(Logic(e));
+        const Value left = Of(*e.operands[0]);
+        const Value right = Of(*e.operands[1]);
+        return IsComparison(e.op) ? ValueOf(Comparison(e.op, left, right))
+                                  : Calculate(e.op, left, right);
     }
 
     [[nodiscard]] Truth Logic(const Expression& e) const

@@ -30,11 +30,6 @@ Operator Mirrored(Operator op)
     }
 }
 
-bool IsComparison(Operator op)
-{
-    return op >= Operator::Equal && op <= Operator::GreaterOrEqual;
-}
-
 bool HasFixedNumber(ColumnType type)
 {
     switch (type) {

@@ -2,7 +2,7 @@
 // Conversions between values, numbers and text, and arithmetic with null.
 #include "base/Convert.h"
 
-#include "base/NumberedError.h"
+#include "tests/support/ErrorOf.h"
 
 #include <cmath>
 #include <functional>
@@ -13,20 +13,7 @@ using base::Date;
 using base::Null;
 using base::TextOf;
 using base::Value;
-
-namespace {
-
-int NumberOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const base::NumberedError& error) {
-        return error.Number();
-    }
-    return 0;
-}
-
-}  // namespace
+using tests::ErrorOf;
 
 TEST(ConvertTest, DoublesPrintFifteenSignificantDigits)
 {
@@ -103,25 +90,25 @@ TEST(ConvertTest, OverflowIsTestedAfterRounding)
 {
     EXPECT_EQ(base::ToLong(2147483647.4), 2147483647);
     EXPECT_EQ(base::ToInteger("-32768"), -32768);
-    EXPECT_EQ(NumberOf([] { (void)base::ToLong("2147483648"); }), 6);
-    EXPECT_EQ(NumberOf([] { (void)base::ToLong("2147483647.5"); }), 6);
-    EXPECT_EQ(NumberOf([] { (void)base::ToInteger(40000); }), 6);
-    EXPECT_EQ(NumberOf([] { (void)base::ToLong(std::nan("")); }), 6);
+    EXPECT_EQ(ErrorOf([] { (void)base::ToLong("2147483648"); }), 6);
+    EXPECT_EQ(ErrorOf([] { (void)base::ToLong("2147483647.5"); }), 6);
+    EXPECT_EQ(ErrorOf([] { (void)base::ToInteger(40000); }), 6);
+    EXPECT_EQ(ErrorOf([] { (void)base::ToLong(std::nan("")); }), 6);
 }
 
 TEST(ConvertTest, NullFitsNoTypedVariable)
 {
-    EXPECT_EQ(NumberOf([] { (void)base::ToLong(Null{}); }), 94);
-    EXPECT_EQ(NumberOf([] { (void)base::ToInteger(Null{}); }), 94);
-    EXPECT_EQ(NumberOf([] { (void)base::ToDouble(Null{}); }), 94);
-    EXPECT_EQ(NumberOf([] { (void)base::ToDate(Null{}); }), 94);
+    EXPECT_EQ(ErrorOf([] { (void)base::ToLong(Null{}); }), 94);
+    EXPECT_EQ(ErrorOf([] { (void)base::ToInteger(Null{}); }), 94);
+    EXPECT_EQ(ErrorOf([] { (void)base::ToDouble(Null{}); }), 94);
+    EXPECT_EQ(ErrorOf([] { (void)base::ToDate(Null{}); }), 94);
 }
 
 TEST(ConvertTest, UnsuitableValuesAreATypeMismatch)
 {
-    EXPECT_EQ(NumberOf([] { (void)base::ToDouble(base::Guid{}); }), 13);
-    EXPECT_EQ(NumberOf([] { (void)base::ToDouble(base::Bytes{}); }), 13);
-    EXPECT_EQ(NumberOf([] { (void)base::ToDate("abc"); }), 13);
+    EXPECT_EQ(ErrorOf([] { (void)base::ToDouble(base::Guid{}); }), 13);
+    EXPECT_EQ(ErrorOf([] { (void)base::ToDouble(base::Bytes{}); }), 13);
+    EXPECT_EQ(ErrorOf([] { (void)base::ToDate("abc"); }), 13);
 }
 
 TEST(ConvertTest, DatesAreMadeFromNumbersAndText)
@@ -137,7 +124,7 @@ TEST(ConvertTest, ValOfAValueReadsItsText)
     EXPECT_EQ(base::Val(Value("12 abc")), 12);
     EXPECT_EQ(base::ValLong("2.5"), 2);
     EXPECT_EQ(base::ValLong(Null{}), 0);
-    EXPECT_EQ(NumberOf([] { (void)base::ValLong("3000000000"); }), 6);
+    EXPECT_EQ(ErrorOf([] { (void)base::ValLong("3000000000"); }), 6);
 }
 
 TEST(ConvertTest, ArithmeticWithNullIsNull)
@@ -157,7 +144,7 @@ TEST(ConvertTest, ArithmeticKeepsTheKindOfItsOperands)
     EXPECT_EQ(base::Minus(Date{38062}, Date{38061}), Value(1.0));
     EXPECT_EQ(base::Plus(Date{38061}, 1), Value(Date{38062}));
     EXPECT_EQ(base::Plus("2.5", 1), Value(3.5));
-    EXPECT_EQ(NumberOf([] { (void)base::Plus("abc", 1); }), 13);
+    EXPECT_EQ(ErrorOf([] { (void)base::Plus("abc", 1); }), 13);
 }
 
 TEST(ConvertTest, DifferenceComparesNumbersByNumberAndTextExactly)

@@ -4,6 +4,7 @@
 
 #include "base/Convert.h"
 #include "base/NumberedError.h"
+#include "tests/support/ErrorOf.h"
 
 #include <gtest/gtest.h>
 
@@ -14,12 +15,7 @@ namespace {
 
 int FailureOf(const std::string& text)
 {
-    try {
-        (void)ReadNumber(text);
-    } catch (const base::NumberedError& error) {
-        return error.Number();
-    }
-    return 0;
+    return tests::ErrorOf([&] { (void)ReadNumber(text); });
 }
 
 }  // namespace

@@ -2,26 +2,18 @@
 // Cutting and converting text.
 #include "base/Text.h"
 
-#include "base/NumberedError.h"
+#include "tests/support/ErrorOf.h"
 
 #include <functional>
 #include <gtest/gtest.h>
 
 namespace {
 
-int NumberOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const base::NumberedError& error) {
-        return error.Number();
-    }
-    return 0;
-}
-
 const std::string kReplacement = "\xEF\xBF\xBD";
 
 }  // namespace
+
+using tests::ErrorOf;
 
 TEST(TextTest, CharactersAreCountedInUtf16Units)
 {
@@ -40,9 +32,9 @@ TEST(TextTest, LeftTakesTheFirstCharacters)
 
 TEST(TextTest, CuttingANegativeLengthIsAnInvalidCall)
 {
-    EXPECT_EQ(NumberOf([] { (void)base::Left("Smith", -1); }), 5);
-    EXPECT_EQ(NumberOf([] { (void)base::Mid("Smith", 1, -1); }), 5);
-    EXPECT_EQ(NumberOf([] { (void)base::Mid("Smith", 0); }), 5);
+    EXPECT_EQ(ErrorOf([] { (void)base::Left("Smith", -1); }), 5);
+    EXPECT_EQ(ErrorOf([] { (void)base::Mid("Smith", 1, -1); }), 5);
+    EXPECT_EQ(ErrorOf([] { (void)base::Mid("Smith", 0); }), 5);
 }
 
 TEST(TextTest, MidTakesFromAPositionOn)
@@ -74,7 +66,7 @@ TEST(TextTest, TheRepairOrderNumberIsCutAtTwoBlanks)
     const auto cut = [](const char* text) { return base::Left(text, base::InStr(text, "  ") - 1); };
     EXPECT_EQ(cut("12345  Car"), "12345");
     EXPECT_EQ(cut("  Car"), "");
-    EXPECT_EQ(NumberOf([&] { (void)cut("12345"); }), 5);
+    EXPECT_EQ(ErrorOf([&] { (void)cut("12345"); }), 5);
 }
 
 TEST(TextTest, OnlyBlanksAreTrimmed)

@@ -2,8 +2,8 @@
 // GridTest: a grid over a record set of the real engine.
 #include "platform/controls/Grid.h"
 
-#include "base/NumberedError.h"
 #include "data/Tables.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/ShopFixture.h"
 
 #include <functional>
@@ -22,16 +22,6 @@ protected:
         Given({Employee("Jones, Bob", 8), Employee("Smith, Ann", 7)});
         database = engine.DefaultWorkspace().OpenDatabase(DatabasePath());
         records = database.OpenRecordset("SELECT * FROM LDEmp ORDER BY Name");
-    }
-
-    static int NumberOf(const std::function<void()>& call)
-    {
-        try {
-            call();
-        } catch (const base::NumberedError& error) {
-            return error.Number();
-        }
-        return 0;
     }
 
     dao::Database database;
@@ -64,7 +54,7 @@ TEST_F(GridTest, EmptySetHasColumnsButNoRow)
 TEST_F(GridTest, UnopenedSetIsAnUnsetObject)
 {
     dao::Recordset none;
-    EXPECT_EQ(NumberOf([&] { grid.Bind(none); }), 91);
+    EXPECT_EQ(ErrorOf([&] { grid.Bind(none); }), 91);
 }
 
 TEST_F(GridTest, RowsStayAsTheyWereWhenBound)
@@ -115,7 +105,7 @@ TEST_F(GridTest, DuringAnEditOnlyTheCellChanges)
 TEST_F(GridTest, RefusedValueLeavesCellAndRecordAndNoPendingEdit)
 {
     grid.Bind(records);
-    EXPECT_EQ(NumberOf([&] { grid.SetValue(LDEmp::EndDay.column, "never"); }), 3421);
+    EXPECT_EQ(ErrorOf([&] { grid.SetValue(LDEmp::EndDay.column, "never"); }), 3421);
     EXPECT_TRUE(grid.Value(LDEmp::EndDay.column).IsNull());
     EXPECT_EQ(records.EditMode(), dao::EditMode::None);
 }
@@ -123,10 +113,10 @@ TEST_F(GridTest, RefusedValueLeavesCellAndRecordAndNoPendingEdit)
 TEST_F(GridTest, ColumnThatDoesNotExistIs9)
 {
     grid.Bind(records);
-    EXPECT_EQ(NumberOf([&] { (void)grid.Value(13); }), 9);
-    EXPECT_EQ(NumberOf([&] { (void)grid.ColumnAt(0); }), 9);
-    EXPECT_EQ(NumberOf([&] { grid.SetPosition(13, 1); }), 9);
-    EXPECT_EQ(NumberOf([&] { grid.SetRow(3); }), 380);
+    EXPECT_EQ(ErrorOf([&] { (void)grid.Value(13); }), 9);
+    EXPECT_EQ(ErrorOf([&] { (void)grid.ColumnAt(0); }), 9);
+    EXPECT_EQ(ErrorOf([&] { grid.SetPosition(13, 1); }), 9);
+    EXPECT_EQ(ErrorOf([&] { grid.SetRow(3); }), 380);
 }
 
 TEST_F(GridTest, MovedColumnLetsTheOthersKeepTheirOrder)

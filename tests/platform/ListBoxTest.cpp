@@ -2,22 +2,14 @@
 // ListBoxTest: lists and the drop-down box hold what a view shows.
 #include "platform/controls/ListBox.h"
 
-#include "base/NumberedError.h"
+#include "tests/support/ErrorOf.h"
 
 #include <functional>
 #include <gtest/gtest.h>
 
 namespace {
 
-int NumberOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const base::NumberedError& error) {
-        return error.Number();
-    }
-    return 0;
-}
+using tests::ErrorOf;
 
 TEST(ListBoxTest, NewEntrySelectsNothing)
 {
@@ -43,16 +35,16 @@ TEST(ListBoxTest, SelectedEntryIsTheText)
 TEST(ListBoxTest, SelectingTheFirstOfAnEmptyListIs380)
 {
     platform::ListBox list;
-    EXPECT_EQ(NumberOf([&] { list.SetListIndex(0); }), 380);
-    EXPECT_EQ(NumberOf([&] { list.SetListIndex(-2); }), 380);
-    EXPECT_EQ(NumberOf([&] { list.SetListIndex(-1); }), 0);
+    EXPECT_EQ(ErrorOf([&] { list.SetListIndex(0); }), 380);
+    EXPECT_EQ(ErrorOf([&] { list.SetListIndex(-2); }), 380);
+    EXPECT_EQ(ErrorOf([&] { list.SetListIndex(-1); }), 0);
 }
 
 TEST(ListBoxTest, DataOfNoEntryIs381ButItsTextIsEmpty)
 {
     platform::ListBox list;
-    EXPECT_EQ(NumberOf([&] { (void)list.ItemData(-1); }), 381);
-    EXPECT_EQ(NumberOf([&] { list.SetItemData(0, 1); }), 381);
+    EXPECT_EQ(ErrorOf([&] { (void)list.ItemData(-1); }), 381);
+    EXPECT_EQ(ErrorOf([&] { list.SetItemData(0, 1); }), 381);
     EXPECT_EQ(list.List(-1), "");
     EXPECT_EQ(list.List(0), "");
 }

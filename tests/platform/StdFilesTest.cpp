@@ -2,8 +2,8 @@
 // StdFilesTest: the small files of the program on a real file system.
 #include "platform/StdFiles.h"
 
-#include "base/NumberedError.h"
 #include "platform/HostPath.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/Samples.h"
 
 #include <filesystem>
@@ -18,6 +18,8 @@
 
 namespace {
 
+using tests::ErrorOf;
+
 namespace fs = std::filesystem;
 
 class StdFilesTest : public ::testing::Test {
@@ -26,16 +28,6 @@ protected:
     platform::StdFiles files;
 
     std::string PathOf(const std::string& name) const { return (folder.Path() / name).string(); }
-
-    static int NumberOf(const std::function<void()>& call)
-    {
-        try {
-            call();
-        } catch (const base::NumberedError& error) {
-            return error.Number();
-        }
-        return 0;
-    }
 
     int CountOfEntries() const
     {
@@ -78,15 +70,15 @@ TEST_F(StdFilesTest, FolderIsNoFile)
 {
     EXPECT_FALSE(files.Exists(folder.Path().string()));
     EXPECT_FALSE(files.Exists(""));
-    EXPECT_EQ(NumberOf([&] { (void)files.Read(folder.Path().string()); }), 75);
+    EXPECT_EQ(ErrorOf([&] { (void)files.Read(folder.Path().string()); }), 75);
 }
 
 TEST_F(StdFilesTest, MissingFileIs53AndMissingFolder76)
 {
-    EXPECT_EQ(NumberOf([&] { (void)files.Read(PathOf("no.ini")); }), 53);
-    EXPECT_EQ(NumberOf([&] { (void)files.Read(PathOf("no/no.ini")); }), 76);
-    EXPECT_EQ(NumberOf([&] { files.Append(PathOf("no/no.ini"), "x"); }), 76);
-    EXPECT_EQ(NumberOf([&] { files.Write(PathOf("no/no.ini"), "x"); }), 76);
+    EXPECT_EQ(ErrorOf([&] { (void)files.Read(PathOf("no.ini")); }), 53);
+    EXPECT_EQ(ErrorOf([&] { (void)files.Read(PathOf("no/no.ini")); }), 76);
+    EXPECT_EQ(ErrorOf([&] { files.Append(PathOf("no/no.ini"), "x"); }), 76);
+    EXPECT_EQ(ErrorOf([&] { files.Write(PathOf("no/no.ini"), "x"); }), 76);
 }
 
 TEST_F(StdFilesTest, ReplacingKeepsThePermissionsOfTheFile)
@@ -122,7 +114,7 @@ TEST_F(StdFilesTest, RefusedFileIs75AndStaysAsItWas)
     if (geteuid() == 0) GTEST_SKIP() << "the superuser is refused nothing";
     files.Write(PathOf("x.ini"), "old");
     fs::permissions(folder.Path() / "x.ini", fs::perms::owner_read);
-    EXPECT_EQ(NumberOf([&] { files.Write(PathOf("x.ini"), "new"); }), 75);
+    EXPECT_EQ(ErrorOf([&] { files.Write(PathOf("x.ini"), "new"); }), 75);
     EXPECT_EQ(files.Read(PathOf("x.ini")), "old");
 }
 
@@ -139,7 +131,7 @@ TEST_F(StdFilesTest, FolderThatRefusesNewFilesIsWrittenInPlace)
 TEST_F(StdFilesTest, FullDiskIs61)
 {
     if (!fs::exists("/dev/full")) GTEST_SKIP() << "this system has no /dev/full";
-    EXPECT_EQ(NumberOf([&] { files.Append("/dev/full", "x"); }), 61);
+    EXPECT_EQ(ErrorOf([&] { files.Append("/dev/full", "x"); }), 61);
 }
 
 TEST_F(StdFilesTest, ProgramPathsBecomeHostPaths)

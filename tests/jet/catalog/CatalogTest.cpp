@@ -5,6 +5,7 @@
 #include "jet/catalog/SystemTables.h"
 #include "jet/format/PropertyBlock.h"
 #include "jet/io/MemoryFile.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/IntegrityExpectations.h"
 
 #include <algorithm>
@@ -73,12 +74,7 @@ protected:
 
     int NumberOfCreate(const NewTable& table)
     {
-        try {
-            catalog_->Create(table, kNow);
-        } catch (const base::NumberedError& error) {
-            return error.Number();
-        }
-        return 0;
+        return tests::ErrorOf([&] { catalog_->Create(table, kNow); });
     }
 
     // A catalog row for an object that is no table of this file.

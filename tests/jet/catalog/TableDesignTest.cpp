@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "jet/catalog/TableDesign.h"
 
-#include "base/NumberedError.h"
 #include "jet/format/PropertyBlock.h"
+#include "tests/support/ErrorOf.h"
 
 #include <gtest/gtest.h>
 
@@ -44,12 +44,7 @@ NewTable People()
 
 int NumberOf(const NewTable& table)
 {
-    try {
-        (void)DesignOf(table, {});
-    } catch (const base::NumberedError& error) {
-        return error.Number();
-    }
-    return 0;
+    return tests::ErrorOf([&] { (void)DesignOf(table, {}); });
 }
 
 int NumberOfName(std::string name)

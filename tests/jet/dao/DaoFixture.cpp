@@ -6,16 +6,6 @@
 
 namespace dao {
 
-int ErrorOf(const std::function<void()>& action)
-{
-    try {
-        action();
-    } catch (const base::NumberedError& error) {
-        return error.Number();
-    }
-    return 0;
-}
-
 std::string FailureOf(const std::function<void()>& action)
 {
     try {

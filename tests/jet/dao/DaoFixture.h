@@ -5,6 +5,7 @@
 #include "base/NumberedError.h"
 #include "jet/dao/DBEngine.h"
 #include "jet/io/MemoryFile.h"
+#include "tests/support/ErrorOf.h"
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -16,8 +17,7 @@ namespace dao {
 inline constexpr const char* kFile = "/shop/Kelvaro.mdb";
 inline constexpr base::Date kNow{38061.375};  // 15 March 2004, 9:00 AM
 
-// The number of the failure, 0 without one.
-[[nodiscard]] int ErrorOf(const std::function<void()>& action);
+using tests::ErrorOf;
 // Its number, a blank and its text.
 [[nodiscard]] std::string FailureOf(const std::function<void()>& action);
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "jet/format/PropertyBlock.h"
 
-#include "base/NumberedError.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/Hex.h"
 
 #include <gtest/gtest.h>
@@ -38,12 +38,7 @@ constexpr const char* kJet3Properties = R"(
 
 int NumberOf(const std::vector<std::byte>& bytes)
 {
-    try {
-        (void)PropertyBlock::Parse(bytes);
-    } catch (const base::NumberedError& error) {
-        return error.Number();
-    }
-    return 0;
+    return tests::ErrorOf([&] { (void)PropertyBlock::Parse(bytes); });
 }
 
 TEST(PropertyBlockTest, RequiredFieldIsRead)

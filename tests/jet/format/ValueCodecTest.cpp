@@ -3,6 +3,7 @@
 
 #include "base/NumberedError.h"
 #include "tests/jet/format/Columns.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/Hex.h"
 
 #include <gtest/gtest.h>
@@ -28,12 +29,7 @@ void ExpectStored(const ColumnDefinition& column, const Value& value, std::strin
 
 int ErrorOf(const Value& value, const ColumnDefinition& column)
 {
-    try {
-        static_cast<void>(EncodeValue(value, column));
-    } catch (const base::NumberedError& error) {
-        return error.Number();
-    }
-    return 0;
+    return tests::ErrorOf([&] { (void)EncodeValue(value, column); });
 }
 
 TEST(ValueCodecTest, Integers)

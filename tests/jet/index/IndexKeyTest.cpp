@@ -2,7 +2,7 @@
 // Tests of jet/format/IndexKey: the keys of every type, as the original engine wrote them.
 #include "jet/format/IndexKey.h"
 
-#include "base/NumberedError.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/Hex.h"
 
 #include <gtest/gtest.h>
@@ -136,12 +136,7 @@ TEST(IndexKeyTest, ByteOrderIsValueOrder)
 
 int NumberThrownBy(ColumnType type, const base::Value& value)
 {
-    try {
-        static_cast<void>(KeyHex(type, value));
-    } catch (const base::NumberedError& error) {
-        return error.Number();
-    }
-    return 0;
+    return tests::ErrorOf([&] { (void)KeyHex(type, value); });
 }
 
 TEST(IndexKeyTest, WhatCannotBeKeyedIsRefused)

@@ -2,8 +2,8 @@
 // Tests of jet/index/Index: the rules of unique, required and null-ignoring indexes.
 #include "jet/index/Index.h"
 
-#include "base/NumberedError.h"
 #include "tests/jet/index/IndexFixture.h"
+#include "tests/support/ErrorOf.h"
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -19,20 +19,11 @@ using format::PageNumber;
 using format::RowId;
 using index::RowKey;
 using Values = std::vector<Value>;
+using tests::ErrorOf;
 
 RowId Row(std::uint32_t number)
 {
     return {PageNumber{100 + number / 200}, static_cast<std::uint16_t>(number % 200)};
-}
-
-int NumberThrownBy(const std::function<void()>& action)
-{
-    try {
-        action();
-    } catch (const base::NumberedError& error) {
-        return error.Number();
-    }
-    return 0;
 }
 
 // Key of one long.
@@ -85,13 +76,13 @@ TEST(IndexTest, UniqueIndexRefusesAnotherRowWithTheKey)
     const RowKey key = fixture.Of().KeyOf(Values{"Smith"});
     fixture.Insert(key, Row(1));
     const RowKey same = fixture.Of().KeyOf(Values{"SMITH  "});
-    EXPECT_EQ(NumberThrownBy([&] { fixture.Of().CheckStorable(same, nullptr); }), 3022);
+    EXPECT_EQ(ErrorOf([&] { fixture.Of().CheckStorable(same, nullptr); }), 3022);
     const RowId other = Row(2);
-    EXPECT_EQ(NumberThrownBy([&] { fixture.Of().CheckStorable(same, &other); }), 3022);
+    EXPECT_EQ(ErrorOf([&] { fixture.Of().CheckStorable(same, &other); }), 3022);
     const RowId self = Row(1);
-    EXPECT_EQ(NumberThrownBy([&] { fixture.Of().CheckStorable(same, &self); }), 0);
+    EXPECT_EQ(ErrorOf([&] { fixture.Of().CheckStorable(same, &self); }), 0);
     const RowKey longer = fixture.Of().KeyOf(Values{"Smithers"});
-    EXPECT_EQ(NumberThrownBy([&] { fixture.Of().CheckStorable(longer, nullptr); }), 0);
+    EXPECT_EQ(ErrorOf([&] { fixture.Of().CheckStorable(longer, nullptr); }), 0);
 }
 
 TEST(IndexTest, NullsNeverConflictInAUniqueIndex)
@@ -100,7 +91,7 @@ TEST(IndexTest, NullsNeverConflictInAUniqueIndex)
     for (const Values& values : {Values{Null{}, Null{}}, Values{std::int32_t{1}, Null{}}}) {
         const RowKey key = fixture.Of().KeyOf(values);
         fixture.Insert(key, Row(values[0].IsNull() ? 1 : 2));
-        EXPECT_EQ(NumberThrownBy([&] { fixture.Of().CheckStorable(key, nullptr); }), 0);
+        EXPECT_EQ(ErrorOf([&] { fixture.Of().CheckStorable(key, nullptr); }), 0);
     }
 }
 
@@ -108,9 +99,9 @@ TEST(IndexTest, RequiredIndexRefusesANullInAnyColumn)
 {
     IndexFixture fixture({ColumnType::Long, ColumnType::Date}, {true, true}, {.required = true});
     const RowKey half = fixture.Of().KeyOf(Values{std::int32_t{1}, Null{}});
-    EXPECT_EQ(NumberThrownBy([&] { fixture.Of().CheckStorable(half, nullptr); }), 3058);
+    EXPECT_EQ(ErrorOf([&] { fixture.Of().CheckStorable(half, nullptr); }), 3058);
     const RowKey whole = fixture.Of().KeyOf(Values{std::int32_t{1}, base::Date{2}});
-    EXPECT_EQ(NumberThrownBy([&] { fixture.Of().CheckStorable(whole, nullptr); }), 0);
+    EXPECT_EQ(ErrorOf([&] { fixture.Of().CheckStorable(whole, nullptr); }), 0);
 }
 
 TEST(IndexTest, IgnoringNullsLeavesOutOnlyKeysOfNothingButNulls)
@@ -141,18 +132,18 @@ TEST(IndexTest, KeyBeyondAThirdOfAPageIsRefused)
     for (int i = 0; i < 255; ++i)
         symbols += "\u00BC";
     const RowKey key = fixture.Of().KeyOf(Values{symbols, symbols});
-    EXPECT_EQ(NumberThrownBy([&] { fixture.Of().CheckStorable(key, nullptr); }), 0);
+    EXPECT_EQ(ErrorOf([&] { fixture.Of().CheckStorable(key, nullptr); }), 0);
     std::string accented;
     for (int i = 0; i < 255; ++i)
         accented += "\u02C6";
     const RowKey tooLong = fixture.Of().KeyOf(Values{accented, accented});
-    EXPECT_EQ(NumberThrownBy([&] { fixture.Of().CheckStorable(tooLong, nullptr); }), 3047);
+    EXPECT_EQ(ErrorOf([&] { fixture.Of().CheckStorable(tooLong, nullptr); }), 3047);
 }
 
 TEST(IndexTest, TextThatCannotBeKeyedWritesNothing)
 {
     IndexFixture fixture({ColumnType::Text}, {true}, {});
-    EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(fixture.Of().KeyOf(Values{"Жук"})); }), 3421);
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(fixture.Of().KeyOf(Values{"Жук"})); }), 3421);
     EXPECT_TRUE(fixture.RowsInOrder().empty());
 }
 
@@ -160,10 +151,10 @@ TEST(IndexTest, MissingOrRepeatedEntryIsDamage)
 {
     IndexFixture fixture;
     const RowKey key = LongKey(fixture, 1);
-    EXPECT_EQ(NumberThrownBy([&] { fixture.Erase(key, Row(1)); }), 3049);
+    EXPECT_EQ(ErrorOf([&] { fixture.Erase(key, Row(1)); }), 3049);
     fixture.Insert(key, Row(1));
-    EXPECT_EQ(NumberThrownBy([&] { fixture.Insert(key, Row(1)); }), 3049);
-    EXPECT_EQ(NumberThrownBy([&] { fixture.Erase(key, Row(2)); }), 3049);
+    EXPECT_EQ(ErrorOf([&] { fixture.Insert(key, Row(1)); }), 3049);
+    EXPECT_EQ(ErrorOf([&] { fixture.Erase(key, Row(2)); }), 3049);
     EXPECT_EQ(fixture.RowsInOrder(), std::vector{Row(1)});
 }
 
@@ -193,7 +184,7 @@ TEST(IndexTest, PagesWhoseLinksCircleAreAnError)
             format::WriteNext(bytes, PageNumber{page}, format::kIndexPageJet4);
     }
     changes.Commit();
-    EXPECT_EQ(NumberThrownBy([&] { static_cast<void>(fixture.RowsInOrder()); }), 3343);
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(fixture.RowsInOrder()); }), 3343);
 }
 
 }  // namespace

@@ -2,9 +2,9 @@
 // Tests of jet/format/SortKey: keys as the original engine wrote them, and comparisons.
 #include "jet/format/SortKey.h"
 
-#include "base/NumberedError.h"
 #include "base/Text.h"
 #include "jet/format/Collation97.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/Hex.h"
 
 #include <algorithm>
@@ -63,12 +63,7 @@ TEST(SortKeyTest, FrenchOrderReadsAccentsFromTheEnd)
 
 int NumberThrownBy(std::string_view text, SortOrder order)
 {
-    try {
-        static_cast<void>(SortKeyOf(text, order));
-    } catch (const base::NumberedError& error) {
-        return error.Number();
-    }
-    return 0;
+    return tests::ErrorOf([&] { (void)SortKeyOf(text, order); });
 }
 
 TEST(SortKeyTest, KeysOfJet3AreThoseOfTheOriginalEngine)

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // What holds for every file system: the machine's own, the one in memory, and the one that fails.
-#include "base/NumberedError.h"
 #include "jet/io/MemoryFile.h"
 #include "jet/io/StdFile.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/FaultFileSystem.h"
 #include "tests/support/Samples.h"
 
@@ -19,6 +19,7 @@ namespace {
 using jet::io::FileSystem;
 using jet::io::LockKind;
 using jet::io::OpenMode;
+using tests::ErrorOf;
 
 std::vector<std::byte> Bytes(std::string_view text)
 {
@@ -34,16 +35,6 @@ std::string Text(const jet::io::File& file)
     std::string text(bytes.size(), ' ');
     std::memcpy(text.data(), bytes.data(), bytes.size());
     return text;
-}
-
-int NumberOf(const std::function<void()>& action)
-{
-    try {
-        action();
-    } catch (const base::NumberedError& error) {
-        return error.Number();
-    }
-    return 0;
 }
 
 enum class Kind { Std, Memory, Fault };
@@ -118,19 +109,19 @@ TEST_P(FileSystemTest, ReadingBeyondTheEndIsADiskError)
     Make("a.mdb", "abc");
     const auto file = files_->Open(Path("a.mdb"), OpenMode::ReadOnly);
     std::array<std::byte, 4> four{};
-    EXPECT_EQ(NumberOf([&] { file->Read(0, four); }), 3043);
-    EXPECT_EQ(NumberOf([&] { file->Read(100, four); }), 3043);
+    EXPECT_EQ(ErrorOf([&] { file->Read(0, four); }), 3043);
+    EXPECT_EQ(ErrorOf([&] { file->Read(100, four); }), 3043);
 }
 
 TEST_P(FileSystemTest, AMissingFileIs3024)
 {
-    EXPECT_EQ(NumberOf([&] { (void)files_->Open(Path("no.mdb"), OpenMode::ReadOnly); }), 3024);
+    EXPECT_EQ(ErrorOf([&] { (void)files_->Open(Path("no.mdb"), OpenMode::ReadOnly); }), 3024);
 }
 
 TEST_P(FileSystemTest, AFileThatExistsIsNotMadeAnew)
 {
     Make("a.mdb", "kept");
-    EXPECT_EQ(NumberOf([&] { (void)files_->Create(Path("a.mdb")); }), 3204);
+    EXPECT_EQ(ErrorOf([&] { (void)files_->Create(Path("a.mdb")); }), 3204);
     EXPECT_EQ(Text(*files_->Open(Path("a.mdb"), OpenMode::ReadOnly)), "kept");
 }
 
@@ -138,8 +129,8 @@ TEST_P(FileSystemTest, AFileOpenedForReadingIsNotWritten)
 {
     Make("a.mdb", "kept");
     const auto file = files_->Open(Path("a.mdb"), OpenMode::ReadOnly);
-    EXPECT_EQ(NumberOf([&] { file->Write(0, Bytes("lost")); }), 3027);
-    EXPECT_EQ(NumberOf([&] { file->Truncate(0); }), 3027);
+    EXPECT_EQ(ErrorOf([&] { file->Write(0, Bytes("lost")); }), 3027);
+    EXPECT_EQ(ErrorOf([&] { file->Truncate(0); }), 3027);
     EXPECT_EQ(Text(*file), "kept");
 }
 
@@ -212,13 +203,13 @@ TEST_F(StdFileTest, ClosingOneOpeningKeepsTheLocksOfAnother)
 
 TEST_F(StdFileTest, AMissingFolderIs3044)
 {
-    EXPECT_EQ(NumberOf([&] { (void)files_.Open(Path("no/a.mdb"), OpenMode::ReadOnly); }), 3044);
-    EXPECT_EQ(NumberOf([&] { (void)files_.Create(Path("no/a.mdb")); }), 3044);
+    EXPECT_EQ(ErrorOf([&] { (void)files_.Open(Path("no/a.mdb"), OpenMode::ReadOnly); }), 3044);
+    EXPECT_EQ(ErrorOf([&] { (void)files_.Create(Path("no/a.mdb")); }), 3044);
 }
 
 TEST_F(StdFileTest, AFolderIsNoFile)
 {
-    EXPECT_EQ(NumberOf([&] { (void)files_.Open(folder_.Path().string(), OpenMode::ReadOnly); }),
+    EXPECT_EQ(ErrorOf([&] { (void)files_.Open(folder_.Path().string(), OpenMode::ReadOnly); }),
               3051);
 }
 
@@ -227,7 +218,7 @@ TEST_F(StdFileTest, AFileTheSystemProtectsIs3051)
     if (::geteuid() == 0) GTEST_SKIP() << "the system protects nothing from this user";
     (void)files_.Create(Path("a.mdb"));
     ASSERT_EQ(::chmod(Path("a.mdb").c_str(), 0400), 0);
-    EXPECT_EQ(NumberOf([&] { (void)files_.Open(Path("a.mdb"), OpenMode::ReadWrite); }), 3051);
+    EXPECT_EQ(ErrorOf([&] { (void)files_.Open(Path("a.mdb"), OpenMode::ReadWrite); }), 3051);
 }
 
 TEST_F(StdFileTest, TwoSpellingsOfAPathHaveOneCanonicalName)
@@ -258,18 +249,18 @@ TEST_F(FaultFileSystemTest, NothingIsStoredAfterTheCut)
 {
     disk_.PullThePlugAfter(1);
     file_->Write(0, Bytes("1"));
-    EXPECT_EQ(NumberOf([&] { file_->Write(1, Bytes("2")); }), 3043);
-    EXPECT_EQ(NumberOf([&] { file_->Write(2, Bytes("3")); }), 3043);
-    EXPECT_EQ(NumberOf([&] { disk_.Remove("a.mdb"); }), 3043);
+    EXPECT_EQ(ErrorOf([&] { file_->Write(1, Bytes("2")); }), 3043);
+    EXPECT_EQ(ErrorOf([&] { file_->Write(2, Bytes("3")); }), 3043);
+    EXPECT_EQ(ErrorOf([&] { disk_.Remove("a.mdb"); }), 3043);
     disk_.Reboot();
     EXPECT_EQ(Stored(), "1000");
-    EXPECT_EQ(NumberOf([&] { file_->Flush(); }), 3043);
+    EXPECT_EQ(ErrorOf([&] { file_->Flush(); }), 3043);
 }
 
 TEST_F(FaultFileSystemTest, ATornWriteStoresHalf)
 {
     disk_.PullThePlugAfter(0, tests::LastWrite::Torn);
-    EXPECT_EQ(NumberOf([&] { file_->Write(0, Bytes("1234")); }), 3043);
+    EXPECT_EQ(ErrorOf([&] { file_->Write(0, Bytes("1234")); }), 3043);
     EXPECT_EQ(Stored(), "1200");
 }
 
@@ -280,7 +271,7 @@ TEST_F(FaultFileSystemTest, UnconfirmedWritesMayBeLost)
     file_->Flush();
     file_->Write(1, Bytes("2"));
     file_->Write(3, Bytes("345"));
-    EXPECT_EQ(NumberOf([&] { file_->Flush(); }), 3043);
+    EXPECT_EQ(ErrorOf([&] { file_->Flush(); }), 3043);
     disk_.Reboot();
     EXPECT_EQ(Stored(), "1000");
 }
@@ -288,7 +279,7 @@ TEST_F(FaultFileSystemTest, UnconfirmedWritesMayBeLost)
 TEST_F(FaultFileSystemTest, APlannedFailureHappensOnce)
 {
     disk_.FailOnce(0, 3026);
-    EXPECT_EQ(NumberOf([&] { file_->Write(0, Bytes("1")); }), 3026);
+    EXPECT_EQ(ErrorOf([&] { file_->Write(0, Bytes("1")); }), 3026);
     file_->Write(1, Bytes("2"));
     EXPECT_EQ(Stored(), "0200");
 }

@@ -5,6 +5,7 @@
 #include "jet/sql/Bind.h"
 #include "jet/sql/Evaluator.h"
 #include "jet/sql/Parser.h"
+#include "tests/support/ErrorOf.h"
 
 #include <gtest/gtest.h>
 
@@ -32,12 +33,7 @@ Value Eval(std::string_view text)
 
 int ErrorOf(std::string_view text)
 {
-    try {
-        (void)Eval(text);
-    } catch (const base::NumberedError& error) {
-        return error.Number();
-    }
-    return 0;
+    return tests::ErrorOf([&] { (void)Eval(text); });
 }
 
 const Value kTrue = true;

@@ -14,6 +14,7 @@ using jet::format::PageNumber;
 using tests::Assignments;
 using tests::Column;
 using tests::ColumnType;
+using tests::ErrorOf;
 using tests::RowId;
 using tests::RowValues;
 using tests::Value;

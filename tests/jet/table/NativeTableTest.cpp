@@ -14,6 +14,7 @@ using jet::format::SlotKind;
 using tests::Assignments;
 using tests::Column;
 using tests::ColumnType;
+using tests::ErrorOf;
 using tests::NativeTable;
 using tests::RowId;
 using tests::RowValues;

@@ -24,15 +24,6 @@ std::unique_ptr<NativeTable> TableFixture::Make(const jet::catalog::NewTable& de
     return std::make_unique<NativeTable>(pager_, table.page);
 }
 
-int NumberOf(const std::exception_ptr& error)
-{
-    try {
-        std::rethrow_exception(error);
-    } catch (const base::NumberedError& numbered) {
-        return numbered.Number();
-    }
-}
-
 jet::catalog::NewColumn Column(const char* name, ColumnType type, int size)
 {
     jet::catalog::NewColumn column;

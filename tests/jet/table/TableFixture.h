@@ -5,6 +5,7 @@
 #include "jet/catalog/NewTable.h"
 #include "jet/io/MemoryFile.h"
 #include "jet/table/NativeTable.h"
+#include "tests/support/ErrorOf.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -27,9 +28,6 @@ protected:
 
     // Makes a table and opens it.
     std::unique_ptr<NativeTable> Make(const jet::catalog::NewTable& design);
-    // The number of the error that `call` ends with; 0 when it ends with none.
-    template <class Call>
-    static int ErrorOf(Call call);
 
     jet::io::MemoryFileSystem files_;
     std::shared_ptr<jet::pages::Pager> pager_;
@@ -47,18 +45,5 @@ struct ScannedRow {
 [[nodiscard]] std::vector<ScannedRow> Scanned(const NativeTable& table);
 // One column of all rows, in storage order.
 [[nodiscard]] RowValues ScannedColumn(const NativeTable& table, std::size_t column);
-
-[[nodiscard]] int NumberOf(const std::exception_ptr& error);
-
-template <class Call>
-int TableFixture::ErrorOf(Call call)
-{
-    try {
-        call();
-    } catch (...) {
-        return NumberOf(std::current_exception());
-    }
-    return 0;
-}
 
 }  // namespace tests
