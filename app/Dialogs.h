@@ -25,6 +25,7 @@ public:
     virtual void UnloadProcMsg(Shop& shop) = 0;
     virtual void ShowGLSelect(Shop& shop) = 0;
     virtual void UnloadGLSelect(Shop& shop) = 0;
+    virtual void ShowProgress(Shop& shop) = 0;
 };
 
 }  // namespace lodrin

@@ -86,6 +86,12 @@ void ShowGLSelect(Shop& shop)
     shop.dialogs.ShowGLSelect(shop);
 }
 
+void ShowProgress(Shop& shop)
+{
+    const EventGate::Window window(shop.gate, Modal::Dialog);
+    shop.dialogs.ShowProgress(shop);
+}
+
 void DoEvents(Shop& shop)
 {
     shop.platform.events.LetPendingRun();

@@ -30,6 +30,7 @@ void Say(Shop& shop, const std::string& text,
 [[nodiscard]] std::string AskInput(Shop& shop, const platform::InputPrompt& prompt);
 [[nodiscard]] std::string AskFile(Shop& shop, const std::string& filter);
 void ShowGLSelect(Shop& shop);
+void ShowProgress(Shop& shop);
 
 // Lets windows repaint.
 void DoEvents(Shop& shop);

@@ -10,6 +10,7 @@
 #include "app/frmSplash.h"
 #include "data/frmProcMsg.h"
 #include "floor/frmGLSelect.h"
+#include "floor/frmProgress.h"
 #include "jet/dao/DBEngine.h"
 #include "platform/Services.h"
 
@@ -20,6 +21,7 @@ struct Forms {
     frmSplash splash;
     frmProcMsg procMsg;
     frmGLSelect glSelect;
+    frmProgress progress;
 };
 
 struct Shop {

@@ -4,9 +4,13 @@
 #include "app/Dispatch.h"
 #include "app/ResumeNext.h"
 #include "app/Shop.h"
+#include "base/Calendar.h"
 #include "base/Format.h"
 #include "data/DBOpen.h"
 #include "data/Kelvaro.h"
+#include "data/Tables.h"
+#include "labor/ClockTime.h"
+#include "labor/cmdEndDay.h"
 
 namespace lodrin {
 
@@ -30,6 +34,43 @@ void OpenStatus(const ResumeNext& attempt, Shop& shop)
     attempt([&] { state.rsStatus = state.statusDatabase.OpenRecordset(state.sqlText); });
     if (attempt.Test([&] { return state.rsStatus.RecordCount() < 1; }, IfItFails::TakeBranch))
         attempt([&] { Say(shop, kNoStatusDescriptions); });
+}
+
+bool IsLastMinute(const platform::Clock& clock)
+{
+    return base::MinutesBetween(base::TimePartOf(clock.Now()), *base::ReadDate(kLastMinute)) == 0;
+}
+
+// Sets the flag while it lives, however the end of the day goes.
+class Unattended {
+public:
+    explicit Unattended(bool& flag) : flag_(flag) { flag_ = true; }
+    ~Unattended() { flag_ = false; }
+    Unattended(const Unattended&) = delete;
+    Unattended& operator=(const Unattended&) = delete;
+
+private:
+    bool& flag_;
+};
+
+bool DayIsOpen(const platform::Grid& board)
+{
+    return board.Text(LDEmp::EndDay.column).empty() && !board.Text(LDEmp::StartDay.column).empty();
+}
+
+// Ends the day of whoever is chosen on the board, unless he has done so.
+//
+// Rule: once for each row, and always the same, chosen one: the others are closed out when the
+//       database is opened next. While his day cannot be ended, every round tries again.
+void EndForgottenDay(const ResumeNext& attempt, Shop& shop)
+{
+    const platform::Grid& board = shop.window.grdEmp;
+    for (int row = 1; row <= board.RowCount(); ++row) {
+        // A day of which nothing can be read stays open.
+        if (!attempt.Test([&] { return DayIsOpen(board); }, IfItFails::SkipBranch)) continue;
+        const Unattended unattended(shop.state.automaticEndOfDay);
+        attempt([&] { cmdEndDay_Click(shop); });
+    }
 }
 
 }  // namespace
@@ -78,6 +119,7 @@ void Timer1_Timer(Shop& shop)
         shop.window.caption.SetCaption("Lodrin - " + std::string(5, ' ') +
                                        services.formats.Time(services.clock.Now()));
     });
+    if (IsLastMinute(services.clock)) EndForgottenDay(attempt, shop);
 }
 
 void Form_QueryUnload(Shop& shop)

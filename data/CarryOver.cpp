@@ -7,6 +7,9 @@
 #include "base/Calendar.h"
 #include "base/Convert.h"
 #include "data/Tables.h"
+#include "floor/EmployeeRow.h"
+#include "labor/ClockTime.h"
+#include "labor/DailyTotals.h"
 #include "labor/Hours.h"
 #include "labor/WriteLabor.h"
 
@@ -15,8 +18,6 @@
 namespace lodrin {
 
 namespace {
-
-constexpr const char* kEndOfDay = "11:59 PM";
 
 bool IsFromAnotherDay(const base::Value& workDate, base::Date today)
 {
@@ -29,7 +30,7 @@ void WriteJob(const ResumeNext& attempt, dao::Recordset& history, dao::Recordset
     attempt([&] { history[LDHistory::EmpID] = employee[LDEmp::EmpID.name]; });
     attempt([&] { history[LDHistory::WorkDate] = employee[LDEmp::WorkDate.name]; });
     attempt([&] { history[LDHistory::JobStart] = employee[LDEmp::StartJob.name]; });
-    attempt([&] { history[LDHistory::JobEnd] = kEndOfDay; });
+    attempt([&] { history[LDHistory::JobEnd] = kLastMinute; });
     attempt([&] { history[LDHistory::WONumb] = employee[LDEmp::WONumber.name]; });
     attempt([&] { history[LDHistory::WOID] = employee[LDEmp::WOID.name]; });
     attempt([&] { history[LDHistory::GLType] = employee[LDEmp::GLType.name]; });
@@ -68,12 +69,6 @@ bool CloseJob(const ResumeNext& attempt, Shop& shop)
     return true;
 }
 
-std::string OfThatDay(dao::Recordset& employee)
-{
-    return " WHERE EmpID = " + base::TextOf(employee[LDEmp::EmpID.name]) + " AND WorkDate = #" +
-           base::TextOf(employee[LDEmp::WorkDate.name]) + "#";
-}
-
 // The day's row, or a new one.
 void EditTotals(const ResumeNext& attempt, dao::Recordset& totals, dao::Recordset& employee)
 {
@@ -89,42 +84,26 @@ void WriteTotals(const ResumeNext& attempt, MainWindowState& state)
 {
     dao::Recordset& employee = state.employees;
     dao::Recordset jobs;
-    attempt([&] {
-        state.sqlText =
-            "SELECT Count(ID) as JobCt, Sum(Hrs) as JobHrs FROM LDHistory" + OfThatDay(employee);
-    });
+    const auto textOf = [&](const BoardField& field) { return base::TextOf(employee[field.name]); };
+    attempt([&] { state.sqlText = CountOfJobs(textOf(LDEmp::EmpID), textOf(LDEmp::WorkDate)); });
     attempt([&] { jobs = state.database.OpenRecordset(state.sqlText); });
     dao::Recordset totals;
-    attempt([&] { state.sqlText = "SELECT * FROM LDTotals" + OfThatDay(employee); });
+    attempt([&] { state.sqlText = TotalsOfDay(textOf(LDEmp::EmpID), textOf(LDEmp::WorkDate)); });
     attempt([&] { totals = state.database.OpenRecordset(state.sqlText); });
 
     EditTotals(attempt, totals, employee);
-    attempt([&] { totals[LDTotals::EndDay] = kEndOfDay; });
-    attempt([&] {
-        totals[LDTotals::TotHrs] =
-            HoursBetween(totals[LDTotals::StartDay], totals[LDTotals::EndDay], "###.00");
-    });
-    // The sum of no jobs is null, and stays so.
-    if (attempt.Test([&] { return jobs.RecordCount() < 1; }, IfItFails::TakeBranch)) {
-        attempt([&] { totals[LDTotals::JobCount] = 0; });
-        attempt([&] { totals[LDTotals::JobHrs] = 0; });
-    } else {
-        attempt([&] { totals[LDTotals::JobCount] = jobs["JobCt"]; });
-        attempt([&] { totals[LDTotals::JobHrs] = jobs["JobHrs"]; });
-    }
+    attempt([&] { totals[LDTotals::EndDay] = kLastMinute; });
+    WriteFigures(attempt, jobs, totals);
     attempt([&] { totals.Update(); });
 }
 
 void ClearDay(const ResumeNext& attempt, dao::Recordset& employee)
 {
     attempt([&] { employee.Edit(); });
-    attempt([&] { employee[LDEmp::VehDesc.name] = ""; });
-    attempt([&] { employee[LDEmp::Customer.name] = ""; });
+    ForNoJob([&](const BoardField& field, const base::Value& none) {
+        attempt([&] { employee[field.name] = none; });
+    });
     attempt([&] { employee[LDEmp::StartDay.name] = base::Null{}; });
-    attempt([&] { employee[LDEmp::WONumber.name] = base::Null{}; });
-    attempt([&] { employee[LDEmp::WOID.name] = base::Null{}; });
-    attempt([&] { employee[LDEmp::GLType.name] = ""; });
-    attempt([&] { employee[LDEmp::StartJob.name] = base::Null{}; });
     attempt([&] { employee[LDEmp::EndDay.name] = base::Null{}; });
     attempt([&] { employee.Update(); });
 }

@@ -67,7 +67,8 @@ struct WorkOrder {
                                       ProfileDescriptionL1 = "ProfileDescriptionL1",
                                       BLTech = "BLTech", RLTech = "RLTech",
                                       DeptSequence = "DeptSequence", AuditNotes = "AuditNotes",
-                                      Started = "Started", Arrived = "Arrived";
+                                      Started = "Started", Arrived = "Arrived",
+                                      Progress = "Progress";
     // Hours worked and labor cost, a pair per labor category.
     static constexpr std::string_view BodyWorked = "BodyWorked", BodyCost = "BodyCost",
                                       RefinishWorked = "RefinishWorked",

@@ -20,10 +20,27 @@ void EmployeeRow::Write(const BoardField& field, const dao::Field& value)
     Write(field, [&] { return value.Value(); });
 }
 
+void EmployeeRow::ClearJob()
+{
+    ForNoJob([this](const BoardField& field, const base::Value& none) {
+        Write(field, [&] { return none; });
+    });
+}
+
 void EmployeeRow::Save()
 {
     StoreAndStay(attempt_, employee_);
     attempt_([&] { board_.allowEdit = false; });
+}
+
+void ForNoJob(const std::function<void(const BoardField& field, const base::Value& none)>& write)
+{
+    write(LDEmp::VehDesc, "");
+    write(LDEmp::Customer, "");
+    write(LDEmp::WONumber, base::Null{});
+    write(LDEmp::WOID, base::Null{});
+    write(LDEmp::GLType, "");
+    write(LDEmp::StartJob, base::Null{});
 }
 
 void StoreAndStay(const ResumeNext& attempt, dao::Recordset& records)

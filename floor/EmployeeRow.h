@@ -26,6 +26,8 @@ public:
     // Two statements. A value that has to be read first fails inside the first of them.
     void Write(const BoardField& field, const std::function<base::Value()>& value);
     void Write(const BoardField& field, const dao::Field& value);
+    // Empties the fields of the job.
+    void ClearJob();
     // Stores the record, stays on it, and closes the board for editing.
     void Save();
 
@@ -34,6 +36,9 @@ private:
     dao::Recordset& employee_;
     platform::Grid& board_;
 };
+
+// Hands `write` each field of the job, with what it holds while no job is open.
+void ForNoJob(const std::function<void(const BoardField& field, const base::Value& none)>& write);
 
 // Stores the pending edit and stays on the stored record.
 // Rule: when nothing was stored the set stays where it is; the bookmark of the last modified record

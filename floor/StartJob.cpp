@@ -9,7 +9,9 @@
 #include "base/Format.h"
 #include "data/Tables.h"
 #include "floor/EmployeeRow.h"
+#include "floor/FindRecord.h"
 #include "floor/VerifyPIN.h"
+#include "labor/ClockTime.h"
 #include "labor/WriteHistory.h"
 
 #include <string>
@@ -21,25 +23,12 @@ namespace {
 
 constexpr const char* kInvalidPIN = "Invalid PIN entered";
 constexpr const char* kInvalidPINTitle = "Invalid PIN";
-constexpr const char* kUnknownRepairOrder =
-    "The RO you selected no long exists in the database, or is not accessable.";
-constexpr const char* kClockTime = "hh:mm AM/PM";
 constexpr const char* kDay = "mm/dd/yyyy";
 constexpr const char* kNoteTime = "mm/dd/yyyy - hh:mm AMPM";
 constexpr const char* kBodyLabor = "BL";
 constexpr const char* kRefinishLabor = "RL";
 
 using IfItFails::TakeBranch;
-
-// A search that fails finds nothing: the record at hand is another man's, or another order.
-bool Finds(const ResumeNext& attempt, dao::Recordset& records, const std::string& criteria)
-{
-    const auto found = [&] {
-        records.FindFirst(criteria);
-        return !records.NoMatch();
-    };
-    return attempt.Test(found, IfItFails::SkipBranch);
-}
 
 // Empties the end of the day of an employee who had gone home.
 void ReopenDay(const ResumeNext& attempt, platform::Grid& board)
@@ -135,8 +124,7 @@ void StartJob(Shop& shop, std::int32_t roNumber)
     if (shop.state.GLCode.empty()) return;
 
     // The repair order becomes the current record and stays so to the end.
-    if (!Finds(attempt, repairOrder, "WorkOrderNumber = " + base::TextOf(roNumber)))
-        return attempt([&] { Say(shop, kUnknownRepairOrder); });
+    if (!FindsRepairOrder(attempt, shop, "WorkOrderNumber = " + base::TextOf(roNumber))) return;
 
     // The job he has open is closed; its labor goes to the newly chosen repair order.
     if (attempt.Test([&] { return !board.Text(LDEmp::Customer.column).empty(); }, TakeBranch))

@@ -8,6 +8,7 @@
 #include "base/Text.h"
 #include "data/Kelvaro.h"
 #include "data/Tables.h"
+#include "floor/ProgressTexts.h"
 
 #include <string>
 
@@ -18,7 +19,6 @@ namespace {
 constexpr const char* kLaborAccounts =
     "SELECT * FROM GenLedger WHERE GLLaborFlag = True ORDER BY GLCode;";
 constexpr const char* kDepartmentsByPlace = "SELECT * FROM Departments ORDER BY Sequence ASC;";
-constexpr const char* kProgressTexts = "SELECT * FROM AutoLook WHERE Type = 'Progress';";
 constexpr const char* kHelp = "Select the desired Labor Type and Department for this entry "
                               "then press okay.";
 constexpr const char* kBetweenCodeAndText = " ";
@@ -83,13 +83,6 @@ void ListDepartments(const ResumeNext& attempt, dao::Recordset& departments,
     });
 }
 
-void ListProgress(const ResumeNext& attempt, dao::Recordset& texts, platform::ListBox& list)
-{
-    ForEachRecord(attempt, texts, [&] {
-        attempt([&] { list.AddItem(base::TextOf(texts[AutoLook::Description])); });
-    });
-}
-
 void SelectFirst(const ResumeNext& attempt, platform::ListBox& list)
 {
     attempt([&] { list.SetListIndex(0); });
@@ -102,7 +95,6 @@ void frmGLSelect::Form_Load(Shop& shop)
     const ResumeNext attempt(shop, "Sub frmGLSelect!Form_Load()");
     dao::Database management;
     dao::Recordset departments;
-    dao::Recordset progress;
 
     // The window starts empty each time.
     for (platform::ListBox* list : {&lstGLCodes, &lstDepartments, &lstProgress})
@@ -121,11 +113,7 @@ void frmGLSelect::Form_Load(Shop& shop)
     attempt([&] { management.Close(); });
 
     // Progress texts.
-    attempt([&] { management = OpenKelvaro(shop); });
-    OpenSet(attempt, shop, management, progress, kProgressTexts);
-    ListProgress(attempt, progress, lstProgress);
-    if (lstProgress.ListCount() > 0) SelectFirst(attempt, lstProgress);
-    attempt([&] { management.Close(); });
+    ListProgressTexts(attempt, shop, lstProgress);
 
     SelectionChanged();
 }

@@ -6,6 +6,7 @@
 #include "base/Convert.h"
 #include "data/Tables.h"
 #include "floor/ColumnLayout.h"
+#include "labor/ClockTime.h"
 #include "labor/GetHistory.h"
 
 #include <array>
@@ -15,8 +16,6 @@ namespace lodrin {
 namespace {
 
 using platform::Alignment;
-
-constexpr const char* kClockTime = "hh:mm AM/PM";
 
 // From left to right.
 constexpr std::array<ColumnLayout, 8> kBoardColumns{{

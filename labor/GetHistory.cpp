@@ -9,6 +9,7 @@
 #include "data/Tables.h"
 #include "floor/ColumnLayout.h"
 #include "floor/StartJob.h"
+#include "labor/ClockTime.h"
 
 #include <array>
 #include <string>
@@ -19,7 +20,6 @@ namespace {
 
 using platform::Alignment;
 
-constexpr const char* kClockTime = "hh:mm AM/PM";
 constexpr int kLastJobs = 10;
 constexpr const char* kBetweenNumberAndVehicle = "   ";
 

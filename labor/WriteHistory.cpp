@@ -6,6 +6,7 @@
 #include "base/Convert.h"
 #include "base/Format.h"
 #include "data/Tables.h"
+#include "labor/ClockTime.h"
 #include "labor/GetHistory.h"
 #include "labor/Hours.h"
 #include "labor/WriteLabor.h"
@@ -14,7 +15,6 @@ namespace lodrin {
 
 namespace {
 
-constexpr const char* kClockTime = "hh:mm AM/PM";
 // A job that starts and ends in the same minute is none; one minute is 0.02 hours.
 constexpr double kShortestJob = 0.01;
 

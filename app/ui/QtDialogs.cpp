@@ -6,6 +6,7 @@
 #include "app/ui/frmSplashView.h"
 #include "data/ui/frmProcMsgView.h"
 #include "floor/ui/frmGLSelectView.h"
+#include "floor/ui/frmProgressView.h"
 
 namespace lodrin::ui {
 
@@ -77,6 +78,12 @@ void QtDialogs::ShowGLSelect(Shop& shop)
 void QtDialogs::UnloadGLSelect(Shop&)
 {
     if (glSelect_) glSelect_->reject();
+}
+
+void QtDialogs::ShowProgress(Shop& shop)
+{
+    shop.forms.progress.Form_Load(shop);
+    frmProgressView(shop, DoorOf(shop), main_.get()).Wait();
 }
 
 }  // namespace lodrin::ui

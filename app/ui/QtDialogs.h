@@ -35,6 +35,7 @@ public:
     void UnloadProcMsg(Shop& shop) override;
     void ShowGLSelect(Shop& shop) override;
     void UnloadGLSelect(Shop& shop) override;
+    void ShowProgress(Shop& shop) override;
 
 private:
     [[nodiscard]] EventDoor DoorOf(Shop& shop) const;

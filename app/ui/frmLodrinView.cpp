@@ -9,6 +9,8 @@
 #include "floor/cboRO.h"
 #include "floor/grdEmp.h"
 #include "labor/GetHistory.h"
+#include "labor/cmdBreak.h"
+#include "labor/cmdEndDay.h"
 #include "platform/qt/ElidedLabel.h"
 #include "platform/qt/GridWidget.h"
 #include "platform/qt/ListWidget.h"
@@ -72,8 +74,6 @@ frmLodrinView::frmLodrinView(Shop& shop, EventDoor door)
     : shop_(shop), door_(std::move(door)), timer_(this)
 {
     setObjectName("frmLodrin");
-    SwitchOff(shop_.window.cmdBreak);
-    SwitchOff(shop_.window.cmdEndDay);
     SwitchOff(shop_.window.mnuSetupItems);
     shop_.window.cmdExit.tip = "Exit Time Clock";
     MirrorCaption(shop_.window.caption, this);
@@ -182,6 +182,8 @@ QBoxLayout* frmLodrinView::BuildHeader(QWidget* content)
     break_ = MakeButton(shop_.window.cmdBreak, "cmdBreak", content);
     endDay_ = MakeButton(shop_.window.cmdEndDay, "cmdEndDay", content);
     exit_ = MakeButton(shop_.window.cmdExit, "cmdExit", content);
+    connect(break_, &QPushButton::clicked, this, [this] { Run(&cmdBreak_Click); });
+    connect(endDay_, &QPushButton::clicked, this, [this] { Run(&cmdEndDay_Click); });
     connect(exit_, &QPushButton::clicked, this, [this] { Run(&cmdExit_Click); });
 
     auto* row = new QHBoxLayout;

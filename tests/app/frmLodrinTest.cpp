@@ -2,6 +2,7 @@
 #include "app/frmLodrin.h"
 
 #include "base/Calendar.h"
+#include "base/NumberedError.h"
 #include "data/Tables.h"
 #include "tests/support/ShopFixture.h"
 
@@ -101,6 +102,161 @@ TEST_F(frmLodrinTest, EveryTickShowsTheTimeBehindFiveBlanks)
     fakes.clock.Advance(1);
     Timer1_Timer(shop);
     EXPECT_EQ(shop.window.caption.Caption(), "Lodrin -      5:55:04 PM");
+}
+
+constexpr const char* kUnknownOrder =
+    "The RO you selected no long exists in the database, or is not accessable.";
+
+// Ann, Bob and Cy have clocked in at eight on an order each; Bob is chosen, and the evening comes.
+class LastMinuteTest : public frmLodrinTest {
+protected:
+    LastMinuteTest()
+    {
+        using tests::Employee;
+        Given({Employee("Able, Ann", 7), Employee("Baker, Bob", 8), Employee("Clark, Cy", 9),
+               tests::RepairOrder(1001), tests::RepairOrder(1002), tests::RepairOrder(1003)});
+        At("08:00 AM").Select("Able, Ann").Picks("BL", "Body").Starts(1001);
+        Select("Clark, Cy").Picks("RL", "Paint").Starts(1003);
+        Select("Baker, Bob").Picks("FL", "Body").Starts(1002);
+    }
+    std::string EndOf(const char* employee) { return EmployeeRecord(employee).Text("EndDay"); }
+    // Takes his job off him behind the program's back, so that his day cannot be ended.
+    void LoseBobsOrder() { shop.window.grdEmp.SetCell(LDEmp::WOID.column, base::Null{}); }
+};
+
+TEST_F(LastMinuteTest, TheChosenEmployeesDayIsEndedWithoutAnyQuestion)
+{
+    const std::size_t asked = fakes.prompts.Transcript().size();
+    At("11:59 PM").Ticks();
+    EXPECT_EQ(EndOf("Baker, Bob"), "11:59:00 PM");
+    ASSERT_EQ(Jobs().size(), 1U);
+    EXPECT_EQ(Jobs()[0].Text("Hrs"), "15.98");
+    EXPECT_EQ(LaborLines().size(), 1U);
+    ASSERT_EQ(Totals().size(), 1U);
+    EXPECT_EQ(Totals()[0].Text("TotHrs"), "15.98");
+    EXPECT_EQ(fakes.prompts.Transcript().size(), asked);
+    EXPECT_EQ(dialogs.progresses, 0);
+    EXPECT_EQ(Reports(), std::vector<std::string>{});
+}
+
+TEST_F(LastMinuteTest, AnotherEmployeeWhoIsNotChosenIsNotEnded)
+{
+    const tests::Record ann = EmployeeRecord("Able, Ann");
+    const tests::Record cy = EmployeeRecord("Clark, Cy");
+    At("11:59 PM").Ticks();
+    EXPECT_EQ(EmployeeRecord("Able, Ann"), ann);
+    EXPECT_EQ(EmployeeRecord("Clark, Cy"), cy);
+}
+
+TEST_F(LastMinuteTest, TheLastSecondBeforeItDoesNothing)
+{
+    const tests::Contents before = Stored();
+    At("11:58:59 PM").Ticks();
+    EXPECT_EQ(Stored(), before);
+}
+
+TEST_F(LastMinuteTest, MidnightDoesNothing)
+{
+    const tests::Contents before = Stored();
+    At("12:00:00 AM").Ticks();
+    EXPECT_EQ(Stored(), before);
+    On("03/16/2004").Ticks();
+    EXPECT_EQ(Stored(), before);
+}
+
+TEST_F(LastMinuteTest, TheWholeMinuteCounts)
+{
+    At("11:59:59 PM").Ticks();
+    EXPECT_EQ(EndOf("Baker, Bob"), "11:59:00 PM");
+}
+
+TEST_F(LastMinuteTest, LaterTicksOfTheMinuteLeaveTheEndedDayAlone)
+{
+    At("11:59 PM").Ticks();
+    const tests::Contents before = Stored();
+    for (int second = 1; second < 60; ++second) {
+        fakes.clock.Advance(1);
+        Ticks();
+    }
+    EXPECT_EQ(Stored(), before);
+}
+
+TEST_F(LastMinuteTest, EmployeeChosenWithinTheMinuteIsEndedByTheNextTick)
+{
+    At("11:59 PM").Ticks();
+    Select("Clark, Cy").At("11:59:30 PM").Ticks();
+    EXPECT_EQ(EndOf("Clark, Cy"), "11:59:00 PM");
+    EXPECT_EQ(EndOf("Able, Ann"), "");
+    EXPECT_EQ(Totals().size(), 2U);
+}
+
+TEST_F(LastMinuteTest, ADayEndedByHandStaysAsItIs)
+{
+    At("05:00 PM").IsSure().ConfirmsProgress().EndsDay();
+    const tests::Contents before = Stored();
+    At("11:59 PM").Ticks();
+    EXPECT_EQ(Stored(), before);
+}
+
+TEST_F(LastMinuteTest, ADayThatWasNotStartedIsNotEnded)
+{
+    Given({tests::Employee("Drake, Di", 10)});
+    Open().Select("Drake, Di");
+    At("11:59 PM").Ticks();
+    EXPECT_EQ(EndOf("Drake, Di"), "");
+    EXPECT_TRUE(Totals().empty());
+}
+
+TEST_F(LastMinuteTest, AnEmptyBoardIsLeftAlone)
+{
+    GivenNo("LDEmp").Open();
+    At("11:59 PM").Ticks();
+    EXPECT_EQ(Reports(), std::vector<std::string>{});
+}
+
+// Nobody is there to be asked, but the box waits for somebody: once per row of the board, and again
+// at the next second.
+TEST_F(LastMinuteTest, ADayThatCannotBeEndedIsToldOncePerRowAndAgainAtTheNextTick)
+{
+    LoseBobsOrder();
+    const tests::Contents before = Stored();
+    for (int row = 0; row < 3; ++row)
+        fakes.prompts.Expect(kUnknownOrder);
+    At("11:59 PM").Ticks();
+    EXPECT_EQ(fakes.prompts.Pending(), std::vector<std::string>{});
+    for (int row = 0; row < 3; ++row)
+        fakes.prompts.Expect(kUnknownOrder);
+    At("11:59:01 PM").Ticks();
+    EXPECT_EQ(fakes.prompts.Pending(), std::vector<std::string>{});
+    EXPECT_EQ(Stored(), before);
+}
+
+TEST_F(LastMinuteTest, AnswersAreWantedAgainAfterTheUnattendedEnd)
+{
+    At("11:59 PM").Ticks();
+    EXPECT_FALSE(shop.state.automaticEndOfDay);
+    Select("Able, Ann").IsSure(platform::Answer::No).EndsDay();
+    EXPECT_EQ(EndOf("Able, Ann"), "");
+}
+
+// A log that cannot be written fails in the trap itself, and that leaves every procedure.
+TEST_F(LastMinuteTest, AnswersAreWantedAgainAlsoWhenTheEndOfDayFails)
+{
+    shop.state.employees = dao::Recordset();
+    fakes.files.RefuseWrites("/Lodrin.Log", 75);
+    At("11:59 PM");
+    EXPECT_THROW(Timer1_Timer(shop), base::NumberedError);
+    EXPECT_FALSE(shop.state.automaticEndOfDay);
+}
+
+TEST_F(LastMinuteTest, AnOpenDialogSuppressesTheUnattendedEnd)
+{
+    dialogs.whileProgressIsOpen = [this](Shop& /*on*/) { At("11:59 PM").Ticks(); };
+    const tests::Contents before = Stored();
+    IsSure().CancelsProgress().EndsDay();
+    EXPECT_EQ(Stored(), before);
+    At("12:00 AM").Ticks();
+    EXPECT_EQ(Stored(), before);
 }
 
 TEST_F(frmLodrinTest, BothExitsUnloadTheMainWindow)

@@ -49,7 +49,6 @@ protected:
             "exists in the Tarvex Management system and try again.");
         DBOpen(shop);
     }
-    std::vector<Record> Totals() { return Rows("LDTotals"); }
 };
 
 TEST_F(CarryOverTest, AnOpenJobOfAnEarlierDayIsRecordedUntilThatDaysEnd)

@@ -10,19 +10,23 @@ namespace tests {
 
 namespace {
 
-// What the view does when the user clicks the entry with these first or only characters.
-void Choose(lodrin::Shop& shop, platform::ListBox& list, const std::string& start, bool whole)
+// Selects the entry with these first or only characters.
+void Choose(platform::ListBox& list, const std::string& start, bool whole)
 {
     for (int index = 0; index < list.ListCount(); ++index) {
         const std::string entry = list.List(index);
-        if (whole ? entry != start : entry.rfind(start, 0) != 0) continue;
-        lodrin::DispatchInDialog(shop, [&](lodrin::Shop& on) {
-            list.SetListIndex(index);
-            on.forms.glSelect.SelectionChanged();
-        });
-        return;
+        if (whole ? entry == start : entry.rfind(start, 0) == 0) return list.SetListIndex(index);
     }
-    throw std::logic_error("the labor type dialog offers no entry " + start);
+    throw std::logic_error("the dialog offers no entry " + start);
+}
+
+// What the view does when the user clicks an entry of the labor type dialog.
+void ClickLabor(lodrin::Shop& shop, platform::ListBox& list, const std::string& start, bool whole)
+{
+    lodrin::DispatchInDialog(shop, [&](lodrin::Shop& on) {
+        Choose(list, start, whole);
+        on.forms.glSelect.SelectionChanged();
+    });
 }
 
 }  // namespace
@@ -57,13 +61,54 @@ void ScriptedDialogs::ShowGLSelect(lodrin::Shop& shop)
     form.Form_Activate(shop);
     if (whileGLSelectIsOpen) whileGLSelectIsOpen(shop);
     if (choice.act == Act::Pick) {
-        Choose(shop, form.lstGLCodes, choice.code + " ", false);
-        Choose(shop, form.lstDepartments, choice.department, true);
+        ClickLabor(shop, form.lstGLCodes, choice.code + " ", false);
+        ClickLabor(shop, form.lstDepartments, choice.department, true);
     }
     if (choice.act != Act::Leave) {
         lodrin::DispatchInDialog(shop, [&](lodrin::Shop& on) { form.cmdExit_Click(on); });
         if (!closed) throw std::logic_error("the labor type dialog did not close");
     }
+    form.close = nullptr;
+}
+
+void ScriptedDialogs::PickProgress(const std::string& text)
+{
+    progressActs_.push_back([text](lodrin::Shop& shop) {
+        lodrin::frmProgress& form = shop.forms.progress;
+        Choose(form.lstProgress, text, true);
+        form.cmdOkay_Click(shop);
+    });
+}
+
+void ScriptedDialogs::ConfirmProgress()
+{
+    progressActs_.push_back([](lodrin::Shop& shop) { shop.forms.progress.cmdOkay_Click(shop); });
+}
+
+void ScriptedDialogs::CancelProgress()
+{
+    progressActs_.push_back([](lodrin::Shop& shop) { shop.forms.progress.cmdCancel_Click(shop); });
+}
+
+void ScriptedDialogs::LeaveProgress()
+{
+    progressActs_.push_back([](lodrin::Shop& shop) { shop.forms.progress.close(); });
+}
+
+void ScriptedDialogs::ShowProgress(lodrin::Shop& shop)
+{
+    if (progressActs_.empty()) throw std::logic_error("nobody expected the progress dialog");
+    const auto act = progressActs_.front();
+    progressActs_.pop_front();
+    ++progresses;
+
+    lodrin::frmProgress& form = shop.forms.progress;
+    bool closed = false;
+    form.close = [&] { closed = true; };
+    form.Form_Load(shop);
+    if (whileProgressIsOpen) whileProgressIsOpen(shop);
+    lodrin::DispatchInDialog(shop, act);
+    if (!closed) throw std::logic_error("the progress dialog did not close");
     form.close = nullptr;
 }
 

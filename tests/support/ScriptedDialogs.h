@@ -10,8 +10,8 @@
 
 namespace tests {
 
-// Rule: a dialog calls the same procedures of its form that the view calls. A labor type dialog
-//       that nobody expected throws std::logic_error, which no guard catches.
+// Rule: a dialog calls the same procedures of its form that the view calls. A labor type or
+//       progress dialog that nobody expected throws std::logic_error, which no guard catches.
 class ScriptedDialogs : public lodrin::Dialogs {
 public:
     // In the next labor type dialog: picks the entry of that code and that department, confirms.
@@ -20,17 +20,23 @@ public:
     void Confirm();
     // Leaves the next dialog by its close box.
     void Leave();
-    // Labor type dialogs still expected.
-    [[nodiscard]] std::size_t Pending() const { return choices_.size(); }
+    // In the next progress dialog: picks the text and confirms, or confirms what it proposes;
+    // cancels; leaves by the close box.
+    void PickProgress(const std::string& text);
+    void ConfirmProgress();
+    void CancelProgress();
+    void LeaveProgress();
+    // Dialogs still expected.
+    [[nodiscard]] std::size_t Pending() const { return choices_.size() + progressActs_.size(); }
 
     // How often each window was shown, and whether it is now.
-    int glSelects = 0;
+    int glSelects = 0, progresses = 0;
     int splashes = 0, procMsgs = 0, mains = 0;
     bool splashVisible = false, procMsgVisible = false, mainVisible = false;
     bool focusOnGLCodes = false;
-    // Called while the labor type dialog is open, before the choice; and when the main window is
-    // shown (its load belongs there).
-    std::function<void(lodrin::Shop&)> whileGLSelectIsOpen, whenMainIsShown;
+    // Called while the dialog is open, before the choice; and when the main window is shown (its
+    // load belongs there).
+    std::function<void(lodrin::Shop&)> whileGLSelectIsOpen, whileProgressIsOpen, whenMainIsShown;
 
     void ShowSplash(lodrin::Shop& shop) override;
     void UnloadSplash(lodrin::Shop& shop) override;
@@ -40,6 +46,7 @@ public:
     void UnloadProcMsg(lodrin::Shop& shop) override;
     void ShowGLSelect(lodrin::Shop& shop) override;
     void UnloadGLSelect(lodrin::Shop& shop) override;
+    void ShowProgress(lodrin::Shop& shop) override;
 
 private:
     enum class Act { Pick, Confirm, Leave };
@@ -48,6 +55,7 @@ private:
         std::string code, department;
     };
     std::deque<Choice> choices_;
+    std::deque<std::function<void(lodrin::Shop&)>> progressActs_;
 };
 
 }  // namespace tests

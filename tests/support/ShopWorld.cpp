@@ -8,6 +8,8 @@
 #include "floor/cboRO.h"
 #include "floor/grdEmp.h"
 #include "labor/GetHistory.h"
+#include "labor/cmdBreak.h"
+#include "labor/cmdEndDay.h"
 
 #include <stdexcept>
 
@@ -18,6 +20,7 @@ namespace {
 constexpr int kEnterKey = 13;
 constexpr const char* kLogPath = "/Lodrin.Log";
 constexpr const char* kQuestionForPIN = "Please enter your PIN";
+constexpr const char* kSure = "This will close out your time for today.  Are you sure?";
 
 base::Date Read(std::string_view text)
 {
@@ -202,6 +205,48 @@ ShopWorld& ShopWorld::PicksOrder(std::int32_t number)
     throw std::logic_error("the box does not list " + std::to_string(number));
 }
 
+ShopWorld& ShopWorld::SetsProgress(const std::string& text)
+{
+    dialogs.PickProgress(text);
+    return *this;
+}
+
+ShopWorld& ShopWorld::ConfirmsProgress()
+{
+    dialogs.ConfirmProgress();
+    return *this;
+}
+
+ShopWorld& ShopWorld::CancelsProgress()
+{
+    dialogs.CancelProgress();
+    return *this;
+}
+
+ShopWorld& ShopWorld::IsSure(platform::Answer sure)
+{
+    fakes.prompts.Expect(kSure, sure);
+    return *this;
+}
+
+ShopWorld& ShopWorld::GoesOnBreak()
+{
+    lodrin::Dispatch(shop, lodrin::cmdBreak_Click);
+    return *this;
+}
+
+ShopWorld& ShopWorld::EndsDay()
+{
+    lodrin::Dispatch(shop, lodrin::cmdEndDay_Click);
+    return *this;
+}
+
+ShopWorld& ShopWorld::Ticks()
+{
+    lodrin::Dispatch(shop, lodrin::Timer1_Timer);
+    return *this;
+}
+
 std::vector<Record> ShopWorld::Rows(const std::string& sql)
 {
     dao::Database database = engine.DefaultWorkspace().OpenDatabase(DatabasePath());
@@ -229,6 +274,11 @@ std::vector<Record> ShopWorld::Jobs()
 std::vector<Record> ShopWorld::LaborLines()
 {
     return Rows("Labor");
+}
+
+std::vector<Record> ShopWorld::Totals()
+{
+    return Rows("LDTotals");
 }
 
 Contents ShopWorld::Stored()

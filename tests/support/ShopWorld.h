@@ -69,11 +69,24 @@ public:
     ShopWorld& Starts(std::int32_t number);
     ShopWorld& PicksOrder(std::int32_t number);
 
+    // In the next progress dialog he picks this text; confirms what is proposed; cancels.
+    ShopWorld& SetsProgress(const std::string& text);
+    ShopWorld& ConfirmsProgress();
+    ShopWorld& CancelsProgress();
+    // What he will answer when asked whether he is sure to end his day.
+    ShopWorld& IsSure(platform::Answer sure = platform::Answer::Yes);
+    // Presses the button.
+    ShopWorld& GoesOnBreak();
+    ShopWorld& EndsDay();
+    // One tick of the main window's timer.
+    ShopWorld& Ticks();
+
     // The stored rows. Rule: exactly one must match, otherwise std::logic_error.
     [[nodiscard]] Record Order(std::int32_t number);
     [[nodiscard]] Record EmployeeRecord(std::string_view name);
     [[nodiscard]] std::vector<Record> Jobs();        // LDHistory
     [[nodiscard]] std::vector<Record> LaborLines();  // Labor
+    [[nodiscard]] std::vector<Record> Totals();      // LDTotals
     [[nodiscard]] std::vector<Record> Rows(const std::string& sql);
     [[nodiscard]] Contents Stored();
 

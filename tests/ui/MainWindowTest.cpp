@@ -109,11 +109,6 @@ TEST_F(MainWindowTest, CaptionsStandAsTheyAre)
 
 TEST_F(MainWindowTest, WhatThisVersionCannotDoIsOffAndSaysSo)
 {
-    for (const char* name : {"cmdBreak", "cmdEndDay"}) {
-        EXPECT_FALSE(Find<QPushButton>(name)->isEnabled());
-        EXPECT_EQ(Find<QPushButton>(name)->toolTip().toStdString(),
-                  "Not available in this version yet.");
-    }
     EXPECT_FALSE(Find<QAction>("mnuSetupItems")->isEnabled());
     EXPECT_EQ(Find<QAction>("mnuSetupItems")->toolTip().toStdString(),
               "Not available in this version yet.");
@@ -291,8 +286,57 @@ TEST_F(MainWindowTest, TabGoesFromBoardToOrderToLastJobsAndReachesExit)
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     EXPECT_TRUE(Find<QListWidget>("lstHistory")->hasFocus());
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    EXPECT_TRUE(Find<QPushButton>("cmdExit")->hasFocus());
+    for (const char* button : {"cmdBreak", "cmdEndDay", "cmdExit"}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        EXPECT_TRUE(Find<QPushButton>(button)->hasFocus()) << button;
+    }
+}
+
+TEST_F(MainWindowTest, BreakByTheKeyboardClosesTheJobAndTheHeaderTellsIt)
+{
+    ClickRow(2);
+    Picks("RL", "Paint");
+    TypeOrder("1001");
+    At("10:20 AM").ConfirmsProgress();
+    Find<QPushButton>("cmdBreak")->setFocus();
+    QTest::keyClick(Find<QPushButton>("cmdBreak"), Qt::Key_Space);
+    EXPECT_EQ(dialogs.progresses, 1);
+    EXPECT_EQ(Jobs().size(), 1U);
+    EXPECT_EQ(LabelText("lblJob"), "Day started 08:00 AM \u00b7 no job open");
+}
+
+TEST_F(MainWindowTest, EndOfDayByTheKeyboardEndsTheDayAndTheHeaderTellsIt)
+{
+    ClickRow(2);
+    Picks("RL", "Paint");
+    TypeOrder("1001");
+    At("04:30 PM").IsSure().ConfirmsProgress();
+    Find<QPushButton>("cmdEndDay")->setFocus();
+    QTest::keyClick(Find<QPushButton>("cmdEndDay"), Qt::Key_Space);
+    EXPECT_EQ(Totals().size(), 1U);
+    EXPECT_EQ(LabelText("lblJob"), "Day ended 04:30 PM");
+}
+
+TEST_F(MainWindowTest, ButtonsOfTheDayCanBeUsedAndSayNoMoreThanTheirCaption)
+{
+    for (const char* name : {"cmdBreak", "cmdEndDay"}) {
+        EXPECT_TRUE(Find<QPushButton>(name)->isEnabled()) << name;
+        EXPECT_TRUE(Find<QPushButton>(name)->toolTip().isEmpty()) << name;
+        EXPECT_GE(Find<QPushButton>(name)->height(), 48) << name;
+    }
+}
+
+TEST_F(MainWindowTest, RealTickEndsTheChosenDayInTheLastMinute)
+{
+    ClickRow(2);
+    Picks("RL", "Paint");
+    TypeOrder("1001");
+    At("11:59 PM");
+    shop.window.Timer1.SetInterval(1);
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return LabelText("lblJob") == "Day ended 11:59 PM"; }, 2000));
+    shop.window.Timer1.SetInterval(0);
+    EXPECT_EQ(Totals().size(), 1U);
 }
 
 TEST_F(MainWindowTest, EndOfTheProgramInsideAnEventLeavesAtOnce)

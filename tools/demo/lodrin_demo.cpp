@@ -8,6 +8,7 @@
 #include "base/Convert.h"
 #include "base/Format.h"
 #include "base/NumberedError.h"
+#include "labor/ClockTime.h"
 #include "platform/qt/QtClock.h"
 #include "platform/qt/ShopStyle.h"
 #include "tools/demo/Morning.h"
@@ -29,7 +30,7 @@ std::string Cell(const base::Value& value)
 {
     const base::Date* date = value.As<base::Date>();
     if (date == nullptr) return base::TextOf(value);
-    return base::Format(value, date->days < 1 ? "hh:mm AM/PM" : "mm/dd/yyyy");
+    return base::Format(value, date->days < 1 ? lodrin::kClockTime : "mm/dd/yyyy");
 }
 
 // One line a row: the fields that hold something.

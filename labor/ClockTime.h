@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: Apache-2.0
+// ClockTime: how the clock stores and shows a time of day: to the minute, without a date.
+#pragma once
+
+namespace lodrin {
+
+// A pattern of base::Format.
+inline constexpr const char* kClockTime = "hh:mm AM/PM";
+
+// The minute in which a day is over that nobody has ended.
+inline constexpr const char* kLastMinute = "11:59 PM";
+
+}  // namespace lodrin

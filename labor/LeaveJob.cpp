@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "labor/LeaveJob.h"
+
+#include "app/Dispatch.h"
+#include "app/ResumeNext.h"
+#include "app/Shop.h"
+#include "app/modRecLib.h"
+#include "base/Convert.h"
+#include "data/Tables.h"
+#include "floor/FindRecord.h"
+
+namespace lodrin {
+
+std::int32_t OrderOfJob(const platform::Grid& board)
+{
+    return base::ValLong(fnCN(board.Value(LDEmp::WOID.column), 0));
+}
+
+bool TellsProgress(const ResumeNext& attempt, Shop& shop)
+{
+    frmProgress& progress = shop.forms.progress;
+    attempt([&] { progress.lngWOID = OrderOfJob(shop.window.grdEmp); });
+    attempt([&] { ShowProgress(shop); });
+    return !progress.isCancelled;
+}
+
+bool FindsOrderOfJob(const ResumeNext& attempt, Shop& shop)
+{
+    const std::int32_t order = OrderOfJob(shop.window.grdEmp);
+    return FindsRepairOrder(attempt, shop, "EntryNumber = " + base::TextOf(order));
+}
+
+}  // namespace lodrin

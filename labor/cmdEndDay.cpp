@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "labor/cmdEndDay.h"
+
+#include "app/Dispatch.h"
+#include "app/ResumeNext.h"
+#include "app/Shop.h"
+#include "base/Format.h"
+#include "data/Tables.h"
+#include "floor/EmployeeRow.h"
+#include "floor/FindRecord.h"
+#include "floor/VerifyPIN.h"
+#include "labor/ClockTime.h"
+#include "labor/DailyTotals.h"
+#include "labor/LeaveJob.h"
+#include "labor/WriteHistory.h"
+
+namespace lodrin {
+
+namespace {
+
+constexpr const char* kAreYouSure = "This will close out your time for today.  Are you sure?";
+constexpr const char* kEndOfDay = "End Of Day";
+
+using IfItFails::SkipBranch;
+using IfItFails::TakeBranch;
+
+// He is sure, it is he, and he says how far the job has come.
+bool EmployeeEndsHisDay(const ResumeNext& attempt, Shop& shop)
+{
+    const auto refuses = [&] {
+        return Ask(shop, {.text = kAreYouSure,
+                          .title = kEndOfDay,
+                          .buttons = platform::Buttons::YesNo}) == platform::Answer::No;
+    };
+    if (attempt.Test(refuses, TakeBranch)) return false;
+    if (!attempt.Test([&] { return VerifyPIN(shop); }, SkipBranch)) return false;
+    return TellsProgress(attempt, shop);
+}
+
+void EndDay(EmployeeRow& row, const platform::Clock& clock)
+{
+    row.Edit();
+    row.ClearJob();
+    row.Write(LDEmp::EndDay, [&] { return base::Format(clock.Now(), kClockTime); });
+    row.Save();
+}
+
+}  // namespace
+
+void cmdEndDay_Click(Shop& shop)
+{
+    const ResumeNext attempt(shop, "Sub frmLodrin!cmdEndDay_Click()");
+    dao::Recordset& employee = shop.state.employees;
+    platform::Grid& board = shop.window.grdEmp;
+
+    // At the end of the calendar day nobody is there to be asked.
+    if (!shop.state.automaticEndOfDay && !EmployeeEndsHisDay(attempt, shop)) return;
+
+    // The repair order becomes the current record. Whoever has no job has none, and is told so: his
+    // day stays open until the next start of the program.
+    if (!FindsOrderOfJob(attempt, shop)) return;
+
+    // The job is closed before it is cleared from the board, and counted afterwards.
+    if (attempt.Test([&] { return OrderOfJob(board) != 0; }, TakeBranch))
+        attempt([&] { WriteHistory(shop); });
+    EmployeeRow row(attempt, employee, board);
+    if (Finds(attempt, employee, "EmpID = " + board.Text(LDEmp::EmpID.column)))
+        EndDay(row, shop.platform.clock);
+    DailyTotals(attempt, shop);
+}
+
+}  // namespace lodrin

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: Apache-2.0
+// cmdEndDay: the button "End Day": the open job is closed, the day is over and added up.
+#pragma once
+
+namespace lodrin {
+
+struct Shop;
+
+// Rule: with the automatic end-of-day flag set nobody is asked anything.
+void cmdEndDay_Click(Shop& shop);
+
+}  // namespace lodrin
