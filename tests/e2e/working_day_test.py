@@ -1,0 +1,323 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
+"""A working day at the built program, from outside.
+
+usage: working_day_test.py LODRIN MAKE_SHOP CHECK_MDB
+
+A person at a screen works through a day at set times: everything is read and pressed through the
+accessibility bus, and typed where a person types. Then an independent reader compares every row of
+every table with what the day prescribes. Ends with 77 when it cannot be run here.
+"""
+import contextlib
+import os
+import re
+import subprocess
+import sys
+
+import stage
+from stage import until
+
+DATE = "2024-01-15"
+ADDED = ("New Employees have been added to the Lodrin Database and existing employees have been "
+         "updated.Please Exit the program and then restart Lodrin.  Note.... All data will remain as "
+         "shown, you do NOT need to stop any times or end any jobs.")
+NO_DESCRIPTIONS = ("You have not yet set up your status descriptions.  Select Setup/Status "
+                   "Descriptions from the menu before you start using the Lodrin program.")
+DUPLICATE = ("The Kelvaro Lodrin program is already running on this machine.\n"
+             " Try the following actions as necessary: \n\n"
+             "1. Check your task bar, if Lodrin is shown click on the button to activate it. "
+             "2. Try starting the Lodrin program again.  "
+             "3. If actions 1 and 2 above do not work and this message appears again, press "
+             "Control/Alt/Delete.  This will bring up the Task Manager.  If the Lodrin Software "
+             "appears in the task list, highlight it and click on 'End Task'.  If a second box "
+             "appears press 'End Task' there as well.  Then retry running Lodrin.")
+A_RECORD = re.compile(rb'"Error \d+ in Sub [^"\r\n]*"\r\n')
+
+
+def clock_text(moment):
+    """"2024-01-15 07:42:00" as the window's caption shows it."""
+    hour, minute, second = (int(part) for part in moment[11:].split(":"))
+    return f"{(hour + 11) % 12 + 1}:{minute:02}:{second:02} {'AM' if hour < 12 else 'PM'}"
+
+
+class Shop:
+    """The shop, the person at its time clock, and the books as they ought to be."""
+
+    def __init__(self, lodrin, make_shop, check_mdb):
+        self.stage = stage.Stage(lodrin)
+        self.check_mdb = check_mdb
+        self.folder = self.stage.folder / "shop"
+        self.file = self.folder / "Kelvaro.mdb"
+        subprocess.run([make_shop, "--fresh", "--date", DATE, self.folder], check=True,
+                       stdout=subprocess.DEVNULL)
+        (self.stage.program_folder / "Lodrin.ini").write_bytes(
+            f"[FileLoc]\r\nLodrin={self.folder}\r\n".encode())
+        self.person = self.process = None
+
+    # The program
+
+    def start(self, time, date=DATE, long_date="Monday, January 15, 2024"):
+        """Starts the program and confirms everything that it says until its window is there."""
+        self.set_clock(f"{date} {time}:00")
+        self.process = self.stage.start()
+        self.person = Person(self.process)
+        self.person.answer("Date Verification", "Is this the correct date: " + long_date, "Yes")
+        self.person.answer("Lodrin", ADDED, "OK")
+        self.person.answer("Lodrin", NO_DESCRIPTIONS, "OK")
+        self.wait_for_tick()
+        self.person.gone("Lodrin", role="filler")
+        expect(self.read("stsLDText"), f"Database Path: {self.folder}")
+
+    def second_copy_is_refused(self):
+        second = self.stage.start()
+        Person(second).answer("Duplicate Program", DUPLICATE, "OK")
+        expect(second.wait(20), 0)
+        self.wait_for_tick()
+
+    def crash(self):
+        self.process.kill()
+        self.process.wait()
+
+    def leave(self):
+        self.person.press(self.window(), "Exit")
+        expect(self.process.wait(20), 0)
+
+    def set_clock(self, moment):
+        self.moment = moment
+        self.stage.clock.at(moment)
+
+    def at(self, time):
+        self.set_clock(f"{self.moment[:10]} {time}:00")
+        self.wait_for_tick()
+
+    def wait_for_tick(self):
+        self.person.window("Lodrin -      " + clock_text(self.moment))
+
+    # The window
+
+    def window(self):
+        return self.person.window("Lodrin -      ")
+
+    def read(self, name):
+        return self.person.text(self.window(), name)
+
+    def choose_by_touch(self, name):
+        touch(self.person.row(self.window(), "grdEmp", name))
+        until(lambda: self.read("lblEmpName") == name, f"{name} chosen")
+
+    def choose_by_keyboard(self, name, letters):
+        """The first letters find the name on the board."""
+        self.focus("grdEmp", "table")
+        self.person.type(letters)
+        until(lambda: self.read("lblEmpName") == name, f"{name} chosen")
+
+    def focus(self, name, role):
+        """Goes on with the Tab key until the control has the keyboard."""
+        for _ in range(12):
+            control = self.person.control(self.window(), name, role)
+            if has_keyboard(control):
+                return
+            self.person.keys("Tab")
+            settle()
+        raise AssertionError(f"the Tab key does not reach {name}")
+
+    def type_order(self, number):
+        self.focus("cboRO", "text")
+        self.person.type(str(number))
+        until(lambda: self.read_order() == str(number), f"{number} typed")
+        self.person.keys("Return")
+
+    def read_order(self):
+        return text_of(self.person.control(self.window(), "cboRO", "text"))
+
+    def pin(self, number):
+        self.person.window("Enter PIN")
+        self.person.type(number)
+        self.person.keys("Return")
+        self.person.gone("Enter PIN")
+
+    def labor(self, code, department):
+        """With the keyboard alone: the first letters find the entry, Enter confirms."""
+        dialog = self.person.window("Select Labor Type")
+        self.person.pick_by_typing(dialog, "lstGLCodes", code + " ")
+        self.person.keys("Tab")
+        self.person.pick_by_typing(dialog, "lstDepartments", department)
+        self.person.keys("Return")
+        self.person.gone("Select Labor Type")
+
+    def job_line(self, text):
+        until(lambda: self.shows(text), f"{text!r} in the window")
+
+    def shows(self, text):
+        with contextlib.suppress(AssertionError):
+            return bool(self.person.control(self.window(), text, "label"))
+        return False
+
+    # The books
+
+    def stored(self):
+        return Books(self.file)
+
+    def check(self, prescribed, where):
+        found = differences(prescribed, self.stored())
+        if found:
+            raise AssertionError(where + ":\n  " + "\n  ".join(found))
+        checked = subprocess.run([self.check_mdb, self.file], capture_output=True, text=True)
+        if checked.returncode != 0 or not checked.stdout.startswith("clean: "):
+            raise AssertionError(f"{where}: {checked.stdout}{checked.stderr}")
+
+    def reports(self):
+        """The log's lines; each is one whole record."""
+        log = self.stage.log()
+        records = A_RECORD.findall(log)
+        expect(b"".join(records), log)
+        return [record.decode("cp1252").strip() for record in records]
+
+
+def expect(found, wanted):
+    if found != wanted:
+        raise AssertionError(f"{found!r}, not {wanted!r}")
+
+
+def first_start(books):
+    """The clock's tables, and one row for each employee, in the order of their last names."""
+    employees = sorted((row for row in books.tables["Profile"] if row["Type"] == "Employee"),
+                       key=lambda row: row["LastName"].casefold())
+    books.tables.update(LDEmp=[], LDHistory=[], LDTotals=[], Status=[])
+    for profile in employees:
+        add_employee(books, profile)
+
+
+def next_start(books):
+    """The office's hidden row is not seen by the synchronisation, so each start adds another."""
+    add_employee(books, books.the("Profile", "LastName", "@Office"))
+
+
+def add_employee(books, profile):
+    entry = len(books.tables["LDEmp"]) + 1
+    books.tables["LDEmp"].append({
+        "EmpEntry": str(entry), "EmpID": profile["ProfileNumber"],
+        "Name": f"{profile['LastName']}, {profile['FirstName']}", "StartDay": NULL, "EndDay": NULL,
+        "StartJob": NULL, "WO#": "0", "WOID": "0", "VehDesc": NULL, "Customer": NULL, "WorkDate": NULL,
+        "GLType": NULL})
+
+
+def job_open(books, employee, order, code, time):
+    """The employee's row once he works on the order."""
+    paper = books.the("WorkOrder", "WorkOrderNumber", order)
+    books.change("LDEmp", "EmpID", employee, **{
+        "WO#": order, "WOID": paper["EntryNumber"], "VehDesc": paper["ServiceItemDescriptionL1"],
+        "Customer": paper["ProfileDescriptionL1"], "GLType": code, "StartJob": at(time)})
+
+
+def no_job(books, employee, **more):
+    books.change("LDEmp", "EmpID", employee, **{
+        "WO#": NULL, "WOID": NULL, "VehDesc": "", "Customer": "", "GLType": "", "StartJob": NULL, **more})
+
+
+def job_closed(books, employee, order, code, start, end, hours, date=DATE):
+    """A row of the history and one of the labor lines."""
+    paper = books.the("WorkOrder", "WorkOrderNumber", order)
+    profile = books.the("Profile", "ProfileNumber", employee)
+    books.tables["LDHistory"].append({
+        "ID": str(len(books.tables["LDHistory"]) + 1), "EmpID": str(employee), "WorkDate": day(date),
+        "JobStart": at(start), "JobEnd": at(end), "WONumb": str(order), "WOID": paper["EntryNumber"],
+        "GLType": code, "Hrs": hours, "VehDesc": paper["ServiceItemDescriptionL1"],
+        "Customer": paper["ProfileDescriptionL1"]})
+    labor = books.tables["Labor"]
+    labor.append({**dict.fromkeys(labor[0], NULL), **{
+        "LaborID": str(int(labor[-1]["LaborID"]) + 1), "EmployeeID": str(employee),
+        "WONumber": paper["EntryNumber"], "EmpRate": profile["EmpRate"],
+        "LastName": profile["LastName"], "FirstName": profile["FirstName"], "GLType": code,
+        "FlagDate": day(date), "TimeIN": at(start), "TimeOut": at(end), "HrsFlagged": hours,
+        "HrsActual": "0", "WorkOrder": str(order), "MiscDesc": paper["ServiceItemDescriptionL1"],
+        "Paid": "0", "PayBatch": "0", "Adjusted": "0"}})
+
+
+BEAUMONT, CHISHOLM = 2, 6
+
+
+def working_day(shop):
+    """Two technicians, three cars, a crash at lunch, and the day after."""
+    books = shop.stored()
+
+    # 07:42. The shop opens; the clock makes its tables and takes over the employees.
+    shop.start("07:42")
+    first_start(books)
+    shop.second_copy_is_refused()
+
+    # 07:55. Chloé Beaumont touches her name, types the number and her PIN. The car has not been
+    # worked on before.
+    shop.at("07:55")
+    shop.choose_by_touch("Beaumont, Chloé")
+    shop.type_order(10117)
+    shop.pin("1234")
+    shop.labor("BL", "Body")
+    shop.job_line("WO 10117 · BL · since 07:55 AM · 2012 Dorado Mesa SLE 4D UTV · O'Brien, Jürgen")
+    books.change("LDEmp", "EmpID", BEAUMONT, StartDay=at("07:55"), WorkDate=day(DATE))
+    job_open(books, BEAUMONT, 10117, "BL", "07:55")
+    books.change("WorkOrder", "WorkOrderNumber", 10117, BLTech=BEAUMONT, DeptSequence=30,
+                 Started=f"{DATE} 07:55:00", Arrived=f"{DATE} 07:55:00")
+
+    # 08:05. Selma Chisholm has no PIN and no mouse. Nobody has counted refinish hours on her van.
+    shop.at("08:05")
+    shop.choose_by_keyboard("Chisholm, Selma", "chi")
+    shop.type_order(10118)
+    shop.labor("RL", "Paint")
+    shop.job_line("WO 10118 · RL · since 08:05 AM · 2012 Hallmark Convoy 2500 VAN · Nightingale, Naomi")
+    books.change("LDEmp", "EmpID", CHISHOLM, StartDay=at("08:05"), WorkDate=day(DATE))
+    job_open(books, CHISHOLM, 10118, "RL", "08:05")
+    books.change("WorkOrder", "WorkOrderNumber", 10118, RLTech=CHISHOLM, DeptSequence=70,
+                 Started=f"{DATE} 08:05:00", Arrived=f"{DATE} 08:05:00")
+
+    # 10:20. Chloé changes cars: what she did until now is charged to the car she turns to.
+    shop.at("10:20")
+    shop.choose_by_touch("Beaumont, Chloé")
+    shop.type_order(10112)
+    shop.pin("1234")
+    shop.labor("BL", "Body")
+    shop.job_line("WO 10112 · BL · since 10:20 AM · 2010 Stellar Pulse EX 4D SED · Dunleavy, Orson")
+    job_closed(books, BEAUMONT, 10117, "BL", "07:55", "10:20", "2.42")
+    job_open(books, BEAUMONT, 10112, "BL", "10:20")
+    books.change("WorkOrder", "WorkOrderNumber", 10112, BLTech=BEAUMONT)
+    books.add_to(10112, "BodyWorked", 2.42)
+    books.add_to(10112, "BodyCost", 31.52 * 2.42)
+
+    # 12:45. The power goes. What was clocked is there; at ten past one the clock is up again.
+    shop.at("12:45")
+    shop.crash()
+    shop.check(books, "after the crash")
+    shop.start("13:10")
+    next_start(books)
+    shop.second_copy_is_refused()
+    shop.choose_by_touch("Beaumont, Chloé")
+    shop.job_line("WO 10112 · BL · since 10:20 AM · 2010 Stellar Pulse EX 4D SED · Dunleavy, Orson")
+    shop.leave()
+    shop.check(books, "in the evening")
+    expect([re.sub(r"Error = .*'", "", line) for line in shop.reports()],
+           [f'"Error 5 in Sub frmLodrin!cboRO_KeyUp(){when}"' for when in
+            ("1/15/2024:7:55:00 AM", "1/15/2024:8:05:00 AM", "1/15/2024:10:20:00 AM")])
+
+
+def main():
+    stage.require_tools()
+    stage.enter_own_root()
+    lodrin, make_shop, check_mdb = (os.path.abspath(path) for path in sys.argv[1:4])
+    shop = Shop(lodrin, make_shop, check_mdb)
+    try:
+        connect()
+        working_day(shop)
+    except BaseException:
+        shop.stage.picture()
+        print(shop.stage.errors())
+        print(shop.stage.log().decode("cp1252"))
+        raise
+    finally:
+        shop.stage.clear()
+
+
+if __name__ == "__main__":
+    stage.require_tools()
+    from books import NULL, Books, at, day, differences
+    from hands import Person, connect, has_keyboard, settle, text_of, touch
+    main()
