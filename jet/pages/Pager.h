@@ -9,6 +9,7 @@
 #include "jet/pages/Journal.h"
 
 #include <memory>
+#include <span>
 #include <string>
 
 namespace jet::pages {
@@ -54,6 +55,10 @@ public:
     // The page as the open write set has it, otherwise as it is stored.
     // Errors: 3343 when there is no such page, 3043.
     [[nodiscard]] Page Read(PageNumber page) const;
+
+    // Says which pages will be asked for next, in this order, so that they are fetched together.
+    // Rule: a page that cannot be read ahead is no error.
+    void Expect(std::span<const PageNumber> next) const;
 
     // Counts what may have changed pages: our committed write sets and those of others that we
     // noticed.

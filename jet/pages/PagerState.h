@@ -58,6 +58,9 @@ struct Pager::State {
     // The one place where a page comes from the file and goes to it.
     [[nodiscard]] PageBytes Load(PageNumber page) const;
     void Store(PageNumber page, const PageBytes& bytes);
+    // Several pages with one look at the file; none when they are not alike.
+    void LoadAhead(std::span<const PageNumber> next) const;
+    [[nodiscard]] std::size_t RunToLoad(std::span<const PageNumber> next) const;
     [[nodiscard]] std::array<std::byte, 512> CommitWords() const;
     // Tells others that we wrote: the next value of our own commit word, two bytes in place.
     void CountCommit();
@@ -80,6 +83,7 @@ struct Pager::State {
     std::uint64_t changeCount = 0;
     std::array<std::byte, 512> commitWords{};
     mutable PageCache cache{kCachedPages};
+    mutable PageBytes loadedAhead;  // kept for its room
     WriteSet::State* openSet = nullptr;
 };
 
