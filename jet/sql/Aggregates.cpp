@@ -28,6 +28,11 @@ constexpr std::array<std::pair<std::string_view, AggregateKind>, 11> kKinds{{
     {"VarP", AggregateKind::VarP},
 }};
 
+bool IsSpread(AggregateKind kind)
+{
+    return kind >= AggregateKind::StDev;
+}
+
 }  // namespace
 
 AggregateKind AggregateNamed(std::string_view name)
@@ -35,6 +40,12 @@ AggregateKind AggregateNamed(std::string_view name)
     for (const auto& [known, kind] : kKinds)
         if (base::SameName(known, name)) return kind;
     return AggregateKind::Count;
+}
+
+bool GathersNumbers(AggregateKind kind)
+{
+    return kind == AggregateKind::Count || kind == AggregateKind::Sum ||
+           kind == AggregateKind::Avg || IsSpread(kind);
 }
 
 void Accumulator::Add(const base::Value& value)
@@ -46,32 +57,49 @@ void Accumulator::Add(const base::Value& value)
         return;
     }
     if (value.IsNull()) return;
-    ++count_;
     switch (kind_) {
     case AggregateKind::Count:
+        ++count_;
         return;
     case AggregateKind::Min:
+        ++count_;
         if (first || *Compare(value, kept_, order_) < 0) kept_ = value;
         return;
     case AggregateKind::Max:
+        ++count_;
         if (first || *Compare(value, kept_, order_) > 0) kept_ = value;
         return;
     default:
-        AddNumber(value);
+        break;
     }
-}
-
-void Accumulator::AddNumber(const base::Value& value)
-{
     const std::optional<double> number = NumberIn(value);
     if (!number) throw base::NumberedError(3464);
-    const auto* const money = value.As<base::Currency>();
-    onlyMoney_ =
-        onlyMoney_ && money != nullptr && !__builtin_add_overflow(money_, money->scaled, &money_);
-    sum_ += *number;
-    const double distance = *number - mean_;
+    if (const auto* const money = value.As<base::Currency>())
+        AddMoney(*money);
+    else
+        onlyMoney_ = false;
+    Gather(*number);
+}
+
+void Accumulator::AddNumber(double number)
+{
+    onlyMoney_ = false;
+    Gather(number);
+}
+
+void Accumulator::AddMoney(base::Currency money)
+{
+    onlyMoney_ = onlyMoney_ && !__builtin_add_overflow(money_, money.scaled, &money_);
+}
+
+void Accumulator::Gather(double number)
+{
+    ++count_;
+    sum_ += number;
+    if (!IsSpread(kind_)) return;
+    const double distance = number - mean_;
     mean_ += distance / count_;
-    squares_ += distance * (*number - mean_);
+    squares_ += distance * (number - mean_);
 }
 
 base::Value Accumulator::Spread() const

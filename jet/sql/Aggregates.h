@@ -15,6 +15,9 @@ enum class AggregateKind { Count, Sum, Avg, Min, Max, First, Last, StDev, StDevP
 // Requires: IsAggregateName(name).
 [[nodiscard]] AggregateKind AggregateNamed(std::string_view name);
 
+// Whether numbers are all that such an aggregate wants to know of values that are numbers.
+[[nodiscard]] bool GathersNumbers(AggregateKind kind);
+
 // Rule: null is passed over by all but First and Last. Over nothing, Count is 0 and the others are
 //       null. Doubles are added in row order; money stays money.
 class Accumulator {
@@ -23,12 +26,15 @@ public:
 
     // Errors: 3464 text where a number is needed.
     void Add(const base::Value& value);
+    // The same for a number that is neither null nor money. Requires: GathersNumbers(kind).
+    void AddNumber(double number);
     // A row of Count(*).
     void AddRow() { ++count_; }
     [[nodiscard]] base::Value Result() const;
 
 private:
-    void AddNumber(const base::Value& value);
+    void AddMoney(base::Currency money);
+    void Gather(double number);
     [[nodiscard]] base::Value Spread() const;
 
     AggregateKind kind_;

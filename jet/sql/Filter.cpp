@@ -30,40 +30,6 @@ Operator Mirrored(Operator op)
     }
 }
 
-bool HasFixedNumber(ColumnType type)
-{
-    switch (type) {
-    case ColumnType::Byte:
-    case ColumnType::Integer:
-    case ColumnType::Long:
-    case ColumnType::Currency:
-    case ColumnType::Single:
-    case ColumnType::Double:
-    case ColumnType::Date:
-        return true;
-    default:
-        return false;
-    }
-}
-
-double NumberAt(format::Span bytes, ColumnType type)
-{
-    switch (type) {
-    case ColumnType::Byte:
-        return format::ReadU8(bytes, 0);
-    case ColumnType::Integer:
-        return format::ReadScalar<std::int16_t>(bytes, 0);
-    case ColumnType::Long:
-        return format::ReadI32(bytes, 0);
-    case ColumnType::Currency:
-        return static_cast<double>(format::ReadScalar<std::int64_t>(bytes, 0)) / 10000;
-    case ColumnType::Single:
-        return format::ReadScalar<float>(bytes, 0);
-    default:
-        return format::ReadF64(bytes, 0);
-    }
-}
-
 // The constant as a value of the column's own type, when it is one exactly.
 std::optional<base::Value> KeyOf(ColumnType type, double constant)
 {
@@ -94,26 +60,21 @@ std::optional<base::Value> KeyOf(ColumnType type, double constant)
 
 bool Filter::NumberTest::Passes(const format::RowView& row) const
 {
-    double number = 0;
-    if (type == ColumnType::Boolean) {
-        number = row.Boolean(column) ? -1 : 0;
-    } else {
-        if (row.IsNull(column)) return false;
-        number = NumberAt(row.Field(column), type);
-    }
+    const std::optional<double> number = column.In(row);
+    if (!number) return false;
     switch (op) {
     case Operator::Equal:
-        return number == constant;
+        return *number == constant;
     case Operator::NotEqual:
-        return number != constant;
+        return *number != constant;
     case Operator::Less:
-        return number < constant;
+        return *number < constant;
     case Operator::Greater:
-        return number > constant;
+        return *number > constant;
     case Operator::LessOrEqual:
-        return number <= constant;
+        return *number <= constant;
     default:
-        return number >= constant;
+        return *number >= constant;
     }
 }
 
@@ -148,14 +109,13 @@ void Filter::Add(const Expression& part)
 
 bool Filter::AddComparison(std::size_t column, Operator op, const base::Value& constant)
 {
-    const std::vector<format::ColumnDefinition>& columns = rows_->Definition().columns;
-    if (column >= columns.size()) return false;
-    const ColumnType type = columns[column].type;
-    if (type == ColumnType::Boolean || HasFixedNumber(type)) {
+    const format::TableDefinition& table = rows_->Definition();
+    if (column >= table.columns.size()) return false;
+    if (const std::optional<NumberColumn> tested = NumberColumn::Of(table, column)) {
         const std::optional<double> number = NumberIn(constant);
         if (!number) return false;
-        numbers_.push_back({column, type, op, *number});
-    } else if (type == ColumnType::Text && constant.IsText()) {
+        numbers_.push_back({*tested, op, *number});
+    } else if (table.columns[column].type == ColumnType::Text && constant.IsText()) {
         texts_.push_back({column, op, constant.As<std::string>()});
     } else {
         return false;

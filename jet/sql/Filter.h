@@ -3,6 +3,7 @@
 #pragma once
 
 #include "jet/sql/Evaluator.h"
+#include "jet/sql/NumberColumn.h"
 
 #include <memory>
 #include <optional>
@@ -30,10 +31,9 @@ public:
     [[nodiscard]] const std::vector<table::Assignment>& Keys() const { return keys_; }
 
 private:
-    // A column of fixed width, or a boolean, against a number.
+    // A column against a number.
     struct NumberTest {
-        std::size_t column = 0;
-        format::ColumnType type = format::ColumnType::Long;
+        NumberColumn column;
         Operator op = Operator::Equal;
         double constant = 0;
         [[nodiscard]] bool Passes(const format::RowView& row) const;

@@ -115,15 +115,45 @@ Group NewGroup(const Query& query)
     return group;
 }
 
-void AddRow(Group& group, const Query& query, const Row& row)
+// What an aggregate is given of each row: an expression's value, or nothing of Count(*).
+struct Input {
+    const Expression* expression = nullptr;
+    // The expression is this column alone, and the aggregate needs no more than its number.
+    std::optional<NumberColumn> number;
+};
+
+Input InputOf(const Expression& aggregate, const table::RowSource& source)
 {
-    for (std::size_t i = 0; i < group.accumulators.size(); ++i) {
-        const Expression& aggregate = *query.Aggregates()[i];
-        if (aggregate.operands.empty()) {
-            group.accumulators[i].AddRow();
-        } else {
-            group.accumulators[i].Add(Evaluate(*aggregate.operands[0], row, query.World()));
-        }
+    if (aggregate.operands.empty()) return {};
+    Input input{aggregate.operands[0].get(), std::nullopt};
+    if (input.expression->kind != ExpressionKind::Name ||
+        !GathersNumbers(AggregateNamed(aggregate.name)))
+        return input;
+    input.number = NumberColumn::Of(source.Definition(), input.expression->place);
+    // Money is added up exactly.
+    if (input.number && input.number->Type() == format::ColumnType::Currency) input.number.reset();
+    return input;
+}
+
+std::vector<Input> InputsOf(const Query& query)
+{
+    std::vector<Input> inputs;
+    for (const Expression* const aggregate : query.Aggregates())
+        inputs.push_back(InputOf(*aggregate, *query.Table()->rows));
+    return inputs;
+}
+
+void AddRow(Accumulator& accumulator, const Input& input, const Query& query,
+            const format::RowView& row)
+{
+    if (input.number) {
+        if (const std::optional<double> number = input.number->In(row))
+            accumulator.AddNumber(*number);
+    } else if (input.expression != nullptr) {
+        const StoredRowValues values(*query.Table()->rows, row);
+        accumulator.Add(Evaluate(*input.expression, values, query.World()));
+    } else {
+        accumulator.AddRow();
     }
 }
 
@@ -137,23 +167,33 @@ std::vector<Candidate> ConstantRow(const Query& query)
 
 using Groups = std::map<ValueRow, Group, RowLess>;
 
+Group& GroupOf(const format::RowView& row, const Query& query, Groups& groups)
+{
+    const StoredRowValues values(*query.Table()->rows, row);
+    ValueRow keys;
+    for (const ExpressionPtr& key : query.Statement().groupBy)
+        keys.push_back(Evaluate(*key, values, query.World()));
+    const auto [place, isNew] = groups.try_emplace(std::move(keys));
+    if (isNew) place->second = NewGroup(query);
+    return place->second;
+}
+
 Groups GroupsOf(const Query& query)
 {
     const table::RowSource& source = *query.Table()->rows;
-    const std::vector<ExpressionPtr>& groupBy = query.Statement().groupBy;
+    const std::vector<Input> inputs = InputsOf(query);
     Groups groups(RowLess{query.World().order});
     // Without GROUP BY there is one group, rows or none.
-    if (groupBy.empty()) groups.emplace(ValueRow{}, NewGroup(query));
+    Group* const only = query.Statement().groupBy.empty()
+                            ? &groups.emplace(ValueRow{}, NewGroup(query)).first->second
+                            : nullptr;
     RowFinder finder(source, query.Where());
     while (finder.Next()) {
-        const StoredRowValues row(source, finder.Row());
-        ValueRow keys;
-        for (const ExpressionPtr& key : groupBy)
-            keys.push_back(Evaluate(*key, row, query.World()));
-        const auto [place, isNew] = groups.try_emplace(std::move(keys));
-        if (isNew) place->second = NewGroup(query);
-        if (!place->second.first) place->second.first = source.Fetch(finder.Id());
-        AddRow(place->second, query, row);
+        const format::RowView& row = finder.Row();
+        Group& group = only != nullptr ? *only : GroupOf(row, query, groups);
+        if (!group.first) group.first = source.Fetch(finder.Id());
+        for (std::size_t i = 0; i < inputs.size(); ++i)
+            AddRow(group.accumulators[i], inputs[i], query, row);
     }
     return groups;
 }
