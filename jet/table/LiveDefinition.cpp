@@ -20,7 +20,7 @@ void LiveDefinition::Load()
     changeCount_ = pager_->ChangeCount();
     JoinedDefinition joined = JoinDefinition(*pager_, first_);
     BlankCounters(joined.bytes);
-    if (joined.bytes == design_) return;
+    if (format::SameBytes(joined.bytes, design_)) return;
     readings_.push_back(
         std::make_shared<const format::TableDefinition>(LoadDefinition(*pager_, first_)));
     design_ = std::move(joined.bytes);
