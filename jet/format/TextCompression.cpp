@@ -4,6 +4,7 @@
 #include "base/Text.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace jet::format {
 
@@ -61,11 +62,28 @@ bool Compressible(std::u16string_view units)
                        [](char16_t unit) { return unit >= 0x01 && unit <= 0xFF; });
 }
 
+// Every second byte of a text stored plain, when it is ASCII and the others are zero.
+std::optional<std::string> PlainAscii(Span bytes)
+{
+    std::string text(bytes.size() / 2, '\0');
+    unsigned seen = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const std::uint16_t unit = ReadU16(bytes, 2 * i);
+        seen |= unit;
+        text[i] = static_cast<char>(unit & 0x7FU);
+    }
+    if (seen >= 0x80) return std::nullopt;
+    return text;
+}
+
 }  // namespace
 
 std::string DecodeText(Span bytes)
 {
-    if (!IsCompressed(bytes)) return base::FromUtf16(PlainUnits(bytes));
+    if (!IsCompressed(bytes)) {
+        if (std::optional<std::string> text = PlainAscii(bytes)) return *std::move(text);
+        return base::FromUtf16(PlainUnits(bytes));
+    }
     const Span text = bytes.subspan(kMarkSize);
     if (!IsAscii(text)) return base::FromUtf16(CompressedUnits(text));
     std::string result(text.size(), '\0');

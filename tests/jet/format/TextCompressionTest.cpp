@@ -24,6 +24,15 @@ TEST(TextCompressionTest, PlainTextIsTwoBytesACharacter)
     EXPECT_EQ(DecodeText(FromHex("6800 6900 e400 b103")), "hi\xC3\xA4\xCE\xB1");
 }
 
+TEST(TextCompressionTest, PlainTextIsReadWhateverItsFirstCharacterBeyondAsciiIs)
+{
+    EXPECT_EQ(DecodeText(FromHex("4200 4c00")), "BL");
+    EXPECT_EQ(DecodeText(FromHex("4200 8000")), "B\xC2\x80");
+    EXPECT_EQ(DecodeText(FromHex("4200 4c01")), "B\xC5\x8C");
+    EXPECT_EQ(DecodeText(FromHex("4200 0000 4c00")), std::string("B\0L", 3));
+    EXPECT_EQ(DecodeText(FromHex("4200 4c")), "B");
+}
+
 TEST(TextCompressionTest, ThreeLatinCharactersAreCompressed)
 {
     EXPECT_EQ(Compressed("abc"), "fffe616263");
