@@ -5,21 +5,49 @@
 
 namespace bench {
 
-Peer::Peer(const std::string& path)
+namespace {
+
+void AddField(Reading& reading, sqlite3_stmt* row, int field)
+{
+    switch (sqlite3_column_type(row, field)) {
+    case SQLITE_INTEGER:
+    case SQLITE_FLOAT:
+        return reading.AddNumber(sqlite3_column_double(row, field));
+    case SQLITE_TEXT:
+        if (sqlite3_column_text(row, field) != nullptr)
+            reading.AddText(static_cast<std::size_t>(sqlite3_column_bytes(row, field)));
+        return;
+    default:
+        return;
+    }
+}
+
+}  // namespace
+
+Peer::Connection Peer::OpenFile(const std::string& path)
 {
     sqlite3* opened = nullptr;
     const int result = sqlite3_open(path.c_str(), &opened);
-    database_.reset(opened);
-    if (result != SQLITE_OK) Fail();
+    Connection database(opened);
+    if (result != SQLITE_OK) throw std::runtime_error(sqlite3_errmsg(opened));
+    return database;
+}
+
+Peer::Peer(const std::string& path) : database_(OpenFile(path))
+{
     Run("PRAGMA journal_mode = DELETE; PRAGMA synchronous = FULL; PRAGMA cache_size = -400000;");
     Run("CREATE TABLE LDHistory (ID INTEGER PRIMARY KEY, EmpID INTEGER, WorkDate REAL,"
         " JobStart REAL, JobEnd REAL, WONumb INTEGER, WOID INTEGER, GLType TEXT, Hrs REAL,"
         " VehDesc TEXT, Customer TEXT)");
     insert_ = Prepare("INSERT INTO LDHistory (EmpID, WorkDate, JobStart, JobEnd, WONumb, WOID,"
                       " GLType, Hrs, VehDesc, Customer) VALUES (?,?,?,?,?,?,?,?,?,?)");
-    scan_ = Prepare("SELECT * FROM LDHistory WHERE EmpID = ? AND WorkDate = ?");
     find_ = Prepare("SELECT ID FROM LDHistory WHERE WONumb = ? LIMIT 1");
     update_ = Prepare("UPDATE LDHistory SET Hrs = ? WHERE ID = ?");
+}
+
+Peer::Peer(Connection database) : database_(std::move(database))
+{
+    Run("PRAGMA mmap_size = 1073741824");
 }
 
 void Peer::Fail() const
@@ -27,10 +55,11 @@ void Peer::Fail() const
     throw std::runtime_error(sqlite3_errmsg(database_.get()));
 }
 
-Peer::Statement Peer::Prepare(const char* sql) const
+Peer::Statement Peer::Prepare(const std::string& sql) const
 {
     sqlite3_stmt* statement = nullptr;
-    if (sqlite3_prepare_v2(database_.get(), sql, -1, &statement, nullptr) != SQLITE_OK) Fail();
+    if (sqlite3_prepare_v2(database_.get(), sql.c_str(), -1, &statement, nullptr) != SQLITE_OK)
+        Fail();
     return Statement(statement);
 }
 
@@ -59,16 +88,17 @@ void Peer::Append(const Job& job)
     sqlite3_reset(row);
 }
 
-int Peer::Scan(int employee, double day)
+Reading Peer::Read(const std::string& sql, int limit) const
 {
-    sqlite3_stmt* rows = scan_.get();
-    sqlite3_bind_int(rows, 1, employee);
-    sqlite3_bind_double(rows, 2, day);
-    int count = 0;
-    while (sqlite3_step(rows) == SQLITE_ROW)
-        count += sqlite3_column_int(rows, 1) == employee ? 1 : 0;
-    sqlite3_reset(rows);
-    return count;
+    const Statement rows = Prepare(sql);
+    const int fields = sqlite3_column_count(rows.get());
+    Reading reading;
+    while (reading.rows < limit && sqlite3_step(rows.get()) == SQLITE_ROW) {
+        for (int field = 0; field < fields; ++field)
+            AddField(reading, rows.get(), field);
+        ++reading.rows;
+    }
+    return reading;
 }
 
 std::int64_t Peer::Find(int workOrder)
