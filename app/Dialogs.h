@@ -26,6 +26,8 @@ public:
     virtual void ShowGLSelect(Shop& shop) = 0;
     virtual void UnloadGLSelect(Shop& shop) = 0;
     virtual void ShowProgress(Shop& shop) = 0;
+    // Requires: the form has been made.
+    virtual void ShowStatus(Shop& shop) = 0;
 };
 
 }  // namespace lodrin

@@ -92,6 +92,12 @@ void ShowProgress(Shop& shop)
     shop.dialogs.ShowProgress(shop);
 }
 
+void ShowStatus(Shop& shop)
+{
+    const EventGate::Window window(shop.gate, Modal::Dialog);
+    shop.dialogs.ShowStatus(shop);
+}
+
 void DoEvents(Shop& shop)
 {
     shop.platform.events.LetPendingRun();

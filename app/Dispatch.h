@@ -31,6 +31,7 @@ void Say(Shop& shop, const std::string& text,
 [[nodiscard]] std::string AskFile(Shop& shop, const std::string& filter);
 void ShowGLSelect(Shop& shop);
 void ShowProgress(Shop& shop);
+void ShowStatus(Shop& shop);
 
 // Lets windows repaint.
 void DoEvents(Shop& shop);

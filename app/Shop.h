@@ -13,6 +13,9 @@
 #include "floor/frmProgress.h"
 #include "jet/dao/DBEngine.h"
 #include "platform/Services.h"
+#include "setup/frmStatus.h"
+
+#include <memory>
 
 namespace lodrin {
 
@@ -22,6 +25,7 @@ struct Forms {
     frmProcMsg procMsg;
     frmGLSelect glSelect;
     frmProgress progress;
+    std::unique_ptr<frmStatus> status;  // made when it is first asked for
 };
 
 struct Shop {

@@ -94,10 +94,4 @@ void cboRO_KeyUp(Shop& shop, int keyCode)
     attempt([&] { StartJob(shop, number); });
 }
 
-void mnuSynchRO_Click(Shop& shop)
-{
-    const ResumeNext attempt(shop, "Sub frmLodrin!mnuSynchRO_Click()");
-    attempt([&] { GetROList(shop); });
-}
-
 }  // namespace lodrin

@@ -10,7 +10,5 @@ void GetROList(Shop& shop);
 void cboRO_Click(Shop& shop);
 // Acts on 13, the Enter key.
 void cboRO_KeyUp(Shop& shop, int keyCode);
-// The menu's refresh of the list.
-void mnuSynchRO_Click(Shop& shop);
 
 }  // namespace lodrin

@@ -7,6 +7,7 @@
 #include "data/ui/frmProcMsgView.h"
 #include "floor/ui/frmGLSelectView.h"
 #include "floor/ui/frmProgressView.h"
+#include "setup/ui/frmStatusView.h"
 
 namespace lodrin::ui {
 
@@ -15,6 +16,7 @@ QtDialogs::QtDialogs() = default;
 QtDialogs::~QtDialogs()
 {
     delete procMsg_;
+    delete status_;
 }
 
 EventDoor QtDialogs::DoorOf(Shop& shop) const
@@ -84,6 +86,13 @@ void QtDialogs::ShowProgress(Shop& shop)
 {
     shop.forms.progress.Form_Load(shop);
     frmProgressView(shop, DoorOf(shop), main_.get()).Wait();
+}
+
+void QtDialogs::ShowStatus(Shop& shop)
+{
+    shop.forms.status->Form_Load(shop);
+    if (!status_) status_ = new frmStatusView(shop, DoorOf(shop), main_.get());
+    status_->Wait();
 }
 
 }  // namespace lodrin::ui

@@ -16,6 +16,7 @@ class QWidget;
 namespace lodrin::ui {
 
 class frmLodrinView;
+class frmStatusView;
 
 class QtDialogs : public Dialogs {
 public:
@@ -36,6 +37,7 @@ public:
     void ShowGLSelect(Shop& shop) override;
     void UnloadGLSelect(Shop& shop) override;
     void ShowProgress(Shop& shop) override;
+    void ShowStatus(Shop& shop) override;
 
 private:
     [[nodiscard]] EventDoor DoorOf(Shop& shop) const;
@@ -44,6 +46,7 @@ private:
     std::unique_ptr<frmLodrinView> main_;
     QPointer<QWidget> procMsg_;  // may go with the window that owns it
     QPointer<QDialog> glSelect_;
+    QPointer<frmStatusView> status_;  // made once; belongs to the main window
 };
 
 }  // namespace lodrin::ui

@@ -18,6 +18,7 @@
 #include "platform/qt/QtText.h"
 #include "platform/qt/RepairOrderBox.h"
 #include "platform/qt/ShopStyle.h"
+#include "setup/mnuSetup.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -39,7 +40,6 @@ using namespace platform::qt;
 constexpr int kMargin = 16;
 constexpr double kNameSize = 1.9;  // of the usual font
 constexpr int kEnterKey = 13;
-constexpr const char* kNotYet = "Not available in this version yet.";
 constexpr const char* kChooseName = "Choose your name on the board.";
 
 // A heading over a control; its mnemonic leads there.
@@ -61,20 +61,12 @@ QFont Scaled(QFont font, double factor, bool bold)
     return font;
 }
 
-// A control whose procedure this version does not have.
-void SwitchOff(platform::Label& label)
-{
-    label.enabled = false;
-    label.tip = kNotYet;
-}
-
 }  // namespace
 
 frmLodrinView::frmLodrinView(Shop& shop, EventDoor door)
     : shop_(shop), door_(std::move(door)), timer_(this)
 {
     setObjectName("frmLodrin");
-    SwitchOff(shop_.window.mnuSetupItems);
     shop_.window.cmdExit.tip = "Exit Time Clock";
     MirrorCaption(shop_.window.caption, this);
     BuildMenus();
@@ -108,6 +100,8 @@ void frmLodrinView::BuildMenus()
     wire("mnuFileOpen", &mnuFileOpen_Click);
     wire("mnuSyncEmp", &mnuSyncEmp_Click);
     wire("mnuSynchRO", &mnuSynchRO_Click);
+    connect(findChild<QAction*>("mnuSetupItems"), &QAction::triggered, this,
+            [this] { Run([](Shop& shop) { mnuSetupItems_Click(shop, 0); }); });
 
     // The date stands in the corner, where it takes no room from the board.
     auto* corner = new QWidget(menuBar());

@@ -21,6 +21,7 @@ struct Column {
     int width = 1000;
     std::string format;  // of base::Format; empty shows the value's text
     bool visible = true;
+    bool editable = false;  // whether the user may type into its cells
     int position = 0;
     Alignment headerAlignment = Alignment::Left;
     Alignment textAlignment = Alignment::Left;
@@ -62,7 +63,7 @@ public:
     void SetCell(int column, const base::Value& value);
     // What a cell shows: its value through the column's format.
     [[nodiscard]] std::string Shown(int row, int column) const;
-    // Whether the user may type into cells.
+    // Whether the user may type into the cells of editable columns.
     bool allowEdit = false;
 
 private:

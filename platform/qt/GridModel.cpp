@@ -78,6 +78,14 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
     return {};
 }
 
+Qt::ItemFlags GridModel::flags(const QModelIndex& index) const
+{
+    const Qt::ItemFlags usual = QAbstractTableModel::flags(index);
+    if (!index.isValid() || index.column() >= grid_->ColumnCount()) return usual;
+    const bool typedInto = grid_->allowEdit && grid_->ColumnAt(index.column() + 1).editable;
+    return typedInto ? usual | Qt::ItemIsEditable : usual;
+}
+
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation != Qt::Horizontal || section < 0 || section >= grid_->ColumnCount()) return {};

@@ -25,6 +25,12 @@ constexpr double kDesignFontHeight = 13;  // pixels of the 8-point font the widt
 const base::Date kWideTime{20.0 / 24 + 48.0 / 1440};  // 08:48 PM
 constexpr int kCellMargin = 20;                       // both sides together
 
+bool LeavesRow(int key)
+{
+    return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp ||
+           key == Qt::Key_PageDown;
+}
+
 class WhileMirroring {
 public:
     explicit WhileMirroring(bool& flag) : flag_(flag), before_(flag) { flag_ = true; }
@@ -41,10 +47,16 @@ private:
 
 GridWidget::GridWidget(Grid& grid, std::vector<int> stretching, QWidget* parent)
     : QTableView(parent), grid_(&grid), model_(new GridModel(grid, this)),
+      editor_(new CellEditor(
+          [this](const QModelIndex& cell, const QString& text) {
+              return typed && typed(cell.row() + 1, cell.column() + 1, FromQt(text));
+          },
+          this)),
       stretching_(std::move(stretching))
 {
     LookAndFeel();
     setModel(model_);
+    setItemDelegate(editor_);
     connect(this, &QAbstractItemView::clicked, this, [this] {
         if (clickedRow) clickedRow();
     });
@@ -65,7 +77,7 @@ void GridWidget::LookAndFeel()
     setVerticalScrollMode(ScrollPerPixel);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(std::max(kRowHeight, fontMetrics().height() * 9 / 5));
+    AllowTyping();
     horizontalHeader()->setSectionsMovable(false);
     horizontalHeader()->setSectionsClickable(false);
     horizontalHeader()->setHighlightSections(false);
@@ -92,6 +104,8 @@ void GridWidget::Mirror()
 // current row, or none set on purpose, keeps it from that.
 void GridWidget::ShowCurrentRow()
 {
+    // The row that is being stored stays where the user is about to leave it.
+    if (editor_->Storing()) return;
     const QModelIndex shown = currentIndex();
     const int row = grid_->Row() - 1;
     if (row < 0 || model_->columnCount() == 0)
@@ -104,10 +118,28 @@ void GridWidget::ShowCurrentRow()
 
 int GridWidget::FirstColumn() const
 {
+    if (TypedColumn() >= 0) return TypedColumn();
     for (int place = 0; place < horizontalHeader()->count(); ++place)
         if (const int column = horizontalHeader()->logicalIndex(place); !isColumnHidden(column))
             return column;
     return 0;
+}
+
+// The column that is typed into; -1 when there is none.
+int GridWidget::TypedColumn() const
+{
+    for (int column = 1; grid_->allowEdit && column <= grid_->ColumnCount(); ++column)
+        if (grid_->ColumnAt(column).editable && grid_->ColumnAt(column).visible) return column - 1;
+    return -1;
+}
+
+void GridWidget::AllowTyping()
+{
+    const bool allowed = TypedColumn() >= 0;
+    setEditTriggers(allowed ? DoubleClicked | SelectedClicked | EditKeyPressed | AnyKeyPressed
+                            : EditTriggers(NoEditTriggers));
+    const int height = std::max(kRowHeight, fontMetrics().height() * 9 / 5);
+    verticalHeader()->setDefaultSectionSize(allowed ? std::max(kButtonHeight, height) : height);
 }
 
 void GridWidget::ApplyLayout()
@@ -120,6 +152,7 @@ void GridWidget::ApplyLayout()
             if (layout_[static_cast<std::size_t>(column)].position == position)
                 horizontalHeader()->moveSection(horizontalHeader()->visualIndex(column),
                                                 position - 1);
+    AllowTyping();
     naturalWidths_.clear();
     for (int column = 1; column <= count; ++column)
         naturalWidths_.push_back(NaturalWidth(column));
@@ -184,13 +217,60 @@ void GridWidget::currentChanged(const QModelIndex& current, const QModelIndex& p
     if (grid_->Row() != current.row() + 1) QTimer::singleShot(0, this, [this] { Mirror(); });
 }
 
+bool GridWidget::FinishTyping()
+{
+    return editor_->Finish();
+}
+
+// Whichever cell of the row was touched, the one that is typed into opens.
+bool GridWidget::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event)
+{
+    const int column = TypedColumn();
+    return QTableView::edit(column < 0 ? index : index.siblingAtColumn(column), trigger, event);
+}
+
+// Tab goes on to the next row's cell; behind the last row it leaves the grid.
+void GridWidget::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)
+{
+    using Hint = QAbstractItemDelegate;
+    const int row = editor_->Cell().row();
+    const bool along = hint == Hint::EditNextItem || hint == Hint::EditPreviousItem;
+    QTableView::closeEditor(editor, along ? Hint::NoHint : hint);
+    if (!along) return;
+    const int next = hint == Hint::EditNextItem ? row + 1 : row - 1;
+    if (next >= 0 && next < model_->rowCount())
+        TypeInto(next);
+    else
+        focusNextPrevChild(hint == Hint::EditNextItem);
+}
+
+void GridWidget::TypeInto(int row)
+{
+    const QModelIndex cell = model_->index(row, TypedColumn());
+    setCurrentIndex(cell);
+    if (currentIndex() == cell) QTableView::edit(cell);
+}
+
+void GridWidget::mousePressEvent(QMouseEvent* event)
+{
+    if (FinishTyping())
+        QTableView::mousePressEvent(event);
+    else
+        event->accept();
+}
+
 void GridWidget::keyPressEvent(QKeyEvent* event)
 {
+    // What the open cell has no use for, but Up and Down, which go on from it.
+    if (editor_->Line() != nullptr && (!LeavesRow(event->key()) || !FinishTyping()))
+        return event->accept();
     const bool choose = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter ||
                         event->key() == Qt::Key_Space;
     if (!choose) return QTableView::keyPressEvent(event);
     event->accept();
-    if (!event->isAutoRepeat() && currentIndex().isValid() && clickedRow) clickedRow();
+    if (event->isAutoRepeat() || !currentIndex().isValid()) return;
+    if (TypedColumn() >= 0) return TypeInto(currentIndex().row());
+    if (clickedRow) clickedRow();
 }
 
 void GridWidget::resizeEvent(QResizeEvent* event)

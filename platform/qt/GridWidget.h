@@ -3,6 +3,7 @@
 // reported.
 #pragma once
 
+#include "platform/qt/CellEditor.h"
 #include "platform/qt/GridModel.h"
 
 #include <QTableView>
@@ -13,7 +14,9 @@
 namespace platform::qt {
 
 // Rule: only the user moves raise `moved`; what the program does to the grid raises nothing.
-//       Where a reported move was not taken over (the grid stays on its row), the screen goes back.
+//       Where an editable column is shown, rows are higher, and a double click, Enter, F2, the
+//       space bar or the first letter typed opens that column's cell of the current row. Where a
+//       reported move was not taken over (the grid stays on its row), the screen goes back.
 class GridWidget : public QTableView {
 public:
     // `stretching` columns (by number) share the room that the others leave.
@@ -23,9 +26,17 @@ public:
     std::function<void()> clickedRow;
     // The user went to `row`; rows and columns count from 1, 0 was none.
     std::function<void(int row, int lastRow, int lastColumn)> moved;
+    // The user typed into a cell; answers whether its grid took the text.
+    std::function<bool(int row, int column, const std::string& text)> typed;
+
+    // Stores what is being typed. False when it was refused; the user then types on.
+    [[nodiscard]] bool FinishTyping();
 
 protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -42,10 +53,14 @@ private:
     [[nodiscard]] int NaturalWidth(int column) const;
     [[nodiscard]] int WidthOf(const std::string& text) const;
     [[nodiscard]] int FirstColumn() const;
+    [[nodiscard]] int TypedColumn() const;
+    void AllowTyping();
+    void TypeInto(int row);
     void ShowWholeText(const QPoint& place, const QPoint& onScreen);
 
     Grid* grid_;
     GridModel* model_;
+    CellEditor* editor_;
     std::vector<int> stretching_;
     std::vector<Column> layout_;      // as laid out last
     std::vector<int> naturalWidths_;  // of each column, in pixels

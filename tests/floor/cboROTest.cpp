@@ -71,15 +71,6 @@ TEST_F(cboROTest, EmptyResultLeavesTheFormerEntries)
     EXPECT_EQ(Entries(), (std::vector<std::string>{"1001  1999 Ford 1001"}));
 }
 
-TEST_F(cboROTest, MenuRefreshShowsNewOrdersWithoutAsking)
-{
-    Open();
-    Given({RepairOrder(1001)});
-    lodrin::mnuSynchRO_Click(shop);
-    EXPECT_EQ(Entries(), (std::vector<std::string>{"1001  1999 Ford 1001"}));
-    EXPECT_TRUE(fakes.prompts.Transcript().empty());
-}
-
 TEST_F(cboROTest, FillingIsToldToTheViewOnce)
 {
     Given({RepairOrder(1001), RepairOrder(1002), RepairOrder(1003)});

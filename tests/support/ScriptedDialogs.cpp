@@ -114,6 +114,19 @@ void ScriptedDialogs::ShowProgress(lodrin::Shop& shop)
 
 void ScriptedDialogs::UnloadGLSelect(lodrin::Shop& /*shop*/) {}
 
+void ScriptedDialogs::ShowStatus(lodrin::Shop& shop)
+{
+    ++statuses;
+    lodrin::frmStatus& form = *shop.forms.status;
+    bool closed = false;
+    form.close = [&] { closed = true; };
+    form.Form_Load(shop);
+    if (whileStatusIsOpen) whileStatusIsOpen(shop);
+    lodrin::DispatchInDialog(shop, [&](lodrin::Shop& on) { form.cmdExit_Click(on); });
+    if (!closed) throw std::logic_error("the status description window did not close");
+    form.close = nullptr;
+}
+
 void ScriptedDialogs::ShowSplash(lodrin::Shop& /*shop*/)
 {
     ++splashes;

@@ -34,6 +34,9 @@ public:
     int splashes = 0, procMsgs = 0, mains = 0;
     bool splashVisible = false, procMsgVisible = false, mainVisible = false;
     bool focusOnGLCodes = false;
+    // Called while the status description window is open; afterwards the user leaves by Exit.
+    int statuses = 0;
+    std::function<void(lodrin::Shop&)> whileStatusIsOpen;
     // Called while the dialog is open, before the choice; and when the main window is shown (its
     // load belongs there).
     std::function<void(lodrin::Shop&)> whileGLSelectIsOpen, whileProgressIsOpen, whenMainIsShown;
@@ -47,6 +50,7 @@ public:
     void ShowGLSelect(lodrin::Shop& shop) override;
     void UnloadGLSelect(lodrin::Shop& shop) override;
     void ShowProgress(lodrin::Shop& shop) override;
+    void ShowStatus(lodrin::Shop& shop) override;
 
 private:
     enum class Act { Pick, Confirm, Leave };

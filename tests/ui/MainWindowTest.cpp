@@ -107,11 +107,12 @@ TEST_F(MainWindowTest, CaptionsStandAsTheyAre)
     EXPECT_EQ(LabelText("lblCurrentDate"), "Current Date:");
 }
 
-TEST_F(MainWindowTest, WhatThisVersionCannotDoIsOffAndSaysSo)
+TEST_F(MainWindowTest, EveryButtonAndMenuItemCanBeUsed)
 {
-    EXPECT_FALSE(Find<QAction>("mnuSetupItems")->isEnabled());
-    EXPECT_EQ(Find<QAction>("mnuSetupItems")->toolTip().toStdString(),
-              "Not available in this version yet.");
+    for (const char* name : {"cmdBreak", "cmdEndDay", "cmdExit"})
+        EXPECT_TRUE(Find<QPushButton>(name)->isEnabled()) << name;
+    for (const char* name : {"mnuFileOpen", "mnuSyncEmp", "mnuSynchRO", "mnuSetupItems"})
+        EXPECT_TRUE(Find<QAction>(name)->isEnabled()) << name;
 }
 
 TEST_F(MainWindowTest, ControlsWithoutACaptionTellTheirNameAndPurpose)

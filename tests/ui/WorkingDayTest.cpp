@@ -4,6 +4,7 @@
 #include "base/Calendar.h"
 #include "jet/io/StdFile.h"
 #include "tests/support/IntegrityExpectations.h"
+#include "tests/support/MdbExport.h"
 #include "tests/support/Records.h"
 #include "tests/support/SampleShopDays.h"
 #include "tests/support/Samples.h"
@@ -11,11 +12,14 @@
 #include "tests/ui/Robot.h"
 #include "tools/demo/StagedShop.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
 
 #include <fstream>
+#include <map>
 #include <optional>
 
 namespace tests {
@@ -246,6 +250,47 @@ TEST_F(OwnShopTest, MorningOfTwoTechniciansIsStored)
     EXPECT_EQ(orders[0].Text("BLTech"), "1");
     EXPECT_EQ(orders[1].Text("RLTech"), "2");
     EXPECT_EQ(orders[1].Text("BodyWorked"), "2.33") << "closed while the new order was chosen";
+}
+
+// The menu by its mnemonics, the wording by typing, Exit by its mnemonic; the main window takes no
+// input meanwhile.
+TEST_F(OwnShopTest, ShopWordsItsLaborTypesByKeyboardAlone)
+{
+    if (!MdbExportIsInstalled()) GTEST_SKIP() << "mdb-export is not installed";
+    Start({kEmployeesAdded, kNoDescriptions});
+    staged->shop.window.Timer1.SetInterval(1);
+    robot.Then([this](QDialog& window) {
+        EXPECT_EQ(window.windowTitle().toStdString(), "Status Descriptions");
+        (void)QTest::qWaitForWindowActive(&window);
+        // Behind it no click, no tick, and no second window.
+        const QString caption = Window().windowTitle();
+        staged->At("09:00 AM");
+        demo::Find<QPushButton>(Window(), "cmdExit").click();
+        demo::Find<QAction>(Window(), "mnuSetupItems").trigger();
+        QTest::qWait(50);
+        EXPECT_EQ(Window().windowTitle(), caption);
+        EXPECT_FALSE(staged->closed);
+
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+        QTest::keyClicks(QApplication::focusWidget(), "P");
+        QTest::keyClicks(QApplication::focusWidget(), "aint & polish");
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_E, Qt::AltModifier);
+        EXPECT_TRUE(QTest::qWaitFor([&window] { return !window.isVisible(); }, 2000));
+    });
+    QWidget& setup = demo::Find<QWidget>(Window(), "mnuSetup");
+    QTest::keyClick(&Window(), Qt::Key_S, Qt::AltModifier);
+    ASSERT_TRUE(setup.isVisible());
+    QTest::keyClick(&setup, Qt::Key_Down);
+    QTest::keyClick(&setup, Qt::Key_Return);
+    Exit();
+
+    std::map<std::string, std::string> wordings;
+    for (const ExportedRow& row : MdbExport(File(), "Status"))
+        wordings[row.at("AcctType") + " " + row.at("GLType") + " " + row.at("GLDesc")] =
+            row.at("Description");
+    EXPECT_EQ(wordings, (std::map<std::string, std::string>{
+                            {"LDStatus BL Body Labor", "Body"},
+                            {"LDStatus RL Refinish Labor", "Paint & polish"}}));
 }
 
 TEST_F(OwnShopTest, WrongPinUnknownOrderAndLeftDialogStoreNothing)

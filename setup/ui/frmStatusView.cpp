@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "setup/ui/frmStatusView.h"
+
+#include "app/Shop.h"
+#include "platform/qt/GridWidget.h"
+#include "platform/qt/Mirror.h"
+#include "platform/qt/ShopStyle.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace lodrin::ui {
+
+namespace {
+
+using namespace platform::qt;
+
+constexpr int kMargin = 20;
+constexpr int kWording = 5;  // the column that takes the room the others leave
+
+}  // namespace
+
+frmStatusView::frmStatusView(Shop& shop, EventDoor door, QWidget* owner)
+    : QDialog(owner), shop_(shop), door_(std::move(door))
+{
+    frmStatus& form = *shop_.forms.status;
+    setObjectName("frmStatus");
+    MirrorCaption(form.caption, this);
+    BuildGrid();
+
+    auto* help = new QLabel(this);
+    MirrorLabel(form.lblHelp, help, "lblHelp");
+    help->setWordWrap(true);
+    auto* exit = new QPushButton(this);
+    MirrorButton(form.cmdExit, exit, "cmdExit");
+    exit->setAutoDefault(false);
+    connect(exit, &QPushButton::clicked, this, &frmStatusView::reject);
+
+    auto* footer = new QHBoxLayout;
+    footer->setSpacing(kMargin);
+    footer->addWidget(help, 1);
+    footer->addWidget(exit);
+    auto* page = new QVBoxLayout(this);
+    page->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    page->setSpacing(kSpacing);
+    page->addWidget(grid_, 1);
+    page->addLayout(footer);
+    resize(QSize(860, 600).boundedTo(screen()->availableSize()));
+}
+
+void frmStatusView::BuildGrid()
+{
+    grid_ = new GridWidget(shop_.forms.status->grdStatus, {kWording}, this);
+    NameControl(grid_, "grdStatus", "Status descriptions");
+    grid_->moved = [this](int row, int, int) {
+        door_.Dialog([row](Shop& shop) { shop.forms.status->grdStatus.SetRow(row); });
+    };
+    grid_->typed = [this](int row, int, const std::string& text) {
+        bool stored = false;
+        door_.Dialog(
+            [&](Shop& shop) { stored = shop.forms.status->StoreDescription(shop, row, text); });
+        return stored;
+    };
+}
+
+void frmStatusView::Wait()
+{
+    shop_.forms.status->close = [this] { accept(); };
+    grid_->setFocus();
+    exec();
+    shop_.forms.status->close = nullptr;
+}
+
+void frmStatusView::reject()
+{
+    if (!grid_->FinishTyping()) return;
+    door_.Dialog([](Shop& shop) { shop.forms.status->cmdExit_Click(shop); });
+}
+
+}  // namespace lodrin::ui
