@@ -4,6 +4,7 @@
 
 #include "base/Value.h"
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -18,7 +19,11 @@ class Recordset;
 //         boolean.
 class Field {
 public:
-    Field(Recordset& records, std::string name) : records_(&records), name_(std::move(name)) {}
+    // `place`: where the record set has the field, as far as is known.
+    Field(Recordset& records, std::string name, std::size_t place = 0)
+        : records_(&records), name_(std::move(name)), place_(place)
+    {
+    }
     Field(const Field&) = default;
 
     [[nodiscard]] base::Value Value() const;
@@ -36,6 +41,7 @@ public:
 private:
     Recordset* records_;
     std::string name_;
+    std::size_t place_;
 };
 
 }  // namespace dao

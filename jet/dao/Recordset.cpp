@@ -16,7 +16,7 @@ namespace {
 State& Opened(const std::shared_ptr<State>& state)
 {
     if (!state) throw NumberedError(91);
-    (void)state->RequireOpen();
+    if (state->closed) throw NumberedError(3420);
     return *state;
 }
 
@@ -146,7 +146,8 @@ Field Recordset::operator[](int index)
 {
     const bool known =
         state_ && index >= 0 && static_cast<std::size_t>(index) < state_->query->Fields().size();
-    return {*this, known ? state_->FieldAt(index).name : std::string()};
+    if (!known) return {*this, std::string()};
+    return {*this, state_->FieldAt(index).name, static_cast<std::size_t>(index)};
 }
 
 std::string Recordset::FieldName(int index) const
@@ -217,7 +218,7 @@ void Recordset::Close()
 base::Value Field::Value() const
 {
     const State& state = Opened(records_->state_);
-    return state.ValueOf(state.FieldNamed(name_));
+    return state.ValueOf(state.FieldNamed(name_, place_));
 }
 
 Field& Field::operator=(const base::Value& value)

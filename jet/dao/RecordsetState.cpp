@@ -176,10 +176,11 @@ void Recordset::State::Requery()
     Populate();
 }
 
-std::size_t Recordset::State::FieldNamed(std::string_view name) const
+std::size_t Recordset::State::FieldNamed(std::string_view name, std::size_t likely) const
 {
     const std::string_view wanted = WithoutBrackets(name);
     const std::vector<OutputField>& fields = query->Fields();
+    if (likely < fields.size() && fields[likely].name == wanted) return likely;
     for (std::size_t i = 0; i < fields.size(); ++i)
         if (base::SameName(fields[i].name, wanted)) return i;
     throw NumberedError(3265);

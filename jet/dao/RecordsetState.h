@@ -57,8 +57,8 @@ struct Recordset::State {
     void Delete();
     void Assign(std::string_view name, const base::Value& value);
 
-    // Place among the output fields. Errors: 3265.
-    [[nodiscard]] std::size_t FieldNamed(std::string_view name) const;
+    // Place among the output fields; looked for at `likely` first. Errors: 3265.
+    [[nodiscard]] std::size_t FieldNamed(std::string_view name, std::size_t likely = 0) const;
     [[nodiscard]] const jet::sql::OutputField& FieldAt(int index) const;
     [[nodiscard]] base::Value ValueOf(std::size_t field) const;
 
@@ -71,7 +71,7 @@ struct Recordset::State {
 
     std::uint64_t id = 0;
     std::weak_ptr<Database::State> database;
-    bool closed = false;
+    bool closed = false;  // itself, or with its database
     RecordsetType type = RecordsetType::Dynaset;
     bool readOnly = false;
     std::size_t bytesPerCharacter = 2;

@@ -290,6 +290,18 @@ TEST_F(RecordsetMoveTest, AggregateSetHasOneRowThatNobodyEdits)
     EXPECT_EQ(ErrorOf([&] { rows.AddNew(); }), 3027);
 }
 
+TEST_F(RecordsetMoveTest, FieldTakenByItsPlaceKeepsItsNameWhenTheSetIsAnother)
+{
+    AddTwo();
+    Recordset rows = Open("SELECT EmpID, Name FROM LDEmp");
+    const Field name = rows[1];
+    EXPECT_EQ(name.Value(), base::Value("Smith, Ann"));
+    rows = Open("SELECT Name, EmpID FROM LDEmp");
+    EXPECT_EQ(name.Value(), base::Value("Smith, Ann"));
+    rows = Open("SELECT EmpID FROM LDEmp");
+    EXPECT_EQ(ErrorOf([&] { (void)name.Value(); }), 3265);
+}
+
 TEST_F(RecordsetMoveTest, FieldsAreKnownByNameWhateverTheCaseAndByPlace)
 {
     Add(7, "Smith, Ann");
