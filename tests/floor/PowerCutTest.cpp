@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// PowerCutTest: a job change during which the machine stops, at every operation of its disk.
+// PowerCutTest: a job change, a break and an end of day during which the machine stops, at every
+// operation of its disk.
 #include "tests/support/PowerCut.h"
 
 #include "data/Tables.h"
@@ -14,6 +15,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -22,8 +24,9 @@ using namespace tests;
 using lodrin::WorkOrder;
 
 constexpr const char* kDatabase = "C:/Shop/Kelvaro.mdb";
-constexpr std::size_t kBob = 0;    // his row in LDEmp
-constexpr std::size_t kOrder = 1;  // the row of 1002 in WorkOrder
+constexpr std::size_t kBob = 0;         // his row in LDEmp
+constexpr std::size_t kFirstOrder = 0;  // the row of 1001 in WorkOrder
+constexpr std::size_t kOrder = 1;       // the row of 1002
 
 // Bob has worked on 1001 since eight. Ann has a closed job, with its labor line, and works on 1003.
 void MakeShop(jet::io::MemoryFileSystem& disk)
@@ -38,10 +41,65 @@ void MakeShop(jet::io::MemoryFileSystem& disk)
     world.Select("Jones, Bob").Picks("BL", "Body").Starts(1001);
 }
 
-// Nine o'clock: Bob goes over to painting 1002.
-void ChangeJob(ShopWorld& world)
+// A row that one store adds to its table, or the fields that it changes in a row of it; all of them
+// when none is named.
+constexpr std::size_t kAdded = static_cast<std::size_t>(-1);
+struct Store {
+    std::string table = {};
+    std::size_t row = kAdded;
+    std::vector<std::string_view> fields = {};
+};
+
+// What Bob does at nine o'clock, and the stores it consists of, in their order.
+struct Act {
+    const char* name;
+    void (*run)(ShopWorld& world);
+    std::vector<Store> stores;
+};
+
+// After a cut no repair order can be found any more, and he may be told so.
+void MayMissTheOrder(ShopWorld& world)
 {
-    world.Picks("RL", "Paint").Starts(1002);
+    world.fakes.prompts.Expect(
+        "The RO you selected no long exists in the database, or is not accessable.");
+}
+
+const std::vector<Act>& Acts()
+{
+    const std::vector<Store> leaving{
+        {"WorkOrder", kFirstOrder, {WorkOrder::Progress}},
+        {"LDHistory"},
+        {"Labor"},
+        {"WorkOrder", kFirstOrder, {WorkOrder::BodyWorked, WorkOrder::BodyCost}},
+        {"LDEmp", kBob}};
+    std::vector<Store> endOfDay = leaving;
+    endOfDay.push_back({"LDTotals"});
+    static const std::vector<Act> acts{
+        {"JobChange",
+         [](ShopWorld& world) { world.Picks("RL", "Paint").Starts(1002); },
+         {{"LDHistory"},
+          {"Labor"},
+          {"WorkOrder", kOrder, {WorkOrder::BodyWorked, WorkOrder::BodyCost}},
+          {"WorkOrder", kOrder, {WorkOrder::RLTech}},
+          {"WorkOrder", kOrder, {WorkOrder::AuditNotes}},
+          {"WorkOrder", kOrder, {WorkOrder::DeptSequence}},
+          {"WorkOrder", kOrder, {WorkOrder::Started}},
+          {"WorkOrder", kOrder, {WorkOrder::Arrived}},
+          {"LDEmp", kBob}}},
+        {"Break",
+         [](ShopWorld& world) {
+             MayMissTheOrder(world);
+             world.ConfirmsProgress().GoesOnBreak();
+         },
+         leaving},
+        {"EndOfDay",
+         [](ShopWorld& world) {
+             world.IsSure().ConfirmsProgress();
+             MayMissTheOrder(world);
+             world.EndsDay();
+         },
+         endOfDay}};
+    return acts;
 }
 
 void PrepareChange(ShopWorld& world)
@@ -55,40 +113,33 @@ Contents StoredIn(jet::io::MemoryFileSystem& files)
     return reader.Stored();
 }
 
-// Replaces some fields of a row by those of a later state.
-void Take(Record& row, const Record& later, std::initializer_list<std::string_view> names)
+// Replaces some fields of a row, or all, by those of a later state.
+void Take(Record& row, const Record& later, const std::vector<std::string_view>& names)
 {
     for (std::size_t i = 0; i < row.fields.size(); ++i) {
-        if (std::find(names.begin(), names.end(), row.fields[i].first) != names.end())
+        if (names.empty() ||
+            std::find(names.begin(), names.end(), row.fields[i].first) != names.end())
             row.fields[i].second = later.fields[i].second;
     }
 }
 
-// The whole database before the change and after each of its stores, in their order.
-std::vector<Contents> StatesOfTheChange(const Contents& before, const Contents& after)
+// The whole database before the act and after each of its stores, in their order.
+std::vector<Contents> StatesOf(const Act& act, const Contents& before, const Contents& after)
 {
     std::vector<Contents> states{before};
-    for (const char* table : {"LDHistory", "Labor"}) {
+    for (const Store& store : act.stores) {
         states.push_back(states.back());
-        states.back().at(table).push_back(after.at(table).back());
+        std::vector<Record>& rows = states.back().at(store.table);
+        const std::vector<Record>& later = after.at(store.table);
+        if (store.row == kAdded)
+            rows.push_back(later.back());
+        else
+            Take(rows.at(store.row), later.at(store.row), store.fields);
     }
-    const std::vector<std::initializer_list<std::string_view>> stores{
-        {WorkOrder::BodyWorked, WorkOrder::BodyCost},
-        {WorkOrder::RLTech},
-        {WorkOrder::AuditNotes},
-        {WorkOrder::DeptSequence},
-        {WorkOrder::Started},
-        {WorkOrder::Arrived}};
-    for (const auto& fields : stores) {
-        states.push_back(states.back());
-        Take(states.back().at("WorkOrder").at(kOrder), after.at("WorkOrder").at(kOrder), fields);
-    }
-    states.push_back(states.back());
-    states.back().at("LDEmp").at(kBob) = after.at("LDEmp").at(kBob);
     return states;
 }
 
-class PowerCutTest : public ::testing::TestWithParam<PowerCut> {
+class PowerCutTest : public ::testing::TestWithParam<std::tuple<Act, PowerCut>> {
 protected:
     PowerCutTest()
     {
@@ -98,11 +149,11 @@ protected:
         {
             ShopWorld world(undisturbed);
             PrepareChange(world);
-            ChangeJob(world);
+            ThisAct().run(world);
             EXPECT_TRUE(world.Reports().empty());
         }
         after_ = StoredIn(undisturbed);
-        states_ = StatesOfTheChange(StoredIn(shop_), after_);
+        states_ = StatesOf(ThisAct(), StoredIn(shop_), after_);
     }
 
     // Stops the machine at the operation, and copies what it finds at its next start. False when
@@ -114,8 +165,8 @@ protected:
         FaultFileSystem disk(memory);
         ShopWorld world(disk);
         PrepareChange(world);
-        disk.PullThePlugAfter(operation, GetParam().last, GetParam().unflushed);
-        ChangeJob(world);
+        disk.PullThePlugAfter(operation, cut_.last, cut_.unflushed);
+        ThisAct().run(world);
         const bool cut = disk.PowerIsOut();
         EXPECT_EQ(world.Reports().empty(), !cut);
         disk.Reboot();
@@ -139,22 +190,30 @@ protected:
         EXPECT_EQ(world.Order(1003)[WorkOrder::DeptSequence], base::Value(std::int16_t{30}));
     }
 
+    [[nodiscard]] static const Act& ThisAct() { return std::get<Act>(GetParam()); }
+
+    const PowerCut cut_ = std::get<PowerCut>(GetParam());
     jet::io::MemoryFileSystem shop_;
     Contents after_;
     std::vector<Contents> states_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Cuts, PowerCutTest, ::testing::ValuesIn(kPowerCuts),
-                         [](const auto& each) { return NameOf(each.param); });
+INSTANTIATE_TEST_SUITE_P(Cuts, PowerCutTest,
+                         ::testing::Combine(::testing::ValuesIn(Acts()),
+                                            ::testing::ValuesIn(kPowerCuts)),
+                         [](const auto& each) {
+                             return std::get<Act>(each.param).name +
+                                    NameOf(std::get<PowerCut>(each.param));
+                         });
 
-TEST_P(PowerCutTest, StoresOfAnUndisturbedChangeAddUpToTheWhole)
+TEST_P(PowerCutTest, StoresOfTheUndisturbedActAddUpToTheWhole)
 {
     EXPECT_EQ(states_.back(), after_);
     for (std::size_t i = 1; i < states_.size(); ++i)
         EXPECT_NE(states_[i], states_[i - 1]) << "store " << i << " changes nothing";
 }
 
-TEST_P(PowerCutTest, JobChangeSurvivesStoreByStoreWhereverTheMachineStops)
+TEST_P(PowerCutTest, ActSurvivesStoreByStoreWhereverTheMachineStops)
 {
     std::set<std::size_t> seen;
     std::size_t operation = 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// lodrin_demo: plays a working morning in a shop through the program's real windows, leaves a
+// lodrin_demo: plays a working day in a shop through the program's real windows, leaves a
 // picture of each window, and prints what the database holds afterwards.
 //
 //     lodrin_demo SHOPDIR OUTDIR      SHOPDIR holds Kelvaro.mdb and is changed
@@ -11,7 +11,7 @@
 #include "labor/ClockTime.h"
 #include "platform/qt/QtClock.h"
 #include "platform/qt/ShopStyle.h"
-#include "tools/demo/Morning.h"
+#include "tools/demo/Day.h"
 
 #include <QApplication>
 
@@ -47,7 +47,7 @@ void Print(dao::Database& database, const std::string& table, const std::string&
     }
 }
 
-void PrintMorning(StagedShop& staged, const std::filesystem::path& shopFolder)
+void PrintDay(StagedShop& staged, const std::filesystem::path& shopFolder)
 {
     const std::string today =
         "#" + base::Format(base::DatePartOf(staged.clock.Now()), "mm/dd/yyyy") + "#";
@@ -55,10 +55,12 @@ void PrintMorning(StagedShop& staged, const std::filesystem::path& shopFolder)
         staged.paths.ToHost(shopFolder.string() + "\\Kelvaro.mdb"));
     Print(database, "LDEmp, the technicians at work",
           "SELECT * FROM LDEmp WHERE WorkDate = " + today + " ORDER BY Name");
-    Print(database, "LDHistory, the jobs of the morning",
+    Print(database, "LDHistory, the jobs of the day",
           "SELECT * FROM LDHistory WHERE WorkDate = " + today);
     Print(database, "Labor, as posted to the management system",
           "SELECT * FROM Labor WHERE FlagDate = " + today);
+    Print(database, "LDTotals, the days that were ended",
+          "SELECT * FROM LDTotals WHERE WorkDate = " + today);
 }
 
 // The day after the shop's last one, or today in a shop that never clocked.
@@ -103,13 +105,13 @@ int Play(const std::filesystem::path& shopFolder, const std::filesystem::path& o
     std::filesystem::remove(programFolder / "Lodrin.Log");
     StagedShop staged(programFolder, shopFolder, NextWorkingDay(shopFolder));
     demo::Album album(QString::fromStdString(out.string()));
-    demo::Morning morning(staged, album);
-    morning.Play();
-    PrintMorning(staged, shopFolder);
+    demo::Day day(staged, album);
+    day.Play();
+    PrintDay(staged, shopFolder);
     PrintLog(programFolder / "Lodrin.Log");
-    for (const std::string& fault : morning.Faults())
+    for (const std::string& fault : day.Faults())
         std::cerr << "otherwise than expected: " << fault << "\n";
-    return morning.Faults().empty() ? 0 : 1;
+    return day.Faults().empty() ? 0 : 1;
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Morning: one working morning at the time clock, played through the real windows.
+// Day: one working day at the time clock, played through the real windows.
 #pragma once
 
 #include "tools/demo/Album.h"
@@ -15,9 +15,9 @@ class QTableView;
 
 namespace demo {
 
-class Morning {
+class Day {
 public:
-    Morning(StagedShop& staged, Album& album);
+    Day(StagedShop& staged, Album& album);
 
     void Play();
     // What went otherwise than the script; empty when all went well.
@@ -32,6 +32,8 @@ private:
     void UnknownOrder();
     void BackToAnEarlierJob();
     void Menus();
+    void Break();
+    void EndOfDay();
     void Leave();
 
     // An employee of the board: his row, and the PIN he knows.
@@ -44,6 +46,7 @@ private:
     void ExpectPin(const Technician& technician, const QString& picture = {});
     void ExpectLabor(const std::string& code, const std::string& department,
                      const QString& picture = {});
+    void ExpectProgress(int entry, const QString& picture);
     void ExpectBox(QMessageBox::StandardButton button, const QString& picture);
     [[nodiscard]] std::string OrderNumber(int entry);
     void Settle();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tools/demo/Morning.h"
+#include "tools/demo/Day.h"
 
 #include "base/Convert.h"
 #include "data/Tables.h"
@@ -23,13 +23,13 @@ constexpr const char* kNoSuchOrder = "999999";
 
 }  // namespace
 
-Morning::Morning(StagedShop& staged, Album& album)
+Day::Day(StagedShop& staged, Album& album)
     : staged_(staged), album_(album),
       robot_([this](const std::string& fault) { faults_.push_back(fault); })
 {
 }
 
-void Morning::Play()
+void Day::Play()
 {
     StartUp();
     SecondCopy();
@@ -39,13 +39,15 @@ void Morning::Play()
     UnknownOrder();
     BackToAnEarlierJob();
     Menus();
+    Break();
+    EndOfDay();
     Leave();
     if (robot_.Waiting() > 0)
         faults_.push_back(std::to_string(robot_.Waiting()) + " windows never came");
 }
 
 // 07:42. The date is confirmed, the employees are synchronised, the window comes up.
-void Morning::StartUp()
+void Day::StartUp()
 {
     staged_.At("07:42 AM");
     robot_.Then([this](QDialog& box) {
@@ -78,14 +80,14 @@ void Morning::StartUp()
 }
 
 // Somebody starts the program once more.
-void Morning::SecondCopy()
+void Day::SecondCopy()
 {
     platform::qt::QtInstance another(staged_.paths.ProgramFolder() + "/Lodrin.lock");
     if (!another.AnotherRuns()) faults_.push_back("a second copy was not noticed");
 }
 
 // 07:55 and 08:05. Two technicians start their day: one types a number, one picks from the list.
-void Morning::FirstJobs()
+void Day::FirstJobs()
 {
     staged_.At("07:55 AM");
     Choose(first_);
@@ -108,7 +110,7 @@ void Morning::FirstJobs()
 }
 
 // 08:10. A wrong PIN starts nothing.
-void Morning::WrongPin()
+void Day::WrongPin()
 {
     if (third_.pin.empty()) return;
     staged_.At("08:10 AM");
@@ -119,7 +121,7 @@ void Morning::WrongPin()
 }
 
 // 10:20. The first technician goes over to another car.
-void Morning::JobChange()
+void Day::JobChange()
 {
     staged_.At("10:20 AM");
     Choose(first_);
@@ -131,7 +133,7 @@ void Morning::JobChange()
 }
 
 // 10:31. A number that no repair order has.
-void Morning::UnknownOrder()
+void Day::UnknownOrder()
 {
     staged_.At("10:31 AM");
     Choose(second_);
@@ -142,7 +144,7 @@ void Morning::UnknownOrder()
 }
 
 // 11:35. Back to the first car, from the list of his last jobs.
-void Morning::BackToAnEarlierJob()
+void Day::BackToAnEarlierJob()
 {
     staged_.At("11:35 AM");
     Choose(first_);
@@ -154,7 +156,7 @@ void Morning::BackToAnEarlierJob()
 }
 
 // 11:40. The menus, and the dialog that picks another database, left without a choice.
-void Morning::Menus()
+void Day::Menus()
 {
     staged_.At("11:40 AM");
     QWidget& window = Window("frmLodrin");
@@ -177,15 +179,44 @@ void Morning::Menus()
     Settle();
 }
 
-// 11:45. The window is closed; that ends the program.
-void Morning::Leave()
+// 12:00. The first technician goes to lunch.
+void Day::Break()
 {
-    staged_.At("11:45 AM");
+    staged_.At("12:00 PM");
+    Choose(first_);
+    ExpectPin(first_);
+    ExpectProgress(2, "progress");
+    Find<QPushButton>(Window("frmLodrin"), "cmdBreak").click();
+    Settle();
+    album_.Take("on-break");
+}
+
+// 12:45 and 04:30 PM. He works on, and goes home.
+void Day::EndOfDay()
+{
+    staged_.At("12:45 PM");
+    ExpectPin(first_);
+    ExpectLabor("BL", "Body");
+    DoubleClickEntry(LastJobs(), 0);
+    staged_.At("04:30 PM");
+    Settle();
+    ExpectBox(QMessageBox::Yes, "end-of-day-question");
+    ExpectPin(first_);
+    ExpectProgress(1, "progress-again");
+    Find<QPushButton>(Window("frmLodrin"), "cmdEndDay").click();
+    Settle();
+    album_.Take("day-ended");
+}
+
+// 04:35 PM. The window is closed; that ends the program.
+void Day::Leave()
+{
+    staged_.At("04:35 PM");
     Find<QPushButton>(Window("frmLodrin"), "cmdExit").click();
     if (!staged_.closed) faults_.push_back("the window did not close");
 }
 
-std::vector<Morning::Technician> Morning::Technicians()
+std::vector<Day::Technician> Day::Technicians()
 {
     std::vector<Technician> all;
     dao::Recordset profiles = staged_.shop.state.database.OpenRecordset("SELECT * FROM Profile");
@@ -201,13 +232,13 @@ std::vector<Morning::Technician> Morning::Technicians()
     return all;
 }
 
-void Morning::Choose(const Technician& technician)
+void Day::Choose(const Technician& technician)
 {
     ClickRow(Board(), technician.row);
     Settle();
 }
 
-void Morning::ExpectPin(const Technician& technician, const QString& picture)
+void Day::ExpectPin(const Technician& technician, const QString& picture)
 {
     if (technician.pin.empty()) return;
     robot_.Then([this, technician, picture](QDialog& prompt) {
@@ -216,8 +247,8 @@ void Morning::ExpectPin(const Technician& technician, const QString& picture)
     });
 }
 
-void Morning::ExpectLabor(const std::string& code, const std::string& department,
-                          const QString& picture)
+void Day::ExpectLabor(const std::string& code, const std::string& department,
+                      const QString& picture)
 {
     robot_.Then([this, code, department, picture](QDialog& dialog) {
         Settle();
@@ -226,7 +257,17 @@ void Morning::ExpectLabor(const std::string& code, const std::string& department
     });
 }
 
-void Morning::ExpectBox(QMessageBox::StandardButton button, const QString& picture)
+void Day::ExpectProgress(int entry, const QString& picture)
+{
+    robot_.Then([this, entry, picture](QDialog& dialog) {
+        ClickEntry(Find<QListWidget>(dialog, "lstProgress"), entry);
+        Settle();
+        album_.Take(picture);
+        Find<QPushButton>(dialog, "cmdOkay").click();
+    });
+}
+
+void Day::ExpectBox(QMessageBox::StandardButton button, const QString& picture)
 {
     robot_.Then([this, button, picture](QDialog& box) {
         album_.Take(picture);
@@ -234,28 +275,28 @@ void Morning::ExpectBox(QMessageBox::StandardButton button, const QString& pictu
     });
 }
 
-std::string Morning::OrderNumber(int entry)
+std::string Day::OrderNumber(int entry)
 {
     const std::string text = Orders().itemText(entry).toStdString();
     return text.substr(0, text.find(' '));
 }
 
-void Morning::Settle()
+void Day::Settle()
 {
     QTest::qWait(kScreenSettles);
 }
 
-QTableView& Morning::Board()
+QTableView& Day::Board()
 {
     return Find<QTableView>(Window("frmLodrin"), "grdEmp");
 }
 
-QComboBox& Morning::Orders()
+QComboBox& Day::Orders()
 {
     return Find<QComboBox>(Window("frmLodrin"), "cboRO");
 }
 
-QListWidget& Morning::LastJobs()
+QListWidget& Day::LastJobs()
 {
     return Find<QListWidget>(Window("frmLodrin"), "lstHistory");
 }
