@@ -1,18 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // SampleShopTest: an evening and a morning in two real shops, looked at by an independent reader.
-#include "app/Dispatch.h"
-#include "app/frmLodrin.h"
 #include "base/Calendar.h"
 #include "floor/cboRO.h"
-#include "jet/io/StdFile.h"
 #include "labor/GetHistory.h"
-#include "tests/support/IntegrityExpectations.h"
 #include "tests/support/SampleShopDays.h"
-#include "tests/support/Samples.h"
-#include "tests/support/ShopWorld.h"
+#include "tests/support/SampleShopFixture.h"
 
-#include <gtest/gtest.h>
-#include <memory>
 #include <string>
 
 namespace {
@@ -20,28 +13,14 @@ namespace {
 using namespace tests;
 
 constexpr int kEnter = 13;
-class SampleShopTest : public ::testing::Test {
-protected:
-    ScratchFolder folder;
-    std::filesystem::path sample, file;
-    std::unique_ptr<ShopWorld> world;
 
-    // Copies the shop and opens the main window over it. False when the sample is not present.
+class SampleShopTest : public SampleShopFixture {
+protected:
+    // Copies the shop and opens the main window over it.
     void OpenShop(const char* name, std::initializer_list<const char*> boxes)
     {
-        sample = SampleFolder() / name / "Kelvaro.mdb";
-        SKIP_WITHOUT_SAMPLE(sample);
-        if (!MdbExportIsInstalled()) GTEST_SKIP() << "mdb-export is not installed";
-        file = folder.Copy(sample);
-        world = std::make_unique<ShopWorld>(folder.Path());
-        world->fakes.clock.Set(base::DateFrom({2009, 12, 30, 7, 0, 0}));
-        world->fakes.files.Write("C:/Lodrin/Lodrin.ini",
-                                 "[FileLoc]\r\nLodrin=" + folder.Path().string() + "\r\n");
-        world->fakes.files.Write(file.string(), "");
-        for (const char* box : boxes)
-            world->fakes.prompts.Expect(box);
-        lodrin::Dispatch(world->shop, lodrin::Form_Load);
-        lodrin::Dispatch(world->shop, lodrin::Form_Activate);
+        TakeShop(name);
+        if (!IsSkipped()) StartProgram(base::DateFrom({2009, 12, 30, 7, 0, 0}), boxes);
     }
 
     void TypeNumber(const char* number)
@@ -57,15 +36,6 @@ protected:
         ASSERT_EQ(list.List(0), entry);
         list.SetListIndex(0);
         lodrin::Dispatch(world->shop, lodrin::lstHistory_DblClick);
-    }
-
-    // Nothing was asked that was not laid down, and all that was; the file is sound.
-    void ExpectTalkIsOver()
-    {
-        jet::io::StdFileSystem files;
-        EXPECT_CLEAN(files, file.string());
-        EXPECT_TRUE(world->fakes.prompts.Pending().empty());
-        EXPECT_EQ(world->dialogs.Pending(), 0U);
     }
 };
 
