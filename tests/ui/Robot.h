@@ -33,6 +33,13 @@ public:
             demo::AnswerPrompt(window, pin);
         });
     }
+    void Progress(const std::string& text)
+    {
+        Then([text](QDialog& window) {
+            EXPECT_EQ(window.windowTitle().toStdString(), "Update Progress");
+            demo::ChooseProgress(window, text);
+        });
+    }
     void Labor(const std::string& code, const std::string& department)
     {
         Then([code, department](QDialog& window) {

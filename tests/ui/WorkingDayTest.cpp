@@ -293,6 +293,46 @@ TEST_F(OwnShopTest, ShopWordsItsLaborTypesByKeyboardAlone)
                             {"LDStatus RL Refinish Labor", "Paint & polish"}}));
 }
 
+TEST_F(OwnShopTest, BreakAndEndOfDayThroughTheRealDialogsAreStored)
+{
+    Start({kEmployeesAdded, kNoDescriptions});
+    const auto press = [this](const char* button) {
+        QTest::keyClick(&demo::Find<QPushButton>(Window(), button), Qt::Key_Space);
+    };
+    staged->At("08:00 AM");
+    Choose("Baker, Bo");
+    robot.Pin("77");
+    robot.Labor("BL", "Body");
+    Type("1001");
+    staged->At("10:20 AM");
+    robot.Pin("77");
+    robot.Progress("In paint");
+    press("cmdBreak");
+    EXPECT_EQ(LabelText("lblJob"), "Day started 08:00 AM \u00b7 no job open");
+    staged->At("10:40 AM");
+    robot.Pin("77");
+    robot.Labor("RL", "Paint");
+    Type("1002");
+    staged->At("04:30 PM");
+    robot.Box("This will close out your time for today.  Are you sure?", QMessageBox::Yes);
+    robot.Pin("77");
+    robot.Then([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); });
+    press("cmdEndDay");
+    EXPECT_EQ(LabelText("lblJob"), "Day ended 04:30 PM");
+    Exit();
+
+    const std::vector<Record> totals = Rows("SELECT * FROM LDTotals");
+    ASSERT_EQ(totals.size(), 1U);
+    EXPECT_EQ(totals[0].Text("TotHrs"), "8.5");
+    EXPECT_EQ(totals[0].Text("JobCount"), "2");
+    EXPECT_EQ(totals[0].Text("JobHrs"), "8.16");
+    const std::vector<Record> orders = Rows("SELECT * FROM WorkOrder ORDER BY WorkOrderNumber");
+    EXPECT_EQ(orders[0].Text("Progress"), "In paint");
+    EXPECT_EQ(orders[0].Text("BodyWorked"), "2.33");
+    EXPECT_EQ(orders[1].Text("Progress"), "In paint");
+    EXPECT_EQ(orders[1].Text("RefinishWorked"), "5.83");
+}
+
 TEST_F(OwnShopTest, WrongPinUnknownOrderAndLeftDialogStoreNothing)
 {
     Start({kEmployeesAdded, kNoDescriptions});

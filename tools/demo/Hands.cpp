@@ -98,6 +98,13 @@ void AnswerPrompt(QDialog& prompt, const std::string& text)
     QTest::keyClick(&line, Qt::Key_Return);
 }
 
+void ChooseProgress(QDialog& dialog, const std::string& text)
+{
+    auto& texts = Find<QListWidget>(dialog, "lstProgress");
+    ClickEntry(texts, EntryOf(texts, text, Match::Whole));
+    Find<QPushButton>(dialog, "cmdOkay").click();
+}
+
 void ChooseLabor(QDialog& dialog, const std::string& code, const std::string& department)
 {
     auto& codes = Find<QListWidget>(dialog, "lstGLCodes");

@@ -42,6 +42,8 @@ void PickFromList(QComboBox& box, int entry);
 void Press(QDialog& box, QMessageBox::StandardButton button);
 // Types into the prompt and presses Enter.
 void AnswerPrompt(QDialog& prompt, const std::string& text);
+// Picks in the progress dialog and confirms.
+void ChooseProgress(QDialog& dialog, const std::string& text);
 // Picks in the labor type dialog and confirms.
 void ChooseLabor(QDialog& dialog, const std::string& code, const std::string& department);
 
