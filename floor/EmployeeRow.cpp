@@ -22,8 +22,11 @@ void EmployeeRow::Write(const BoardField& field, const dao::Field& value)
 
 void EmployeeRow::ClearJob()
 {
+    // The board forgets the job also when the record does not: it has been closed, and must not be
+    // closed a second time.
     ForNoJob([this](const BoardField& field, const base::Value& none) {
-        Write(field, [&] { return none; });
+        attempt_([&] { employee_[field.name] = none; });
+        attempt_([&] { board_.SetCell(field.column, none); });
     });
 }
 

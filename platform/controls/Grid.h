@@ -59,7 +59,7 @@ public:
     [[nodiscard]] base::Value Value(int column) const;
     [[nodiscard]] std::string Text(int column) const;
     void SetValue(int column, const base::Value& value);
-    // Changes the current row's cell alone, for a value that its record is known to hold.
+    // Changes the current row's cell alone, and not its record.
     void SetCell(int column, const base::Value& value);
     // What a cell shows: its value through the column's format.
     [[nodiscard]] std::string Shown(int row, int column) const;

@@ -58,12 +58,21 @@ ScriptedPrompts::Question ScriptedPrompts::Take(const std::string& text, bool (*
 platform::Answer ScriptedPrompts::Show(const Box& box)
 {
     boxes.push_back(box);
+    if (whileBoxIsOpen) whileBoxIsOpen(box);
+    if (takesAnyBox_ && (script_.empty() || script_.front().text != box.text)) {
+        transcript_.push_back(box.text);
+        return box.buttons == Buttons::YesNo ? Answer::Yes : Answer::Ok;
+    }
     return Take(box.text, [](Kind kind) { return kind == Kind::Box; }).answer;
 }
 
 std::string ScriptedPrompts::Input(const InputPrompt& prompt)
 {
     inputs.push_back(prompt);
+    if (typesAnywhere_ && script_.empty()) {
+        transcript_.push_back(prompt.text);
+        return *typesAnywhere_;
+    }
     return Take(prompt.text, [](Kind kind) { return kind == Kind::Input; }).typed;
 }
 

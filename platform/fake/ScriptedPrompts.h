@@ -5,6 +5,8 @@
 #include "platform/Prompts.h"
 
 #include <deque>
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,6 +27,13 @@ public:
     // The open-file dialog comes next.
     void ExpectFile(const std::string& path);
     void ExpectFileCancelled();
+    // From now on a box that nobody laid down is answered with OK, or with Yes.
+    void TakeAnyBox() { takesAnyBox_ = true; }
+    // From now on he types this at a prompt that nobody laid down.
+    void TakeAnyInput(const std::string& typed) { typesAnywhere_ = typed; }
+
+    // Called while a box is open, before its answer.
+    std::function<void(const Box& box)> whileBoxIsOpen;
 
     // What was shown so far, whole.
     std::vector<Box> boxes;
@@ -52,6 +61,8 @@ private:
     Question Take(const std::string& text, bool (*fits)(Kind));
 
     std::deque<Question> script_;
+    bool takesAnyBox_ = false;
+    std::optional<std::string> typesAnywhere_;
     std::vector<std::string> transcript_;
 };
 

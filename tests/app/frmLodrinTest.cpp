@@ -51,14 +51,20 @@ TEST_F(frmLodrinTest, TheLoadFillsTheListsAndOpensTheStatusDescriptions)
 
 TEST_F(frmLodrinTest, WithoutStatusDescriptionsTheWarningComesOnceAfterTheListsAreFilled)
 {
-    Given({tests::Employee("Jones, Bob", 8)});
+    Given({tests::Employee("Jones, Bob", 8), tests::RepairOrder(1001)});
     GivenNo("Status");
     fakes.prompts.Expect(kNothingToSynchronise);
     fakes.prompts.Expect(kNoStatusDescriptions);
+    fakes.prompts.whileBoxIsOpen = [this](const platform::Box& box) {
+        if (box.text != kNoStatusDescriptions) return;
+        EXPECT_TRUE(shop.state.database.IsSet());
+        EXPECT_EQ(shop.window.grdEmp.RowCount(), 1);
+        EXPECT_EQ(shop.window.cboRO.ListCount(), 1);
+    };
     Form_Load(shop);
     EXPECT_EQ(fakes.prompts.boxes.back(),
               (platform::Box{.text = kNoStatusDescriptions, .title = "Lodrin"}));
-    EXPECT_EQ(shop.window.grdEmp.RowCount(), 1);
+    EXPECT_EQ(fakes.prompts.boxes.size(), 2U);
     EXPECT_TRUE(shop.state.firstActivation);
 }
 

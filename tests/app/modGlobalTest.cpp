@@ -84,9 +84,10 @@ TEST_F(modGlobalTest, AFolderWithBackslashesIsReadAsItStands)
 TEST_F(modGlobalTest, AValueThatMightBeCutIsReadAgainWithALargerBuffer)
 {
     const auto readsFor = [&](std::size_t length) {
-        Settings("[FileLoc]\r\nLodrin=" + std::string(length, 'x') + "\r\n");
+        const std::string value = "C:\\" + std::string(length - 6, 'x') + "end";
+        Settings("[FileLoc]\r\nLodrin=" + value + "\r\n");
         files_.reads = 0;
-        EXPECT_EQ(Folder().size(), length);
+        EXPECT_EQ(Folder(), value);
         return files_.reads;
     };
     EXPECT_EQ(readsFor(253), 1);

@@ -99,6 +99,18 @@ TEST_F(BuildLDTest, TablesThatAreThereStayAsTheyAreAndNothingIsReported)
     EXPECT_TRUE(fakes.prompts.boxes.empty());
 }
 
+TEST_F(BuildLDTest, EachTableThatIsThereRefusesToBeMadeAgainInSilence)
+{
+    std::vector<double> errors;
+    shop.forms.procMsg.Label1.changed = [&] {
+        errors.push_back(shop.values.LastErrNumber);
+        shop.values.LastErrNumber = 0;
+    };
+    BuildLD(shop, "C:\\Shop");
+    errors.push_back(shop.values.LastErrNumber);
+    EXPECT_EQ(errors, (std::vector<double>{0, 3010, 3010, 3010, 3010}));
+}
+
 TEST_F(BuildLDTest, AHistoryThatIsThereStaysEvenWithOtherFields)
 {
     WithoutOwnTables();
@@ -117,7 +129,9 @@ TEST_F(BuildLDTest, AFolderWithoutTheFileIsReportedAndEndsTheProgram)
 {
     fakes.prompts.Expect("could not find database Ostrel at C:\\Elsewhere");
     EXPECT_THROW(BuildLD(shop, "C:\\Elsewhere"), platform::ProgramEnded);
-    EXPECT_EQ(fakes.prompts.boxes.back().title, "Lodrin");
+    EXPECT_EQ(fakes.prompts.boxes,
+              (std::vector<platform::Box>{
+                  {.text = "could not find database Ostrel at C:\\Elsewhere", .title = "Lodrin"}}));
     EXPECT_TRUE(steps_.empty());
     EXPECT_EQ(dialogs.procMsgs, 0);
 }
@@ -140,7 +154,7 @@ TEST_F(BuildLDTest, NewRowsAreNumberedAndStartWithTheirDefaults)
     WithoutOwnTables();
     BuildLD(shop, "C:\\Shop");
     dao::Database database = Reopen();
-    for (const char* name : {"LDEmp", "LDHistory"}) {
+    for (const char* name : {"LDEmp", "LDTotals", "LDHistory", "Status"}) {
         dao::Recordset rows = database.OpenRecordset(name);
         for (int row = 0; row < 2; ++row) {
             rows.AddNew();
@@ -158,6 +172,11 @@ TEST_F(BuildLDTest, NewRowsAreNumberedAndStartWithTheirDefaults)
     EXPECT_EQ(employees[0]["StartDay"], Value(Null{}));
     EXPECT_EQ(Jobs()[1]["ID"], Value(2));
     EXPECT_EQ(Jobs()[1]["Hrs"], Value(0.0));
+    EXPECT_EQ(Totals()[1]["ID"], Value(2));
+    EXPECT_EQ(Totals()[1].Text("JobCount"), "0");
+    EXPECT_EQ(Totals()[1]["WorkDate"], Value(Null{}));
+    EXPECT_EQ(Rows("Status")[1]["ID"], Value(2));
+    EXPECT_EQ(Rows("Status")[1]["Description"], Value(""));
 }
 
 }  // namespace

@@ -76,6 +76,20 @@ TEST_F(EmployeeRowTest, RecordThatCouldNotBeEditedIsNotWrittenThroughTheBoard)
     EXPECT_TRUE(Reports().empty());
 }
 
+// A closed job that stayed on the board would be closed, and paid, once more.
+TEST_F(EmployeeRowTest, ClosedJobGoesFromTheBoardAlsoWhenTheRecordCannotBeEdited)
+{
+    StandOn("Smith, Ann");
+    row.Edit();
+    row.Write(LDEmp::Customer, [] { return "Evans, Brian"; });
+    row.Write(LDEmp::WOID, [] { return 6001; });
+    row.Save();
+    row.ClearJob();
+    EXPECT_EQ(board.Text(LDEmp::Customer.column), "");
+    EXPECT_EQ(board.Text(LDEmp::WOID.column), "");
+    EXPECT_EQ(EmployeeRecord("Smith, Ann")[LDEmp::Customer.name], "Evans, Brian");
+}
+
 TEST_F(EmployeeRowTest, FailedStoreDoesNotLeadBackToTheRecordStoredBefore)
 {
     StandOn("Jones, Bob");

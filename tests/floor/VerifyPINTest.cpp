@@ -84,6 +84,46 @@ TEST_F(VerifyPINTest, EmployeeWithoutProfileIsRefusedWithoutAPrompt)
     EXPECT_TRUE(Reports().empty());
 }
 
+// Wherever a PIN is asked for, whoever has no profile is turned away alike, and nothing is written.
+class NoProfileTest : public VerifyPINTest {
+protected:
+    NoProfileTest()
+    {
+        Given({Employee("Jones, Bob", 8), RepairOrder(1001), RepairOrder(1002)});
+        At("08:00 AM").Select("Jones, Bob").Picks("BL", "Paint").Starts(1001);
+        GivenNo("Profile");
+        before_ = Stored();
+    }
+    void TearDown() override
+    {
+        EXPECT_EQ(Stored(), before_);
+        EXPECT_TRUE(fakes.prompts.inputs.empty());
+        EXPECT_EQ(dialogs.glSelects, 1);
+        EXPECT_EQ(dialogs.progresses, 0);
+        EXPECT_TRUE(Reports().empty());
+        VerifyPINTest::TearDown();
+    }
+
+private:
+    Contents before_;
+};
+
+TEST_F(NoProfileTest, StartsNoJob)
+{
+    fakes.prompts.Expect("Invalid PIN entered");
+    At("09:00 AM").Starts(1002);
+}
+
+TEST_F(NoProfileTest, GoesOnNoBreak)
+{
+    At("09:00 AM").GoesOnBreak();
+}
+
+TEST_F(NoProfileTest, EndsNoDay)
+{
+    At("09:00 AM").IsSure().EndsDay();
+}
+
 TEST_F(VerifyPINTest, EmptyBoardIsRefusedSilently)
 {
     Open();

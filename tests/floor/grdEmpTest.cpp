@@ -110,6 +110,7 @@ TEST_F(grdEmpTest, MoveWithinTheRowKeepsTheLabelButReloadsAndClearsTheBox)
     EXPECT_EQ(shop.window.lblEmpName.Caption(), "as it was");
     EXPECT_EQ(shop.window.cboRO.Text(), "");
     EXPECT_EQ(shop.window.grdDaily.RowCount(), 1);
+    EXPECT_EQ(shop.window.lstHistory.ListCount(), 1);
     EXPECT_EQ(shop.state.currentEmployee, 8);
 }
 

@@ -18,6 +18,7 @@ class GetHistoryTest : public ShopFixture {
 protected:
     base::Date Today() const { return base::DatePartOf(fakes.clock.Now()); }
     base::Date Yesterday() const { return {Today().days - 1}; }
+    base::Date Tomorrow() const { return {Today().days + 1}; }
 
     std::vector<std::string> LastJobs() const
     {
@@ -73,9 +74,7 @@ TEST_F(GetHistoryTest, EmployeeWithoutJobTodayShowsAnEmptyDayInTheSameLayout)
     for (int column = 1; column <= shop.window.grdDaily.ColumnCount(); ++column) {
         const platform::Column& now = shop.window.grdDaily.ColumnAt(column);
         const platform::Column& before = filled[static_cast<std::size_t>(column - 1)];
-        EXPECT_EQ(now.caption, before.caption);
-        EXPECT_EQ(now.position, before.position);
-        EXPECT_EQ(now.visible, before.visible);
+        EXPECT_EQ(now, before) << column;
     }
 }
 
@@ -133,14 +132,14 @@ TEST_F(GetHistoryTest, OfMoreThanTenJobsExactlyTheLastTenAreListed)
     EXPECT_EQ(jobs.back(), "1003   1999 Ford 1003");
 }
 
-TEST_F(GetHistoryTest, AfterMidnightTheDayIsEmptyAndTheLastJobsStay)
+TEST_F(GetHistoryTest, AfterMidnightTheDayShowsTheNewDatesJobsAndTheLastJobsStay)
 {
-    Given({Employee("Jones, Bob", 8), ClosedJob(8, 1001, Today())});
-    Select("Jones, Bob");
-    ASSERT_EQ(DailyNumbers().size(), 1U);
+    Given({Employee("Jones, Bob", 8), ClosedJob(8, 1001, Today()), ClosedJob(8, 1002, Tomorrow())});
+    At("11:59 PM").Select("Jones, Bob");
+    ASSERT_EQ(DailyNumbers(), (std::vector<std::string>{"1001"}));
     On("3/16/2004").At("12:00 AM").Select("Jones, Bob");
-    EXPECT_TRUE(DailyNumbers().empty());
-    EXPECT_EQ(LastJobs().size(), 1U);
+    EXPECT_EQ(DailyNumbers(), (std::vector<std::string>{"1002"}));
+    EXPECT_EQ(LastJobs().size(), 2U);
 }
 
 TEST_F(GetHistoryTest, WithoutCurrentEmployeeBothViewsAreEmpty)

@@ -123,6 +123,33 @@ TEST_F(WriteHistoryTest, MissingOrderNumbersAreWrittenAsZero)
     EXPECT_EQ(jobs[0][LDHistory::WOID], 0);
 }
 
+// A shop whose board was made by hand, with texts for the numbers: it is kept as it is.
+TEST_F(WriteHistoryTest, OrderNumbersThatAreNoNumbersAreWrittenAsZero)
+{
+    disk.Remove(DatabasePath());
+    MakeManagementDatabase();
+    {
+        dao::Database database = engine.DefaultWorkspace().OpenDatabase(DatabasePath());
+        dao::TableDef board("LDEmp");
+        for (const dao::FieldDef& field : ProgramTables().front().Fields()) {
+            const bool number = field.name == LDEmp::WONumber.name || field.name == "WOID";
+            board.Append(number ? dao::TableDef::CreateField(field.name, dao::FieldType::Text, 20)
+                                : field);
+        }
+        database.Append(board);
+        for (const dao::TableDef& table : ProgramTables())
+            if (table.Name() != "LDEmp") database.Append(table);
+    }
+    Given(
+        {BobOnJob("08:00 AM").With(LDEmp::WONumber.name, "n/a").With(LDEmp::WOID.name, "none yet"),
+         RepairOrder(1001)});
+    CloseAt("09:00 AM");
+    ASSERT_EQ(Jobs().size(), 1U);
+    EXPECT_EQ(Jobs()[0][LDHistory::WONumb], 0);
+    EXPECT_EQ(Jobs()[0][LDHistory::WOID], 0);
+    EXPECT_TRUE(Reports().empty());
+}
+
 TEST_F(WriteHistoryTest, StoredJobShowsAtOnceInBothViews)
 {
     BobWorks("08:00 AM", "09:00 AM");

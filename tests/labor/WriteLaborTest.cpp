@@ -89,6 +89,15 @@ TEST_F(WriteLaborTest, NullTotalStaysNull)
     EXPECT_TRUE(Reports().empty());
 }
 
+TEST_F(WriteLaborTest, NullCostStaysNullAndTheHoursAreAdded)
+{
+    Given({Employee("Jones, Bob", 8), RepairOrder(1001).With(WorkOrder::BodyCost, base::Null{}),
+           ClosedJob(8, 1001, Today())});
+    Post("Jones, Bob", 1001);
+    EXPECT_TRUE(Order(1001)[WorkOrder::BodyCost].IsNull());
+    EXPECT_EQ(Order(1001)[WorkOrder::BodyWorked], 1.0);
+}
+
 TEST_F(WriteLaborTest, RateOfZeroPostsHoursWithoutCost)
 {
     Given({Employee("Jones, Bob", 8).With(Profile::EmpRate, base::Currency{}), RepairOrder(1001),

@@ -41,6 +41,11 @@ void ScriptedDialogs::Confirm()
     choices_.push_back({Act::Confirm, {}, {}});
 }
 
+void ScriptedDialogs::ConfirmOrLeave()
+{
+    choices_.push_back({Act::ConfirmOrLeave, {}, {}});
+}
+
 void ScriptedDialogs::Leave()
 {
     choices_.push_back({Act::Leave, {}, {}});
@@ -66,7 +71,8 @@ void ScriptedDialogs::ShowGLSelect(lodrin::Shop& shop)
     }
     if (choice.act != Act::Leave) {
         lodrin::DispatchInDialog(shop, [&](lodrin::Shop& on) { form.cmdExit_Click(on); });
-        if (!closed) throw std::logic_error("the labor type dialog did not close");
+        if (!closed && choice.act != Act::ConfirmOrLeave)
+            throw std::logic_error("the labor type dialog did not close");
     }
     form.close = nullptr;
 }

@@ -18,6 +18,8 @@ public:
     void Pick(const std::string& code, const std::string& department);
     // Confirms what the next dialog proposes.
     void Confirm();
+    // The same; leaves it by its close box when it cannot be confirmed.
+    void ConfirmOrLeave();
     // Leaves the next dialog by its close box.
     void Leave();
     // In the next progress dialog: picks the text and confirms, or confirms what it proposes;
@@ -53,7 +55,7 @@ public:
     void ShowStatus(lodrin::Shop& shop) override;
 
 private:
-    enum class Act { Pick, Confirm, Leave };
+    enum class Act { Pick, Confirm, ConfirmOrLeave, Leave };
     struct Choice {
         Act act = Act::Leave;
         std::string code, department;

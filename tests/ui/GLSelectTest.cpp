@@ -111,6 +111,23 @@ TEST_F(GLSelectTest, NothingCanBeConfirmedWithoutADepartment)
     EXPECT_EQ(shop.state.GLCode, "");
 }
 
+TEST_F(GLSelectTest, NothingCanBeConfirmedWithoutALaborType)
+{
+    GivenNo("Status");
+    Show([](QDialog& dialog) {
+        EXPECT_EQ(List(dialog, "lstGLCodes")->count(), 0);
+        EXPECT_GT(List(dialog, "lstDepartments")->count(), 0);
+        auto* okay = dialog.findChild<QPushButton*>("cmdExit");
+        EXPECT_FALSE(okay->isEnabled());
+        okay->click();
+        QTest::keyClick(List(dialog, "lstDepartments"), Qt::Key_Return);
+        EXPECT_TRUE(dialog.isVisible());
+        dialog.reject();
+    });
+    EXPECT_EQ(shop.state.GLCode, "");
+    EXPECT_EQ(shop.state.Department, "");
+}
+
 TEST_F(GLSelectTest, UnloadedFormNoLongerReachesTheWindow)
 {
     Show([](QDialog& dialog) { dialog.reject(); });

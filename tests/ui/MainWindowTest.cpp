@@ -105,6 +105,9 @@ TEST_F(MainWindowTest, CaptionsStandAsTheyAre)
     EXPECT_EQ(Find<QPushButton>("cmdExit")->text().toStdString(), "&Exit");
     EXPECT_EQ(Find<QPushButton>("cmdExit")->toolTip().toStdString(), "Exit Time Clock");
     EXPECT_EQ(LabelText("lblCurrentDate"), "Current Date:");
+    EXPECT_EQ(LabelText("lblEmpName"), "Employee Name");
+    EXPECT_EQ(LabelText("lblDate"), "01/04/01 5:55 PM");
+    EXPECT_EQ(window->windowTitle().toStdString(), "Kelvaro Lodrin");
 }
 
 TEST_F(MainWindowTest, EveryButtonAndMenuItemCanBeUsed)

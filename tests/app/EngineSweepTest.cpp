@@ -1,0 +1,410 @@
+// SPDX-License-Identifier: Apache-2.0
+// EngineSweepTest: each procedure, while the n-th thing the engine asks of the disk fails, for
+// every n.
+#include "app/Dispatch.h"
+#include "app/frmLodrin.h"
+#include "base/Calendar.h"
+#include "base/NumberedError.h"
+#include "data/DBOpen.h"
+#include "data/SyncEmployees.h"
+#include "data/modBuildLD.h"
+#include "floor/VerifyPIN.h"
+#include "floor/cboRO.h"
+#include "floor/grdEmp.h"
+#include "jet/io/MemoryFile.h"
+#include "tests/support/IntegrityExpectations.h"
+#include "tests/support/ShopWorld.h"
+#include "tests/support/WatchedFileSystem.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace tests;
+
+constexpr const char* kDatabase = "C:/Shop/Kelvaro.mdb";
+constexpr std::size_t kChecked = 5;  // of so many files one is looked through
+constexpr double kToday = 38061;
+constexpr double kFriday = 38058;
+
+// The shop on a disk one call of which fails.
+struct Scene {
+    explicit Scene(const std::vector<std::byte>& content)
+    {
+        (void)memory.Create(kDatabase);
+        memory.Content(kDatabase) = content;
+        world.fakes.files.Write("C:/Lodrin/Lodrin.ini", "[FileLoc]\r\nLodrin=C:\\Shop\r\n");
+        world.fakes.files.Write(kDatabase, "");
+        world.fakes.prompts.TakeAnyBox();
+    }
+    ~Scene() { disk.beforeCall = nullptr; }
+    Scene(const Scene&) = delete;
+    Scene& operator=(const Scene&) = delete;
+
+    void FailAt(std::size_t call)
+    {
+        calls = 0;
+        disk.beforeCall = [this, call] {
+            if (calls++ == call) throw base::NumberedError(3043).At("planned failure");
+        };
+    }
+    // Rows as another program finds them.
+    [[nodiscard]] std::vector<Record> Stored(const std::string& table)
+    {
+        dao::Database found = reader.DefaultWorkspace().OpenDatabase(kDatabase);
+        dao::Recordset rows = found.OpenRecordset(table);
+        return RowsOf(rows);
+    }
+
+    std::size_t calls = 0;
+    jet::io::MemoryFileSystem memory;
+    WatchedFileSystem disk{memory};
+    ShopWorld world{disk};
+    dao::DBEngine reader{{.now = [this] { return world.fakes.clock.Now(); }}, memory};
+};
+
+struct Procedure {
+    std::string name;
+    std::set<std::string> locations;         // where a failure in it may be reported
+    std::function<void(ShopWorld&)> given;   // rows in the file
+    std::function<void(ShopWorld&)> before;  // what was done before, without a failure
+    std::function<void(ShopWorld&)> run;
+    std::function<void(Scene&)> holds;  // whatever failed
+};
+
+void PrintTo(const Procedure& each, std::ostream* out)
+{
+    *out << each.name;
+}
+
+void OneOrderAndTwoPeople(ShopWorld& world)
+{
+    world.Given({Employee("Jones, Bob", 8).With("PIN", "1234"), Employee("Smith, Ann", 7),
+                 RepairOrder(1001), RepairOrder(1002)});
+}
+
+void BobHasWorkedSinceEight(ShopWorld& world)
+{
+    OneOrderAndTwoPeople(world);
+    world.At("08:00 AM").Select("Jones, Bob").Types("1234").Picks("BL", "Body").Starts(1001);
+}
+
+void ForgottenFriday(ShopWorld& world)
+{
+    const base::Date eight = *base::ReadDate("08:00 AM");
+    world.Given({Employee("Smith, Ann", 7)
+                     .With("StartDay", eight)
+                     .With("WorkDate", base::Date{kFriday})
+                     .With("StartJob", eight)
+                     .With("WO#", 1001)
+                     .With("Customer", "Evans, Brian")
+                     .With("GLType", "BL"),
+                 Employee("Jones, Bob", 8).Without("LDEmp"), RepairOrder(1001)});
+}
+
+void BobStandsOnTheBoard(ShopWorld& world)
+{
+    world.Select("Jones, Bob");
+}
+
+std::int32_t CountOf(const std::vector<Record>& rows, const char* field, const base::Value& value)
+{
+    std::int32_t count = 0;
+    for (const Record& row : rows)
+        count += row[field] == value ? 1 : 0;
+    return count;
+}
+
+// At most one history row, at most one labor line, and what the order gained is that job or none.
+void NothingIsPostedTwice(Scene& scene)
+{
+    EXPECT_LE(scene.Stored("LDHistory").size(), 1U);
+    EXPECT_LE(scene.Stored("Labor").size(), 1U);
+    double hours = 0;
+    for (const Record& order : scene.Stored("WorkOrder"))
+        hours += *order["BodyWorked"].As<double>();
+    EXPECT_TRUE(hours == 0.0 || hours == 1.0) << hours;
+}
+
+// The job of Friday stands on her row or in the history, and in none of them twice.
+void FridaysJobIsNeitherLostNorDoubled(Scene& scene)
+{
+    const std::vector<Record> people = scene.Stored("LDEmp");
+    bool open = false;
+    for (const Record& each : people)
+        open = open || each["StartJob"].IsDate();
+    const std::size_t recorded = scene.Stored("LDHistory").size();
+    EXPECT_TRUE(open || recorded == 1) << recorded;
+    EXPECT_LE(recorded, 1U);
+    EXPECT_LE(scene.Stored("Labor").size(), recorded);
+    EXPECT_LE(scene.Stored("LDTotals").size(), 1U);
+    EXPECT_EQ(CountOf(people, "EmpID", 7), 1);
+    EXPECT_EQ(scene.Stored("Profile").size(), 2U);
+}
+
+const std::set<std::string> kOpening{
+    "Sub frmLodrin!Form_Load()",      "Sub frmLodrin!InitForm()",   "Sub frmLodrin!DBOpen()",
+    "Sub frmLodrin!SyncEmployees()",  "Sub modBuildLD!BuildLD()",   "Sub frmLodrin!WriteLabor()",
+    "Sub frmLodrin!EmpView()",        "Sub frmLodrin!GetROList()",  "Sub frmLodrin!GetHistory()",
+    "Sub frmLodrin!GetHistoryView()", "Sub frmLodrin!GetDataPath()"};
+const std::set<std::string> kClosingAJob{
+    "Sub frmLodrin!WriteHistory()", "Sub frmLodrin!WriteLabor()", "Sub frmLodrin!GetHistory()",
+    "Sub frmLodrin!GetHistoryView()", "Sub frmLodrin!GetLast10()"};
+
+std::set<std::string> And(std::set<std::string> more, const std::set<std::string>& others)
+{
+    more.insert(others.begin(), others.end());
+    return more;
+}
+
+std::vector<Procedure> Procedures()
+{
+    return {
+        {"VerifyPIN",
+         {},
+         OneOrderAndTwoPeople,
+         [](ShopWorld& world) { world.Select("Jones, Bob"); },
+         [](ShopWorld& world) {
+             world.fakes.prompts.TakeAnyInput("4321");
+             EXPECT_FALSE(lodrin::VerifyPIN(world.shop));
+         },
+         [](Scene& scene) { EXPECT_TRUE(scene.world.Reports().empty()); }},
+        {"EmpView",
+         {"Sub frmLodrin!EmpView()"},
+         OneOrderAndTwoPeople,
+         [](ShopWorld& world) { world.Open(); },
+         [](ShopWorld& world) { lodrin::EmpView(world.shop); },
+         [](Scene& scene) { EXPECT_EQ(scene.world.shop.window.grdEmp.RowCount(), 2); }},
+        {"GetROList",
+         {"Sub frmLodrin!GetROList()"},
+         OneOrderAndTwoPeople,
+         [](ShopWorld& world) { world.Open(); },
+         [](ShopWorld& world) { lodrin::GetROList(world.shop); },
+         [](Scene& scene) {
+             scene.disk.beforeCall = nullptr;
+             lodrin::GetROList(scene.world.shop);
+             EXPECT_EQ(scene.world.shop.window.cboRO.ListCount(), 2);
+         }},
+        {"ChoosingAnEmployee",
+         {"Sub frmLodrin!grdEmp_Click()", "Sub frmLodrin!GetHistory()",
+          "Sub frmLodrin!GetHistoryView()", "Sub frmLodrin!GetLast10()"},
+         [](ShopWorld& world) {
+             OneOrderAndTwoPeople(world);
+             world.Given({ClosedJob(8, 1001, {kToday}), ClosedJob(8, 1002, {kToday})});
+         },
+         [](ShopWorld& world) { world.Open(); },
+         [](ShopWorld& world) { lodrin::grdEmp_Click(world.shop); },
+         [](Scene& scene) {
+             EXPECT_EQ(scene.world.shop.state.currentEmployee, 8);
+             scene.disk.beforeCall = nullptr;
+             lodrin::grdEmp_Click(scene.world.shop);
+             EXPECT_EQ(scene.world.shop.window.grdDaily.RowCount(), 2);
+             EXPECT_EQ(scene.world.shop.window.lstHistory.ListCount(), 2);
+         }},
+        {"LaborTypeDialog",
+         {"Sub frmGLSelect!Form_Load()"},
+         [](ShopWorld& world) {
+             world.GivenNo("Status").Given({LedgerAccount("BL", "Body", true)});
+         },
+         [](ShopWorld& world) { world.Open(); },
+         [](ShopWorld& world) { world.shop.forms.glSelect.Form_Load(world.shop); },
+         [](Scene& scene) {
+             lodrin::frmGLSelect& form = scene.world.shop.forms.glSelect;
+             EXPECT_EQ(form.cmdExit.enabled,
+                       form.lstGLCodes.ListIndex() >= 0 && form.lstDepartments.ListIndex() >= 0);
+             scene.disk.beforeCall = nullptr;
+             form.Form_Load(scene.world.shop);
+             EXPECT_TRUE(form.cmdExit.enabled);
+             EXPECT_EQ(form.lstDepartments.ListCount(), 3);
+         }},
+        {"JobChange",
+         And({"Sub frmLodrin!StartJob()", "Sub frmGLSelect!Form_Load()"}, kClosingAJob),
+         BobHasWorkedSinceEight, BobStandsOnTheBoard,
+         [](ShopWorld& world) {
+             world.fakes.prompts.TakeAnyInput("1234");
+             world.dialogs.ConfirmOrLeave();
+             world.At("09:00 AM").Starts(1002);
+         },
+         [](Scene& scene) {
+             NothingIsPostedTwice(scene);
+             EXPECT_FALSE(scene.world.shop.window.grdEmp.allowEdit);
+             EXPECT_EQ(scene.Stored("LDEmp").size(), 2U);
+         }},
+        {"Break", And({"Sub frmLodrin!cmdBreak_Click()"}, kClosingAJob), BobHasWorkedSinceEight,
+         BobStandsOnTheBoard,
+         [](ShopWorld& world) {
+             world.fakes.prompts.TakeAnyInput("1234");
+             world.dialogs.ConfirmProgress();
+             world.At("09:00 AM").GoesOnBreak();
+         },
+         [](Scene& scene) {
+             NothingIsPostedTwice(scene);
+             EXPECT_TRUE(scene.Stored("LDEmp").at(0)["StartDay"].IsDate());
+         }},
+        {"EndOfTheDay", And({"Sub frmLodrin!cmdEndDay_Click()"}, kClosingAJob),
+         BobHasWorkedSinceEight, BobStandsOnTheBoard,
+         [](ShopWorld& world) {
+             world.fakes.prompts.TakeAnyInput("1234");
+             world.dialogs.ConfirmProgress();
+             world.At("09:00 AM").EndsDay();
+         },
+         [](Scene& scene) {
+             NothingIsPostedTwice(scene);
+             EXPECT_LE(scene.Stored("LDTotals").size(), 1U);
+         }},
+        {"LastMinute",
+         And({"Sub frmLodrin!cmdEndDay_Click()", "Sub frmLodrin!Timer1_Timer()"}, kClosingAJob),
+         BobHasWorkedSinceEight, BobStandsOnTheBoard,
+         [](ShopWorld& world) { world.At("11:59 PM").Ticks(); },
+         [](Scene& scene) {
+             // Each round that finds his day still open closes his job once more.
+             EXPECT_LE(scene.Stored("LDHistory").size(), 2U);
+             EXPECT_LE(scene.Stored("LDTotals").size(), 1U);
+             EXPECT_FALSE(scene.world.shop.state.automaticEndOfDay);
+         }},
+        {"SyncEmployees",
+         {"Sub frmLodrin!SyncEmployees()"},
+         [](ShopWorld& world) {
+             world.Given({Employee("Smith, Ann", 7), Employee("Jones, Bob", 8).Without("LDEmp"),
+                          Employee("Adams, Zoe", 9).With("Name", "Adam, Zoe"),
+                          Employee("Gone, Guy", 10).Without("Profile")});
+         },
+         [](ShopWorld& world) { world.Open(); },
+         [](ShopWorld& world) { lodrin::mnuSyncEmp_Click(world.shop); },
+         [](Scene& scene) {
+             const std::vector<Record> people = scene.Stored("LDEmp");
+             EXPECT_EQ(CountOf(people, "EmpID", 7), 1);
+             EXPECT_EQ(CountOf(people, "EmpID", 9), 1);
+             EXPECT_LE(CountOf(people, "EmpID", 8), 1);
+             EXPECT_FALSE(scene.world.dialogs.procMsgVisible);
+             EXPECT_EQ(scene.world.fakes.prompts.boxes.size(), 1U);
+         }},
+        {"OpeningAfterAForgottenDay", kOpening, ForgottenFriday, nullptr,
+         [](ShopWorld& world) { lodrin::DBOpen(world.shop); }, FridaysJobIsNeitherLostNorDoubled},
+        {"FirstStartInANewShop", kOpening, nullptr, nullptr,
+         [](ShopWorld& world) { lodrin::Form_Load(world.shop); },
+         [](Scene& scene) {
+             EXPECT_TRUE(scene.world.shop.state.firstActivation);
+             EXPECT_EQ(scene.world.shop.window.Timer1.interval, 1000);
+             EXPECT_FALSE(scene.world.dialogs.procMsgVisible);
+             // The next start makes what is still missing, or finds it.
+             scene.disk.beforeCall = nullptr;
+             lodrin::BuildLD(scene.world.shop, "C:\\Shop");
+             dao::Database database = scene.world.engine.DefaultWorkspace().OpenDatabase(kDatabase);
+             EXPECT_EQ(database.TableDef("LDEmp").Fields().size(), 12U);
+             EXPECT_EQ(database.TableDef("LDTotals").Fields().size(), 8U);
+             EXPECT_EQ(database.TableDef("LDHistory").Fields().size(), 11U);
+             EXPECT_EQ(database.TableDef("Status").Fields().size(), 5U);
+         }},
+    };
+}
+
+class EngineSweepTest : public ::testing::TestWithParam<Procedure> {
+protected:
+    static std::vector<std::byte> Content()
+    {
+        jet::io::MemoryFileSystem disk;
+        ShopWorld world(disk);
+        if (GetParam().given) {
+            world.MakeDatabase();
+            GetParam().given(world);
+        } else {
+            world.MakeManagementDatabase();
+        }
+        return disk.Content(kDatabase);
+    }
+
+    // Plays the procedure with that call failing; false when it needed no such call.
+    bool Play(const std::vector<std::byte>& content, std::size_t call)
+    {
+        Scene scene(content);
+        if (GetParam().before) GetParam().before(scene.world);
+        scene.FailAt(call);
+        EXPECT_NO_THROW(GetParam().run(scene.world));
+        const bool failed = scene.calls > call;
+        ExpectReportedOnce(scene.world.Reports());
+        GetParam().holds(scene);
+        scene.disk.beforeCall = nullptr;
+        if (call % kChecked == 0) {
+            EXPECT_CLEAN(scene.memory, kDatabase);
+        }
+        return failed;
+    }
+
+    void ExpectReportedOnce(const std::vector<std::string>& reports)
+    {
+        std::size_t failures = 0;
+        for (const std::string& report : reports) {
+            const std::string location = report.substr(report.find(' ') + 1);
+            EXPECT_EQ(GetParam().locations.count(location), 1U) << report;
+            if (report.rfind("3043 ", 0) == 0) ++failures;
+        }
+        EXPECT_LE(failures, 1U);
+        reported += failures;
+    }
+
+    // Runs the procedure as an event; true when the program ended in it.
+    static bool EndsIn(Scene& scene)
+    {
+        try {
+            lodrin::DispatchAlways(scene.world.shop,
+                                   [&](lodrin::Shop&) { GetParam().run(scene.world); });
+        } catch (const platform::ProgramEnded& end) {
+            EXPECT_EQ(end.exitCode, 1);
+            return true;
+        }
+        return false;
+    }
+
+    std::size_t reported = 0;
+};
+
+INSTANTIATE_TEST_SUITE_P(Procedures, EngineSweepTest, ::testing::ValuesIn(Procedures()),
+                         [](const auto& each) { return each.param.name; });
+
+TEST_P(EngineSweepTest, WhicheverCallFailsNothingEscapesAndItIsReportedOnce)
+{
+    const std::vector<std::byte> content = Content();
+    std::size_t call = 0;
+    for (bool failed = true; failed && !HasFailure(); ++call) {
+        SCOPED_TRACE("call " + std::to_string(call));
+        ASSERT_LT(call, 5000U);
+        failed = Play(content, call);
+    }
+    RecordProperty("calls", static_cast<int>(call));
+    EXPECT_EQ(reported > 0, !GetParam().locations.empty() && call > 1);
+}
+
+// The trap's own failure leaves every procedure: the platform tells of it, and the program is over.
+TEST_P(EngineSweepTest, WithoutALogTheProgramEndsAndTheFileStaysSound)
+{
+    const std::vector<std::byte> content = Content();
+    std::size_t ends = 0;
+    std::size_t call = 0;
+    for (bool failed = true; failed && !HasFailure(); call += kChecked) {
+        SCOPED_TRACE("call " + std::to_string(call));
+        Scene scene(content);
+        if (GetParam().before) GetParam().before(scene.world);
+        scene.world.fakes.files.RefuseWrites("/Lodrin.Log", 75);
+        scene.FailAt(call);
+        const bool ended = EndsIn(scene);
+        failed = scene.calls > call;
+        scene.disk.beforeCall = nullptr;
+        ends += ended ? 1 : 0;
+        EXPECT_TRUE(scene.world.Reports().empty());
+        EXPECT_CLEAN(scene.memory, kDatabase);
+        if (ended) {
+            EXPECT_EQ(scene.world.fakes.prompts.boxes.back(),
+                      (platform::Box{.text = "Run-time error '75':\r\n\r\nPath/File access error",
+                                     .title = "Lodrin",
+                                     .icon = platform::Icon::Critical}));
+        }
+    }
+    EXPECT_EQ(ends > 0, !GetParam().locations.empty() && call > kChecked);
+}
+
+}  // namespace
