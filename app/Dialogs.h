@@ -28,6 +28,9 @@ public:
     virtual void ShowProgress(Shop& shop) = 0;
     // Requires: the form has been made.
     virtual void ShowStatus(Shop& shop) = 0;
+    virtual void ShowDateSel(Shop& shop) = 0;
+    // Not modal: returns at once, and the main window works on.
+    virtual void ShowPreview(Shop& shop) = 0;
 };
 
 }  // namespace lodrin

@@ -98,6 +98,12 @@ void ShowStatus(Shop& shop)
     shop.dialogs.ShowStatus(shop);
 }
 
+void ShowDateSel(Shop& shop)
+{
+    const EventGate::Window window(shop.gate, Modal::Dialog);
+    shop.dialogs.ShowDateSel(shop);
+}
+
 void DoEvents(Shop& shop)
 {
     shop.platform.events.LetPendingRun();

@@ -32,6 +32,7 @@ void Say(Shop& shop, const std::string& text,
 void ShowGLSelect(Shop& shop);
 void ShowProgress(Shop& shop);
 void ShowStatus(Shop& shop);
+void ShowDateSel(Shop& shop);
 
 // Lets windows repaint.
 void DoEvents(Shop& shop);

@@ -13,6 +13,8 @@
 #include "floor/frmProgress.h"
 #include "jet/dao/DBEngine.h"
 #include "platform/Services.h"
+#include "setup/frmDateSel.h"
+#include "setup/frmPreview.h"
 #include "setup/frmStatus.h"
 
 #include <memory>
@@ -25,6 +27,8 @@ struct Forms {
     frmProcMsg procMsg;
     frmGLSelect glSelect;
     frmProgress progress;
+    frmDateSel dateSel;
+    frmPreview preview;
     std::unique_ptr<frmStatus> status;  // made when it is first asked for
 };
 

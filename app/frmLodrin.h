@@ -5,6 +5,7 @@
 #include "platform/controls/Grid.h"
 #include "platform/controls/Label.h"
 #include "platform/controls/ListBox.h"
+#include "platform/controls/Window.h"
 
 #include <functional>
 
@@ -23,6 +24,7 @@ struct Timer : platform::Control {
 };
 
 struct frmLodrin {
+    platform::Window frame;
     platform::Label caption{"Kelvaro Lodrin"};
     platform::Grid grdEmp;    // employee board
     platform::Grid grdDaily;  // the day's jobs

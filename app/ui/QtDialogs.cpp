@@ -7,6 +7,8 @@
 #include "data/ui/frmProcMsgView.h"
 #include "floor/ui/frmGLSelectView.h"
 #include "floor/ui/frmProgressView.h"
+#include "setup/ui/frmDateSelView.h"
+#include "setup/ui/frmPreviewView.h"
 #include "setup/ui/frmStatusView.h"
 
 namespace lodrin::ui {
@@ -17,6 +19,8 @@ QtDialogs::~QtDialogs()
 {
     delete procMsg_;
     delete status_;
+    delete dateSel_;
+    delete preview_;
 }
 
 EventDoor QtDialogs::DoorOf(Shop& shop) const
@@ -93,6 +97,19 @@ void QtDialogs::ShowStatus(Shop& shop)
     shop.forms.status->Form_Load(shop);
     if (!status_) status_ = new frmStatusView(shop, DoorOf(shop), main_.get());
     status_->Wait();
+}
+
+void QtDialogs::ShowDateSel(Shop& shop)
+{
+    if (!dateSel_) dateSel_ = new frmDateSelView(shop, DoorOf(shop), main_.get());
+    dateSel_->Wait();
+}
+
+void QtDialogs::ShowPreview(Shop& shop)
+{
+    if (!preview_) preview_ = new frmPreviewView(shop, DoorOf(shop), main_.get());
+    preview_->show();
+    preview_->raise();
 }
 
 }  // namespace lodrin::ui

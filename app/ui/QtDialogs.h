@@ -16,6 +16,8 @@ class QWidget;
 namespace lodrin::ui {
 
 class frmLodrinView;
+class frmDateSelView;
+class frmPreviewView;
 class frmStatusView;
 
 class QtDialogs : public Dialogs {
@@ -38,6 +40,8 @@ public:
     void UnloadGLSelect(Shop& shop) override;
     void ShowProgress(Shop& shop) override;
     void ShowStatus(Shop& shop) override;
+    void ShowDateSel(Shop& shop) override;
+    void ShowPreview(Shop& shop) override;
 
 private:
     [[nodiscard]] EventDoor DoorOf(Shop& shop) const;
@@ -46,6 +50,8 @@ private:
     std::unique_ptr<frmLodrinView> main_;
     QPointer<QWidget> procMsg_;  // may go with the window that owns it
     QPointer<QDialog> glSelect_;
+    QPointer<frmDateSelView> dateSel_;  // as status_
+    QPointer<frmPreviewView> preview_;
     QPointer<frmStatusView> status_;  // made once; belongs to the main window
 };
 

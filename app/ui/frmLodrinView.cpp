@@ -18,6 +18,7 @@
 #include "platform/qt/QtText.h"
 #include "platform/qt/RepairOrderBox.h"
 #include "platform/qt/ShopStyle.h"
+#include "platform/qt/WindowFrame.h"
 #include "setup/mnuSetup.h"
 
 #include <QCloseEvent>
@@ -69,6 +70,7 @@ frmLodrinView::frmLodrinView(Shop& shop, EventDoor door)
     setObjectName("frmLodrin");
     shop_.window.cmdExit.tip = "Exit Time Clock";
     MirrorCaption(shop_.window.caption, this);
+    ObeyFrame(shop_.window.frame, this);
     BuildMenus();
     BuildContent();
     BuildStatusBar();
@@ -324,7 +326,9 @@ void frmLodrinView::Unload()
 bool frmLodrinView::event(QEvent* event)
 {
     if (event->type() == QEvent::WindowActivate) Activate();
-    return QMainWindow::event(event);
+    const bool done = QMainWindow::event(event);
+    if (IsAboutItsPlace(*event)) TellFrame(shop_.window.frame, *this);
+    return done;
 }
 
 void frmLodrinView::closeEvent(QCloseEvent* event)

@@ -9,6 +9,8 @@ namespace platform::qt {
 
 namespace {
 
+constexpr int kTextMargin = 4;
+
 // Other programs, menus and boxes take the keyboard for a while only.
 bool ComesBack(const QFocusEvent& event)
 {
@@ -29,7 +31,7 @@ QWidget* CellEditor::createEditor(QWidget* parent, const QStyleOptionViewItem& /
     line_ = new QLineEdit(parent);
     line_->setObjectName("cellEditor");
     line_->setAccessibleName(index.model()->headerData(index.column(), Qt::Horizontal).toString());
-    line_->setFrame(false);
+    line_->setTextMargins(kTextMargin, 0, kTextMargin, 0);
     line_->setAutoFillBackground(true);
     cell_ = index;
     filled_ = refused_ = false;

@@ -32,10 +32,14 @@ QDate DateOf(const base::DateParts& parts)
 
 }  // namespace
 
+QLocale MachineLocale(const QLocale& locale)
+{
+    return locale.language() == QLocale::C ? QLocale(QLocale::English, QLocale::UnitedStates)
+                                           : locale;
+}
+
 QtSystemFormats::QtSystemFormats(const QLocale& locale)
-    : locale_(locale.language() == QLocale::C ? QLocale(QLocale::English, QLocale::UnitedStates)
-                                              : locale),
-      longDate_(locale_.dateFormat(QLocale::LongFormat)),
+    : locale_(MachineLocale(locale)), longDate_(locale_.dateFormat(QLocale::LongFormat)),
       shortDate_(WithWholeYear(locale_.dateFormat(QLocale::ShortFormat))),
       time_(WithoutZone(locale_.timeFormat(QLocale::LongFormat)))
 {

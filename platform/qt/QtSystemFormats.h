@@ -9,6 +9,10 @@
 
 namespace platform::qt {
 
+// The language and the forms of the machine. Rule: a machine without a locale of its own ("C")
+// counts as American English.
+[[nodiscard]] QLocale MachineLocale(const QLocale& locale = QLocale::system());
+
 class QtSystemFormats : public SystemFormats {
 public:
     // Rule: a machine without a locale of its own ("C") counts as American English.

@@ -133,6 +133,22 @@ void ScriptedDialogs::ShowStatus(lodrin::Shop& shop)
     form.close = nullptr;
 }
 
+void ScriptedDialogs::ShowDateSel(lodrin::Shop& shop)
+{
+    lodrin::frmDateSel& form = shop.forms.dateSel;
+    bool hidden = false;
+    form.hide = [&] { hidden = true; };
+    form.Form_Activate(shop);
+    if (whileDateSelIsOpen) whileDateSelIsOpen(shop);
+    if (!hidden) throw std::logic_error("the date dialog was not hidden");
+    form.hide = nullptr;
+}
+
+void ScriptedDialogs::ShowPreview(lodrin::Shop& /*shop*/)
+{
+    ++previews;
+}
+
 void ScriptedDialogs::ShowSplash(lodrin::Shop& /*shop*/)
 {
     ++splashes;

@@ -39,6 +39,9 @@ public:
     // Called while the status description window is open; afterwards the user leaves by Exit.
     int statuses = 0;
     std::function<void(lodrin::Shop&)> whileStatusIsOpen;
+    // Called while the date dialog is open; it must hide it.
+    std::function<void(lodrin::Shop&)> whileDateSelIsOpen;
+    int previews = 0;
     // Called while the dialog is open, before the choice; and when the main window is shown (its
     // load belongs there).
     std::function<void(lodrin::Shop&)> whileGLSelectIsOpen, whileProgressIsOpen, whenMainIsShown;
@@ -53,6 +56,8 @@ public:
     void UnloadGLSelect(lodrin::Shop& shop) override;
     void ShowProgress(lodrin::Shop& shop) override;
     void ShowStatus(lodrin::Shop& shop) override;
+    void ShowDateSel(lodrin::Shop& shop) override;
+    void ShowPreview(lodrin::Shop& shop) override;
 
 private:
     enum class Act { Pick, Confirm, ConfirmOrLeave, Leave };

@@ -37,10 +37,11 @@ QList<QWidget*> VisibleWindows()
     for (QWidget* window : QApplication::topLevelWidgets())
         if (window->isVisible() && window->windowType() != Qt::ToolTip) windows << window;
     const auto height = [](const QWidget* window) {
-        return IsPopup(window)                     ? 3
-               : window->isModal()                 ? 2
-               : window->parentWidget() != nullptr ? 1
-                                                   : 0;
+        return IsPopup(window)                               ? 4
+               : window == QApplication::activeModalWidget() ? 3
+               : window->isModal()                           ? 2
+               : window->parentWidget() != nullptr           ? 1
+                                                             : 0;
     };
     std::stable_sort(windows.begin(), windows.end(),
                      [&](QWidget* left, QWidget* right) { return height(left) < height(right); });

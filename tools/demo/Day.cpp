@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/demo/Day.h"
 
+#include "app/Dispatch.h"
 #include "base/Convert.h"
 #include "data/Tables.h"
 #include "tools/demo/Hands.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 #include <stdexcept>
 
@@ -19,6 +22,8 @@ namespace {
 
 constexpr int kScreenSettles = 80;  // milliseconds
 constexpr int kTick = 10;           // milliseconds
+constexpr const char* kTooLong =
+    "Collision work, the whole of it, from the first dent pulled to the last gap set";
 constexpr const char* kNoSuchOrder = "999999";
 
 }  // namespace
@@ -41,6 +46,8 @@ void Day::Play()
     Menus();
     Break();
     EndOfDay();
+    Wordings();
+    ReadyWindows();
     Leave();
     if (robot_.Waiting() > 0)
         faults_.push_back(std::to_string(robot_.Waiting()) + " windows never came");
@@ -206,6 +213,51 @@ void Day::EndOfDay()
     Find<QPushButton>(Window("frmLodrin"), "cmdEndDay").click();
     Settle();
     album_.Take("day-ended");
+}
+
+// 04:32 PM. The shop words a labor type; a wording that is too long is refused and stays.
+void Day::Wordings()
+{
+    staged_.At("04:32 PM");
+    robot_.Then([this](QDialog& window) {
+        Settle();
+        album_.Take("status-descriptions");
+        auto& grid = Find<QTableView>(window, "grdStatus");
+        QTest::keyClick(&grid, Qt::Key_Down);
+        QTest::keyClick(&grid, Qt::Key_F2);
+        auto& line = Find<QLineEdit>(window, "cellEditor");
+        QTest::keyClicks(&line, kTooLong);
+        Settle();
+        album_.Take("status-typing");
+        // The robot is busy with this window: the box over it is answered apart.
+        QTimer::singleShot(kScreenSettles, &window, [this] {
+            auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            album_.Take("status-refused");
+            Press(*box, QMessageBox::Ok);
+        });
+        QTest::keyClick(&line, Qt::Key_Return);
+        line.setText("Collision");
+        Find<QPushButton>(window, "cmdExit").click();
+    });
+    Find<QAction>(Window("frmLodrin"), "mnuSetupItems").trigger();
+}
+
+// Two windows that nothing in the program opens yet.
+void Day::ReadyWindows()
+{
+    robot_.Then([this](QDialog& window) {
+        Settle();
+        album_.Take("date-selection");
+        window.close();
+    });
+    lodrin::Dispatch(staged_.shop, [](lodrin::Shop& shop) { lodrin::ShowDateSel(shop); });
+
+    staged_.shop.forms.preview.GEXPreview1.Fill(staged_.shop.window.grdEmp, "Employees");
+    staged_.dialogs.ShowPreview(staged_.shop);
+    Settle();
+    album_.Take("print-preview");
+    Find<QPushButton>(Window("frmPreview"), "cmdClose").click();
+    Settle();
 }
 
 // 04:35 PM. The window is closed; that ends the program.

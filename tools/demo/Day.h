@@ -34,6 +34,8 @@ private:
     void Menus();
     void Break();
     void EndOfDay();
+    void Wordings();
+    void ReadyWindows();
     void Leave();
 
     // An employee of the board: his row, and the PIN he knows.

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+// frmDateSelView: the dialog for one date on the screen.
+#pragma once
+
+#include "app/ui/EventDoor.h"
+
+#include <QDialog>
+
+namespace lodrin::ui {
+
+// Rule: Escape and the close box are the button Cancel. It keeps its widgets while it is hidden.
+class frmDateSelView : public QDialog {
+public:
+    frmDateSelView(Shop& shop, EventDoor door, QWidget* owner);
+
+    // Shows it and waits until it is hidden.
+    void Wait();
+    void reject() override;
+
+private:
+    Shop& shop_;
+    EventDoor door_;
+};
+
+}  // namespace lodrin::ui
