@@ -99,11 +99,12 @@ TEST_F(DailyTotalsTest, SecondClosingOnTheSameDateEditsTheOneRow)
 
 TEST_F(DailyTotalsTest, DayClosedAfterMidnightCountsTheJobsOfItsStartUnderTheNewDate)
 {
-    Given({ClosedJob(8, 1001, base::Date{38060}), ClosedJob(8, 1002, base::Date{38061})});
+    Given({ClosedJob(8, 1001, base::Date{38060}), ClosedJob(8, 1003, base::Date{38060}),
+           ClosedJob(8, 1002, base::Date{38061})});
     BobsDay("10:00 PM", "02:00 AM", base::Date{38060});
     Write();
     EXPECT_EQ(TheTotals().Text(LDTotals::WorkDate), "3/15/2004");
-    EXPECT_EQ(TheTotals().Text(LDTotals::JobCount), "1");
+    EXPECT_EQ(TheTotals().Text(LDTotals::JobCount), "2");
 }
 
 TEST_F(DailyTotalsTest, TwoEmployeesHaveARowEach)
