@@ -42,31 +42,17 @@ void WriteJob(const ResumeNext& attempt, dao::Recordset& history, dao::Recordset
     attempt([&] { history[LDHistory::Customer] = employee[LDEmp::Customer.name]; });
 }
 
-// Stores the pending row and stands on it; false when that failed.
-bool StoreAndStand(const ResumeNext& attempt, dao::Recordset& records)
-{
-    const auto store = [&] {
-        records.Update();
-        return true;
-    };
-    const auto stand = [&] {
-        records.SetBookmark(records.LastModified());
-        return true;
-    };
-    return attempt.Test(store, IfItFails::SkipBranch) && attempt.Test(stand, IfItFails::SkipBranch);
-}
-
 // False when the job could not be recorded.
 bool CloseJob(const ResumeNext& attempt, Shop& shop)
 {
     dao::Recordset& history = shop.state.history;
     attempt([&] { history.AddNew(); });
     WriteJob(attempt, history, shop.state.employees);
-    // What was not stored is not posted: the posting reads the record at hand, and another man's
-    // job would be charged twice.
-    if (!StoreAndStand(attempt, history)) return false;
-    attempt([&] { WriteLabor(shop); });
-    return true;
+    // The posting reads the record at hand. Where that is not this job, another man's would be
+    // charged twice.
+    const Stored stored = StoreAndStay(attempt, history);
+    if (stored == Stored::AndCurrent) attempt([&] { WriteLabor(shop); });
+    return stored != Stored::No;
 }
 
 // The day's row, or a new one.

@@ -11,7 +11,8 @@ struct Shop;
 // recorded and posted, his totals are written, and his day is cleared.
 //
 // Rule: the working date alone decides. It stays on the row: until he comes back, the totals of
-//       that day are written at every start, also when he had ended the day himself.
+//       that day are written at every start, also when he had ended the day himself. A day that
+//       cannot be cleared although its job was recorded is closed, with its job, once more.
 void CloseForgottenDays(const ResumeNext& attempt, Shop& shop);
 
 }  // namespace lodrin

@@ -46,14 +46,18 @@ void ForNoJob(const std::function<void(const BoardField& field, const base::Valu
     write(LDEmp::StartJob, base::Null{});
 }
 
-void StoreAndStay(const ResumeNext& attempt, dao::Recordset& records)
+Stored StoreAndStay(const ResumeNext& attempt, dao::Recordset& records)
 {
-    const auto stored = [&] {
+    const auto store = [&] {
         records.Update();
         return true;
     };
-    if (attempt.Test(stored, IfItFails::SkipBranch))
-        attempt([&] { records.SetBookmark(records.LastModified()); });
+    const auto stay = [&] {
+        records.SetBookmark(records.LastModified());
+        return true;
+    };
+    if (!attempt.Test(store, IfItFails::SkipBranch)) return Stored::No;
+    return attempt.Test(stay, IfItFails::SkipBranch) ? Stored::AndCurrent : Stored::NotCurrent;
 }
 
 }  // namespace lodrin

@@ -40,9 +40,11 @@ private:
 // Hands `write` each field of the job, with what it holds while no job is open.
 void ForNoJob(const std::function<void(const BoardField& field, const base::Value& none)>& write);
 
+enum class Stored { No, NotCurrent, AndCurrent };
+
 // Stores the pending edit and stays on the stored record.
-// Rule: when nothing was stored the set stays where it is; the bookmark of the last modified record
-//       would lead to the record stored before.
-void StoreAndStay(const ResumeNext& attempt, dao::Recordset& records);
+// Rule: when nothing was stored the set stays where it is, and the edit stays pending; the bookmark
+//       of the last modified record would lead to the record stored before.
+Stored StoreAndStay(const ResumeNext& attempt, dao::Recordset& records);
 
 }  // namespace lodrin

@@ -14,16 +14,18 @@ constexpr const char* kUnknownRepairOrder =
 
 }  // namespace
 
-bool Finds(const ResumeNext& attempt, dao::Recordset& records, const std::string& criteria)
+bool Finds(const ResumeNext& attempt, dao::Recordset& records,
+           const std::function<std::string()>& criteria)
 {
     const auto found = [&] {
-        records.FindFirst(criteria);
+        records.FindFirst(criteria());
         return !records.NoMatch();
     };
     return attempt.Test(found, IfItFails::SkipBranch);
 }
 
-bool FindsRepairOrder(const ResumeNext& attempt, Shop& shop, const std::string& criteria)
+bool FindsRepairOrder(const ResumeNext& attempt, Shop& shop,
+                      const std::function<std::string()>& criteria)
 {
     const bool found = Finds(attempt, shop.state.workOrders, criteria);
     if (!found) attempt([&] { Say(shop, kUnknownRepairOrder); });

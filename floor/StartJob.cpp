@@ -124,14 +124,17 @@ void StartJob(Shop& shop, std::int32_t roNumber)
     if (shop.state.GLCode.empty()) return;
 
     // The repair order becomes the current record and stays so to the end.
-    if (!FindsRepairOrder(attempt, shop, "WorkOrderNumber = " + base::TextOf(roNumber))) return;
+    if (!FindsRepairOrder(attempt, shop,
+                          [&] { return "WorkOrderNumber = " + base::TextOf(roNumber); }))
+        return;
 
     // The job he has open is closed; its labor goes to the newly chosen repair order.
     if (attempt.Test([&] { return !board.Text(LDEmp::Customer.column).empty(); }, TakeBranch))
         attempt([&] { WriteHistory(shop); });
 
     // His own record.
-    if (!Finds(attempt, employee, "EmpID = " + board.Text(LDEmp::EmpID.column))) return;
+    if (!Finds(attempt, employee, [&] { return "EmpID = " + board.Text(LDEmp::EmpID.column); }))
+        return;
 
     // The new job, on his row and on the repair order.
     const base::Date now = shop.platform.clock.Now();

@@ -19,6 +19,7 @@ std::int32_t OrderOfJob(const platform::Grid& board)
 bool TellsProgress(const ResumeNext& attempt, Shop& shop)
 {
     frmProgress& progress = shop.forms.progress;
+    progress.lngWOID = 0;  // no order, should the board not tell it
     attempt([&] { progress.lngWOID = OrderOfJob(shop.window.grdEmp); });
     attempt([&] { ShowProgress(shop); });
     return !progress.isCancelled;
@@ -26,8 +27,9 @@ bool TellsProgress(const ResumeNext& attempt, Shop& shop)
 
 bool FindsOrderOfJob(const ResumeNext& attempt, Shop& shop)
 {
-    const std::int32_t order = OrderOfJob(shop.window.grdEmp);
-    return FindsRepairOrder(attempt, shop, "EntryNumber = " + base::TextOf(order));
+    return FindsRepairOrder(attempt, shop, [&] {
+        return "EntryNumber = " + base::TextOf(OrderOfJob(shop.window.grdEmp));
+    });
 }
 
 }  // namespace lodrin

@@ -6,6 +6,7 @@
 #include "base/Convert.h"
 #include "base/Format.h"
 #include "data/Tables.h"
+#include "floor/EmployeeRow.h"
 #include "labor/ClockTime.h"
 #include "labor/GetHistory.h"
 #include "labor/Hours.h"
@@ -41,7 +42,11 @@ void WriteHistory(Shop& shop)
     const platform::Grid& board = shop.window.grdEmp;
 
     // The open job of the board's row becomes a history row.
-    attempt([&] { history.AddNew(); });
+    const auto begin = [&] {
+        history.AddNew();
+        return true;
+    };
+    const bool begun = attempt.Test(begin, IfItFails::SkipBranch);
     WriteJob(attempt, history, board, shop.platform.clock);
 
     // How long it lasted, from the two clock readings as the row holds them.
@@ -58,12 +63,13 @@ void WriteHistory(Shop& shop)
     attempt([&] { history[LDHistory::VehDesc] = board.Value(LDEmp::VehDesc.column); });
     attempt([&] { history[LDHistory::Customer] = board.Value(LDEmp::Customer.column); });
 
-    // Stored, and the current record: the posting reads it from there.
-    attempt([&] { history.Update(); });
-    attempt([&] { history.SetBookmark(history.LastModified()); });
+    const Stored stored = StoreAndStay(attempt, history);
 
-    // Its labor is posted, and the window shows it.
-    attempt([&] { WriteLabor(shop); });
+    // Its labor is posted from the record at hand: the stored row, or the one that could not be
+    // stored and is pending still. Any other is an earlier job, which would be paid twice.
+    if (begun && stored != Stored::NotCurrent) attempt([&] { WriteLabor(shop); });
+
+    // The window shows it.
     attempt([&] { GetHistory(shop); });
     attempt([&] { GetLast10(shop); });
 }

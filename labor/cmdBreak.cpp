@@ -34,7 +34,8 @@ void cmdBreak_Click(Shop& shop)
         attempt([&] { WriteHistory(shop); });
 
     // He is idle; his day goes on.
-    if (!Finds(attempt, employee, "EmpID = " + board.Text(LDEmp::EmpID.column))) return;
+    if (!Finds(attempt, employee, [&] { return "EmpID = " + board.Text(LDEmp::EmpID.column); }))
+        return;
     EmployeeRow row(attempt, employee, board);
     row.Edit();
     row.ClearJob();

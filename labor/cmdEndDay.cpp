@@ -64,7 +64,7 @@ void cmdEndDay_Click(Shop& shop)
     if (attempt.Test([&] { return OrderOfJob(board) != 0; }, TakeBranch))
         attempt([&] { WriteHistory(shop); });
     EmployeeRow row(attempt, employee, board);
-    if (Finds(attempt, employee, "EmpID = " + board.Text(LDEmp::EmpID.column)))
+    if (Finds(attempt, employee, [&] { return "EmpID = " + board.Text(LDEmp::EmpID.column); }))
         EndDay(row, shop.platform.clock);
     DailyTotals(attempt, shop);
 }

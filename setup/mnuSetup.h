@@ -9,8 +9,7 @@ namespace lodrin {
 struct Shop;
 
 // The chosen item of the menu "&Setup". Rule: only item 0, "Status Descriptions", does anything:
-// its
-//       window is made when it is first asked for and the same one is shown again later.
+//       its window is made when it is first asked for and the same one is shown again later.
 void mnuSetupItems_Click(Shop& shop, std::int16_t index);
 
 // "Synchronize &RO's": the list of repair orders is rebuilt; nothing is asked or said.

@@ -67,7 +67,7 @@ std::string Describe(const std::vector<std::string>& reports)
     return text;
 }
 
-TEST(OpeningSweepTest, WhicheverWriteIsRefusedNoJobIsLostAndNoneIsPostedTwice)
+TEST(OpeningSweepTest, WhicheverWriteIsRefusedOneOpeningLosesNoJobAndPostsNoneTwice)
 {
     const std::vector<std::byte> file = ForgottenFriday();
     constexpr std::size_t kMoreThanAll = 2000;

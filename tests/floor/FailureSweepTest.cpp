@@ -26,8 +26,9 @@ using lodrin::WorkOrder;
 constexpr int kDiskFailure = 3043;
 constexpr const char* kDatabase = "C:/Shop/Kelvaro.mdb";
 
-// A shop in which Bob has worked on 1001 since eight.
-std::vector<std::byte> ShopAtNine()
+// A shop in which Bob has worked on 1001 since eight; before that, in one that opens early, for
+// half an hour on 1003.
+std::vector<std::byte> ShopAtNine(bool opensEarly = false)
 {
     jet::io::MemoryFileSystem disk;
     {
@@ -36,7 +37,9 @@ std::vector<std::byte> ShopAtNine()
         world.Given({Employee("Jones, Bob", 8), Employee("Smith, Ann", 7), RepairOrder(1001),
                      RepairOrder(1002).With(WorkOrder::DeptSequence, std::int16_t{30}),
                      RepairOrder(1003)});
-        world.At("08:00 AM").Select("Jones, Bob").Picks("BL", "Body").Starts(1001);
+        world.Select("Jones, Bob");
+        if (opensEarly) world.At("07:30 AM").Picks("BL", "Body").Starts(1003);
+        world.At("08:00 AM").Picks("BL", "Body").Starts(1001);
     }
     return disk.Content(kDatabase);
 }
@@ -208,6 +211,26 @@ TEST_P(FailureSweepTest, EachFailureIsReportedOnceAndTheRestRuns)
     EXPECT_EQ(lost.size(), GetParam().effectsIn(untouched.world).size())
         << "the sweep did not reach every store";
     EXPECT_EQ(locations, GetParam().locations);
+}
+
+TEST_P(FailureSweepTest, NoFailurePostsAnEarlierJobOfTheDayAgain)
+{
+    const std::vector<std::byte> content = ShopAtNine(true);
+    bool failed = true;
+    for (std::size_t failing = 0; failed; ++failing) {
+        SCOPED_TRACE("operation " + std::to_string(failing));
+        Scene scene(content);
+        const std::size_t start = scene.disk.Operations();
+        scene.disk.FailOnce(failing, kDiskFailure);
+        GetParam().run(scene.world);
+        failed = scene.disk.Operations() > start + failing;
+        const std::vector<Record> lines = ShopWorld(scene.memory).LaborLines();
+        EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
+                                [](const Record& line) {
+                                    return line[Labor::HrsFlagged] == base::Value(0.5);
+                                }),
+                  1);
+    }
 }
 
 // A job change without one of the window's record sets.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// FailureSweepTest: the status description window, opened and used, while the n-th operation of the
+// StatusSweepTest: the status description window, opened and used, while the n-th operation of the
 // disk fails, for every n.
 #include "app/Dispatch.h"
 #include "data/Tables.h"
