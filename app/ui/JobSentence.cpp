@@ -4,37 +4,88 @@
 #include "data/Tables.h"
 #include "platform/controls/Grid.h"
 
+#include <initializer_list>
+
 namespace lodrin::ui {
 
 namespace {
 
 constexpr const char* kDot = " \u00b7 ";
+constexpr const char* kComma = ", ";
 
-std::string OpenJob(const platform::Grid& board)
+// Columns of the history.
+constexpr int kJobStart = 4, kJobEnd = 5, kJobOrder = 6, kJobType = 8, kJobHours = 9,
+              kJobVehicle = 10;
+
+std::string Joined(const char* between, std::initializer_list<std::string> parts)
 {
-    const auto shown = [&board](BoardField field) {
-        return board.Shown(board.Row(), field.column);
-    };
-    std::string sentence = "WO " + shown(LDEmp::WONumber);
-    for (const std::string& part : {shown(LDEmp::GLType), "since " + shown(LDEmp::StartJob),
-                                    shown(LDEmp::VehDesc), shown(LDEmp::Customer)})
-        if (!part.empty()) sentence += kDot + part;
-    return sentence;
+    std::string joined;
+    for (const std::string& part : parts)
+        if (!part.empty()) joined += (joined.empty() ? "" : between) + part;
+    return joined;
+}
+
+// One row of the board as it is shown.
+class BoardRow {
+public:
+    BoardRow(const platform::Grid& board, int row) : board_(board), row_(row) {}
+    std::string operator[](BoardField field) const { return board_.Shown(row_, field.column); }
+
+private:
+    const platform::Grid& board_;
+    int row_;
+};
+
+// What an employee without an open job is told by.
+std::string Day(const BoardRow& row, const char* between)
+{
+    if (!row[LDEmp::EndDay].empty()) return "Day ended " + row[LDEmp::EndDay];
+    if (row[LDEmp::StartDay].empty()) return "Day not started";
+    return Joined(between, {"Day started " + row[LDEmp::StartDay], "no job open"});
+}
+
+std::string InSentence(std::string text)
+{
+    if (text.rfind("Day ", 0) == 0) text[0] = 'd';
+    return text;
+}
+
+bool HasBoardColumns(const platform::Grid& board, int row)
+{
+    return row >= 1 && row <= board.RowCount() && board.ColumnCount() >= LDEmp::GLType.column;
 }
 
 }  // namespace
 
 std::string JobSentence(const platform::Grid& board)
 {
-    if (board.Row() == 0 || board.ColumnCount() < LDEmp::GLType.column) return {};
-    const auto shown = [&board](BoardField field) {
-        return board.Shown(board.Row(), field.column);
-    };
-    if (!shown(LDEmp::Customer).empty()) return OpenJob(board);
-    if (!shown(LDEmp::EndDay).empty()) return "Day ended " + shown(LDEmp::EndDay);
-    if (!shown(LDEmp::StartDay).empty())
-        return "Day started " + shown(LDEmp::StartDay) + kDot + "no job open";
-    return "Day not started";
+    if (!HasBoardColumns(board, board.Row())) return {};
+    const BoardRow row(board, board.Row());
+    if (row[LDEmp::Customer].empty()) return Day(row, kDot);
+    return Joined(kDot,
+                  {"WO " + row[LDEmp::WONumber], row[LDEmp::GLType],
+                   "since " + row[LDEmp::StartJob], row[LDEmp::VehDesc], row[LDEmp::Customer]});
+}
+
+std::string BoardRowInWords(const platform::Grid& board, int number)
+{
+    if (!HasBoardColumns(board, number)) return {};
+    const BoardRow row(board, number);
+    if (row[LDEmp::Customer].empty())
+        return Joined(kComma, {row[LDEmp::Name], InSentence(Day(row, kComma))});
+    return Joined(kComma, {row[LDEmp::Name],
+                           "working on repair order " + row[LDEmp::WONumber] + " since " +
+                               row[LDEmp::StartJob],
+                           row[LDEmp::GLType], row[LDEmp::VehDesc], row[LDEmp::Customer]});
+}
+
+std::string JobRowInWords(const platform::Grid& jobs, int row)
+{
+    if (row < 1 || row > jobs.RowCount() || jobs.ColumnCount() < kJobVehicle) return {};
+    const auto shown = [&](int column) { return jobs.Shown(row, column); };
+    return Joined(kComma,
+                  {"Repair order " + shown(kJobOrder), shown(kJobVehicle), shown(kJobType),
+                   shown(kJobStart) + " to " + shown(kJobEnd), shown(kJobHours) + " hours"});
 }
 
 }  // namespace lodrin::ui

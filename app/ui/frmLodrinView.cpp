@@ -40,6 +40,7 @@ using namespace platform::qt;
 
 constexpr int kMargin = 16;
 constexpr double kNameSize = 1.9;  // of the usual font
+constexpr QSize kWholeSize(1280, 960);
 constexpr int kEnterKey = 13;
 constexpr const char* kChooseName = "Choose your name on the board.";
 
@@ -204,7 +205,8 @@ QBoxLayout* frmLodrinView::BuildBoard(QWidget* content)
     board_ = new GridWidget(shop_.window.grdEmp, {LDEmp::VehDesc.column, LDEmp::Customer.column},
                             content);
     NameControl(board_, "grdEmp", "Employee board");
-    board_->setMinimumHeight(4 * kRowHeight);
+    board_->TellRows([this](int row) { return BoardRowInWords(shop_.window.grdEmp, row); });
+    board_->setMinimumHeight(kHeaderHeight + 3 * kRowHeight);
     auto* column = new QVBoxLayout;
     column->setSpacing(4);
     column->addWidget(Heading("E&mployees", board_));
@@ -219,7 +221,8 @@ QBoxLayout* frmLodrinView::BuildJobs(QWidget* content)
     NameControl(daily_, "grdDaily", "Jobs of today");
     // To be read only: a second chosen row beside the board's would mislead.
     daily_->setSelectionMode(QAbstractItemView::NoSelection);
-    daily_->setMinimumHeight(4 * kRowHeight);
+    daily_->TellRows([this](int row) { return JobRowInWords(shop_.window.grdDaily, row); });
+    daily_->setMinimumHeight(kHeaderHeight + 2 * kRowHeight);
     auto* column = new QVBoxLayout;
     column->setSpacing(4);
     column->addWidget(Heading("&Jobs Today", daily_));
@@ -290,13 +293,14 @@ void frmLodrinView::OrderTabs()
     board_->setFocus();
 }
 
-// As large as its work needs, never larger than the screen.
+// As large as its work needs; on a small screen, all of it.
 void frmLodrinView::FitScreen()
 {
     setMinimumSize(480, 360);
     const QRect free = screen()->availableGeometry();
-    resize(QSize(1280, 960).boundedTo(free.size()));
+    resize(WithinScreen(*this, kWholeSize));
     move(free.center() - QPoint(width() / 2, height() / 2));
+    if (size() != kWholeSize) setWindowState(Qt::WindowMaximized);
 }
 
 void frmLodrinView::Run(const EventDoor::Procedure& procedure)

@@ -44,7 +44,7 @@ frmGLSelectView::frmGLSelectView(Shop& shop, EventDoor door, QWidget* owner)
 
     form.setFocusToGLCodes = [this] { findChild<QWidget*>("lstGLCodes")->setFocus(); };
     form.close = [this] { accept(); };
-    resize(QSize(860, 520).boundedTo(screen()->availableSize()));
+    resize(WithinScreen(*this, QSize(860, 520)));
 }
 
 frmGLSelectView::~frmGLSelectView()

@@ -47,7 +47,7 @@ frmProgressView::frmProgressView(Shop& shop, EventDoor door, QWidget* owner)
     page->addLayout(BuildButtons());
 
     form.close = [this] { accept(); };
-    resize(QSize(480, 440).boundedTo(screen()->availableSize()));
+    resize(WithinScreen(*this, QSize(480, 440)));
 }
 
 frmProgressView::~frmProgressView()

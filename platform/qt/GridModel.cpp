@@ -75,6 +75,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
     const int column = index.column() + 1;
     if (role == Qt::DisplayRole) return ToQt(grid_->Shown(index.row() + 1, column));
     if (role == Qt::TextAlignmentRole) return AlignmentOf(grid_->ColumnAt(column).textAlignment);
+    if (role == Qt::AccessibleDescriptionRole && inWords) return ToQt(inWords(index.row() + 1));
     return {};
 }
 

@@ -6,6 +6,9 @@
 
 #include <QAbstractTableModel>
 
+#include <functional>
+#include <string>
+
 namespace platform::qt {
 
 // Rule: model column n is the grid's column n + 1 whatever its place on the screen, and every
@@ -14,6 +17,10 @@ class GridModel : public QAbstractTableModel {
 public:
     // Requires: the grid outlives the model's use.
     explicit GridModel(const Grid& grid, QObject* parent = nullptr);
+
+    // A row told in a sentence, for those who hear the grid instead of seeing it; rows count
+    // from 1.
+    std::function<std::string(int row)> inWords;
 
     // Takes over what the grid holds now. Returns whether rows or columns came or went.
     bool Sync();

@@ -63,6 +63,11 @@ GridWidget::GridWidget(Grid& grid, std::vector<int> stretching, QWidget* parent)
     Follow(grid, this, [this] { Mirror(); });
 }
 
+void GridWidget::TellRows(std::function<std::string(int row)> inWords)
+{
+    model_->inWords = std::move(inWords);
+}
+
 void GridWidget::LookAndFeel()
 {
     setSelectionBehavior(SelectRows);

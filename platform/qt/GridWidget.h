@@ -31,6 +31,8 @@ public:
 
     // Stores what is being typed. False when it was refused; the user then types on.
     [[nodiscard]] bool FinishTyping();
+    // What assistive technology reads of each cell besides its text.
+    void TellRows(std::function<std::string(int row)> inWords);
 
 protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;

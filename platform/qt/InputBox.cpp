@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/qt/InputBox.h"
 
+#include "platform/qt/KeyPad.h"
 #include "platform/qt/QtText.h"
 
 #include <QDialogButtonBox>
@@ -9,6 +10,8 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace platform::qt {
 
@@ -51,6 +54,7 @@ InputBox::InputBox(QWidget* owner, const InputPrompt& prompt)
     column->setSpacing(12);
     column->addWidget(label);
     column->addWidget(text_);
+    column->addWidget(new KeyPad(text_, this));
     column->addSpacing(8);
     column->addWidget(buttons);
 }
@@ -63,7 +67,8 @@ QString InputBox::Wait()
 void InputBox::showEvent(QShowEvent* event)
 {
     const QRect free = screen()->availableGeometry();
-    move(free.left() + (free.width() - width()) / 2, free.top() + (free.height() - height()) / 3);
+    move(free.left() + (free.width() - width()) / 2,
+         free.top() + std::max(0, free.height() - height()) / 3);
     QDialog::showEvent(event);
     text_->setFocus();
 }

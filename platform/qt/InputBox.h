@@ -10,7 +10,8 @@ class QLineEdit;
 
 namespace platform::qt {
 
-// Units: at most 254 characters. Rule: what is typed can be read; Enter is OK, Escape is Cancel.
+// Units: at most 254 characters. Rule: what is typed can be read; it can be touched in on a pad of
+// keys too. Enter is OK, Escape is Cancel.
 class InputBox : public QDialog {
 public:
     InputBox(QWidget* owner, const InputPrompt& prompt);

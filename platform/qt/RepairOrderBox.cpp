@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/qt/RepairOrderBox.h"
 
+#include "platform/qt/MatchList.h"
 #include "platform/qt/Mirror.h"
 #include "platform/qt/QtText.h"
 
@@ -17,6 +18,18 @@ namespace {
 
 constexpr int kEntriesAtOnce = 12;
 constexpr int kShortest = 16;  // characters
+
+const QKeyEvent* KeyPress(const QEvent* event)
+{
+    return event->type() == QEvent::KeyPress ? static_cast<const QKeyEvent*>(event) : nullptr;
+}
+
+// A key that types something, not a command.
+bool Types(const QKeyEvent* key)
+{
+    const auto commands = key->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+    return commands == Qt::NoModifier && key->text().size() == 1 && key->text()[0].isPrint();
+}
 
 bool IsEnter(const QEvent* event)
 {
@@ -41,6 +54,7 @@ RepairOrderBox::RepairOrderBox(ComboBox& box, QWidget* parent) : QComboBox(paren
     // Where Enter was pressed is only known by watching everybody.
     qApp->installEventFilter(this);
     connect(this, &QComboBox::activated, this, &RepairOrderBox::Pick);
+    connect(lineEdit(), &QLineEdit::textEdited, this, &RepairOrderBox::OfferMatches);
     connect(this, &QComboBox::editTextChanged, this, [this](const QString& text) {
         if (mirroring_) return;
         mirroring_ = true;
@@ -82,8 +96,65 @@ void RepairOrderBox::ShowEntries()
 
 void RepairOrderBox::Pick(int entry)
 {
+    HideMatches();
     box_->SetText(FromQt(itemText(entry)));
     if (picked) picked();
+    // What is typed next is another number.
+    lineEdit()->selectAll();
+}
+
+void RepairOrderBox::Enter()
+{
+    const QString highlighted = matches_ ? matches_->Highlighted() : QString();
+    if (!highlighted.isEmpty()) return Pick(findText(highlighted, Qt::MatchExactly));
+    HideMatches();
+    if (entered) entered();
+    lineEdit()->selectAll();
+}
+
+void RepairOrderBox::OfferMatches(const QString& typed)
+{
+    if (!matches_ || matches_->parentWidget() != window()) {
+        delete matches_;
+        matches_ = new MatchList(this);
+        matches_->picked = [this](const QString& entry) {
+            Pick(findText(entry, Qt::MatchExactly));
+        };
+    }
+    QStringList entries;
+    for (int entry = 0; entry < count(); ++entry)
+        entries << itemText(entry);
+    matches_->Offer(Matching(entries, typed));
+}
+
+void RepairOrderBox::HideMatches()
+{
+    if (matches_) matches_->hide();
+}
+
+// A scanner types wherever the keyboard happens to be, and digits mean nothing but an order there.
+bool RepairOrderBox::IsScanned(const QObject* watched, const QKeyEvent* key) const
+{
+    const auto* widget = static_cast<const QWidget*>(watched);
+    return Types(key) && key->text()[0].isDigit() && isVisible() && widget->hasFocus() &&
+           widget->window() == window() && widget != this && widget != lineEdit() &&
+           qobject_cast<const QLineEdit*>(widget) == nullptr;
+}
+
+// Typing into the open list goes on in the field, which finds vehicles too.
+bool RepairOrderBox::IsTypedIntoTheList(const QObject* watched, const QKeyEvent* key) const
+{
+    return watched == view() && view()->isVisible() && Types(key);
+}
+
+void RepairOrderBox::TakeOver(QKeyEvent* key)
+{
+    hidePopup();
+    if (!hasFocus()) {
+        setFocus(Qt::OtherFocusReason);
+        lineEdit()->selectAll();
+    }
+    keyPressEvent(key);
 }
 
 void RepairOrderBox::NoteEnterPress(const QObject* watched)
@@ -97,6 +168,12 @@ bool RepairOrderBox::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::KeyPress && watched->isWidgetType() && IsEnter(event) &&
         !static_cast<QKeyEvent*>(event)->isAutoRepeat())
         NoteEnterPress(watched);
+    if (const QKeyEvent* key = KeyPress(event); key != nullptr && watched->isWidgetType()) {
+        if (IsScanned(watched, key) || IsTypedIntoTheList(watched, key)) {
+            TakeOver(static_cast<QKeyEvent*>(event));
+            return true;
+        }
+    }
     if (watched == lineEdit() && event->type() == QEvent::KeyRelease && IsEnter(event)) {
         keyReleaseEvent(static_cast<QKeyEvent*>(event));
         return true;
@@ -109,7 +186,10 @@ void RepairOrderBox::keyPressEvent(QKeyEvent* event)
     // No matching, no insertion, no default button.
     if (IsEnter(event)) return event->accept();
     const bool arrow = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+    const bool offering = matches_ && matches_->isVisible();
+    if (arrow && offering) return matches_->Step(event->key() == Qt::Key_Down ? 1 : -1);
     if (arrow && !(event->modifiers() & Qt::AltModifier)) return showPopup();
+    if (event->key() == Qt::Key_Escape && offering) return HideMatches();
     QComboBox::keyPressEvent(event);
 }
 
@@ -119,7 +199,25 @@ void RepairOrderBox::keyReleaseEvent(QKeyEvent* event)
     const bool mine = !pressSeen_ || pressHere_;
     pressSeen_ = pressHere_ = false;
     event->accept();
-    if (mine && entered) entered();
+    if (mine) Enter();
+}
+
+void RepairOrderBox::focusOutEvent(QFocusEvent* event)
+{
+    HideMatches();
+    QComboBox::focusOutEvent(event);
+}
+
+void RepairOrderBox::resizeEvent(QResizeEvent* event)
+{
+    HideMatches();
+    QComboBox::resizeEvent(event);
+}
+
+void RepairOrderBox::showPopup()
+{
+    HideMatches();
+    QComboBox::showPopup();
 }
 
 void RepairOrderBox::wheelEvent(QWheelEvent* event)

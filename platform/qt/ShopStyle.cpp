@@ -4,6 +4,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QPainter>
+#include <QScreen>
 #include <QStyleOption>
 
 #include <algorithm>
@@ -15,7 +16,7 @@ namespace {
 
 constexpr double kFontPoints = 12;
 constexpr double kReadableContrast = 4.5;
-constexpr int kMargin = 16;  // of a window
+constexpr QSize kFrame(16, 48);  // what a desktop puts around a window
 
 double Luminance(const QColor& colour)
 {
@@ -32,6 +33,11 @@ QSize AtLeast(const QSize& size, int width, int height)
 }
 
 }  // namespace
+
+QSize WithinScreen(const QWidget& window, const QSize& wish)
+{
+    return wish.boundedTo(window.screen()->availableSize() - kFrame);
+}
 
 double Contrast(const QColor& left, const QColor& right)
 {
@@ -74,12 +80,15 @@ QSize ShopStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     case CT_LineEdit:
         return AtLeast(usual, 0, kFieldHeight);
     case CT_ItemViewItem:
-    case CT_HeaderSection:
         return AtLeast(usual, 0, kRowHeight);
+    case CT_HeaderSection:
+        return AtLeast(usual, 0, kHeaderHeight);
+    case CT_ToolButton:
+        return AtLeast(usual, kTouchTarget, kTouchTarget);
     case CT_MenuItem:
         return AtLeast(usual + QSize(16, 0), 0, kRowHeight);
     case CT_MenuBarItem:
-        return AtLeast(usual + QSize(12, 0), 0, kRowHeight);
+        return AtLeast(usual + QSize(12, 0), kTouchTarget, kRowHeight);
     default:
         return usual;
     }

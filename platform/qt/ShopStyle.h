@@ -9,10 +9,12 @@ class QApplication;
 namespace platform::qt {
 
 // Units: logical pixels (96 to the inch).
-inline constexpr int kRowHeight = 36;
-inline constexpr int kButtonHeight = 48;
-inline constexpr int kFieldHeight = 42;
-inline constexpr int kArrowWidth = 40;
+inline constexpr int kTouchTarget = 48;  // the least a thumb hits
+inline constexpr int kRowHeight = kTouchTarget;
+inline constexpr int kButtonHeight = kTouchTarget;
+inline constexpr int kFieldHeight = kTouchTarget;
+inline constexpr int kArrowWidth = kTouchTarget;
+inline constexpr int kHeaderHeight = 36;  // of a column: it is only read
 inline constexpr int kSpacing = 12;
 
 // Rule: colours are the desktop's own; only a selection whose text would be hard to read is
@@ -39,6 +41,9 @@ public:
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
 };
+
+// The wished size of a window, or as much of it as its screen has room for beside the frame.
+[[nodiscard]] QSize WithinScreen(const QWidget& window, const QSize& wish);
 
 // How far apart two colours are for the eye, 1 (none) to 21 (black on white).
 [[nodiscard]] double Contrast(const QColor& left, const QColor& right);

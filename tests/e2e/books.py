@@ -6,6 +6,7 @@ import os
 import subprocess
 
 NULL = "(null)"
+EMPTY = NULL  # the reader tells an empty text as no text
 NO_DATE = "1899-12-30 "  # a time of day is stored without a date
 
 

@@ -31,6 +31,11 @@ DUPLICATE = ("The Kelvaro Lodrin program is already running on this machine.\n"
              "Control/Alt/Delete.  This will bring up the Task Manager.  If the Lodrin Software "
              "appears in the task list, highlight it and click on 'End Task'.  If a second box "
              "appears press 'End Task' there as well.  Then retry running Lodrin.")
+END_OF_DAY = "This will close out your time for today.  Are you sure?"
+NO_SUCH_ORDER = "The RO you selected no long exists in the database, or is not accessable."
+# A number typed without the two blanks of a list entry is the one thing that is reported.
+TYPED_NUMBER = ('"Error 5 in Sub frmLodrin!cboRO_KeyUp()Error = '
+                "'Invalid procedure call or argument'")
 A_RECORD = re.compile(rb'"Error \d+ in Sub [^"\r\n]*"\r\n')
 
 
@@ -114,8 +119,7 @@ class Shop:
     def focus(self, name, role):
         """Goes on with the Tab key until the control has the keyboard."""
         for _ in range(12):
-            control = self.person.control(self.window(), name, role)
-            if has_keyboard(control):
+            if self.person.has_keyboard_in(self.window(), name, role):
                 return
             self.person.keys("Tab")
             settle()
@@ -144,6 +148,25 @@ class Shop:
         self.person.pick_by_typing(dialog, "lstDepartments", department)
         self.person.keys("Return")
         self.person.gone("Select Labor Type")
+
+    def press(self, button):
+        self.person.press(self.window(), button)
+
+    def progress(self, text, button):
+        dialog = self.person.window("Update Progress")
+        self.person.pick_by_typing(dialog, "lstProgress", text)
+        self.person.press(dialog, button)
+        self.person.gone("Update Progress")
+
+    def last_job(self, entry):
+        """Steps down the list of last jobs and presses Enter."""
+        self.focus("lstHistory", "list")
+        for _ in range(10):
+            self.person.keys("Down")
+            settle()
+            if self.person.selected(self.window(), "lstHistory") == entry:
+                return self.person.keys("Return")
+        raise AssertionError(f"no last job {entry!r}")
 
     def job_line(self, text):
         until(lambda: self.shows(text), f"{text!r} in the window")
@@ -198,8 +221,8 @@ def add_employee(books, profile):
     books.tables["LDEmp"].append({
         "EmpEntry": str(entry), "EmpID": profile["ProfileNumber"],
         "Name": f"{profile['LastName']}, {profile['FirstName']}", "StartDay": NULL, "EndDay": NULL,
-        "StartJob": NULL, "WO#": "0", "WOID": "0", "VehDesc": NULL, "Customer": NULL, "WorkDate": NULL,
-        "GLType": NULL})
+        "StartJob": NULL, "WO#": "0", "WOID": "0", "VehDesc": EMPTY, "Customer": EMPTY,
+        "WorkDate": NULL, "GLType": EMPTY})
 
 
 def job_open(books, employee, order, code, time):
@@ -212,7 +235,8 @@ def job_open(books, employee, order, code, time):
 
 def no_job(books, employee, **more):
     books.change("LDEmp", "EmpID", employee, **{
-        "WO#": NULL, "WOID": NULL, "VehDesc": "", "Customer": "", "GLType": "", "StartJob": NULL, **more})
+        "WO#": NULL, "WOID": NULL, "VehDesc": EMPTY, "Customer": EMPTY, "GLType": EMPTY,
+        "StartJob": NULL, **more})
 
 
 def job_closed(books, employee, order, code, start, end, hours, date=DATE):
@@ -234,11 +258,18 @@ def job_closed(books, employee, order, code, start, end, hours, date=DATE):
         "Paid": "0", "PayBatch": "0", "Adjusted": "0"}})
 
 
+def day_added_up(books, employee, start, end, hours, jobs, job_hours):
+    books.tables["LDTotals"].append({
+        "ID": str(len(books.tables["LDTotals"]) + 1), "EmpID": str(employee), "WorkDate": day(DATE),
+        "StartDay": at(start), "EndDay": at(end), "TotHrs": hours, "JobCount": str(jobs),
+        "JobHrs": job_hours})
+
+
 BEAUMONT, CHISHOLM = 2, 6
 
 
 def working_day(shop):
-    """Two technicians, three cars, a crash at lunch, and the day after."""
+    """Two technicians, three cars and a power cut. Returns the books as they ought to be."""
     books = shop.stored()
 
     # 07:42. The shop opens; the clock makes its tables and takes over the employees.
@@ -283,6 +314,37 @@ def working_day(shop):
     books.add_to(10112, "BodyWorked", 2.42)
     books.add_to(10112, "BodyCost", 31.52 * 2.42)
 
+    # 12:00. She goes on break: her time is charged to the car she was at, and its progress is told.
+    shop.at("12:00")
+    shop.press("Go On Break")
+    shop.pin("1234")
+    shop.progress("In body", "Okay")
+    shop.job_line("Day started 07:55 AM · no job open")
+    job_closed(books, BEAUMONT, 10112, "BL", "10:20", "12:00", "1.67")
+    no_job(books, BEAUMONT)
+    books.change("WorkOrder", "WorkOrderNumber", 10112, Progress="In body")
+    books.add_to(10112, "BodyWorked", 1.67)
+    books.add_to(10112, "BodyCost", 31.52 * 1.67)
+
+    # 12:10. Without an open job nobody can end his day.
+    shop.at("12:10")
+    shop.press("End Day")
+    shop.person.answer("End Of Day", END_OF_DAY, "Yes")
+    shop.pin("1234")
+    shop.progress("In body", "Okay")
+    shop.person.answer("Lodrin", NO_SUCH_ORDER, "OK")
+    shop.job_line("Day started 07:55 AM · no job open")
+
+    # 12:30. Back to her first car, from the list of her last jobs; it moves to another department.
+    shop.at("12:30")
+    shop.last_job("10117   2012 Dorado Mesa SLE 4D UTV")
+    shop.pin("1234")
+    shop.labor("ML", "Mechanical")
+    shop.job_line("WO 10117 · ML · since 12:30 PM · 2012 Dorado Mesa SLE 4D UTV · O'Brien, Jürgen")
+    job_open(books, BEAUMONT, 10117, "ML", "12:30")
+    books.change("WorkOrder", "WorkOrderNumber", 10117, DeptSequence=50, AuditNotes=
+                 "\r\n[Beaumont, Chloé - 01/15/2024 - 12:30 PM] Department changed to Mechanical")
+
     # 12:45. The power goes. What was clocked is there; at ten past one the clock is up again.
     shop.at("12:45")
     shop.crash()
@@ -290,13 +352,46 @@ def working_day(shop):
     shop.start("13:10")
     next_start(books)
     shop.second_copy_is_refused()
+
+    # 16:30. Chloé goes home. Selma forgets to.
+    shop.at("16:30")
     shop.choose_by_touch("Beaumont, Chloé")
-    shop.job_line("WO 10112 · BL · since 10:20 AM · 2010 Stellar Pulse EX 4D SED · Dunleavy, Orson")
+    shop.job_line("WO 10117 · ML · since 12:30 PM · 2012 Dorado Mesa SLE 4D UTV · O'Brien, Jürgen")
+    shop.press("End Day")
+    shop.person.answer("End Of Day", END_OF_DAY, "Yes")
+    shop.pin("1234")
+    shop.progress("Reassembly", "Okay")
+    shop.job_line("Day ended 04:30 PM")
+    job_closed(books, BEAUMONT, 10117, "ML", "12:30", "16:30", "4")
+    no_job(books, BEAUMONT, EndDay=at("16:30"))
+    books.change("WorkOrder", "WorkOrderNumber", 10117, Progress="Reassembly")
+    books.add_to(10117, "MechWorked", 4)
+    books.add_to(10117, "MechCost", 31.52 * 4)
+    day_added_up(books, BEAUMONT, "07:55", "16:30", "8.58", 3, "8.09")
     shop.leave()
     shop.check(books, "in the evening")
-    expect([re.sub(r"Error = .*'", "", line) for line in shop.reports()],
-           [f'"Error 5 in Sub frmLodrin!cboRO_KeyUp(){when}"' for when in
-            ("1/15/2024:7:55:00 AM", "1/15/2024:8:05:00 AM", "1/15/2024:10:20:00 AM")])
+    expect(shop.reports(), [TYPED_NUMBER + when + '"' for when in
+                            ("1/15/2024:7:55:00 AM", "1/15/2024:8:05:00 AM", "1/15/2024:10:20:00 AM")])
+    return books
+
+
+def next_morning(shop, books):
+    """Days are closed at 11:59 PM when the shop opens again, whether somebody forgot to or not."""
+    known = len(shop.reports())
+    shop.start("06:50", "2024-01-16", "Tuesday, January 16, 2024")
+    job_closed(books, CHISHOLM, 10118, "RL", "08:05", "23:59", "15.9")
+    day_added_up(books, CHISHOLM, "08:05", "23:59", "15.9", 1, "15.9")
+    no_job(books, CHISHOLM, StartDay=NULL)
+    books.change("LDTotals", "EmpID", BEAUMONT, EndDay=at("23:59"), TotHrs="16.07")
+    no_job(books, BEAUMONT, StartDay=NULL, EndDay=NULL)
+    next_start(books)
+    shop.leave()
+    shop.check(books, "the next morning")
+    # The repair orders are not open yet then: the job's labor line is there, the order's totals
+    # stay, and each step that could not be done is in the log.
+    new = shop.reports()[known:]
+    if not new or any("Sub frmLodrin!WriteLabor()" not in line for line in new):
+        raise AssertionError(f"reports of the morning: {new}")
 
 
 def main():
@@ -306,7 +401,8 @@ def main():
     shop = Shop(lodrin, make_shop, check_mdb)
     try:
         connect()
-        working_day(shop)
+        books = working_day(shop)
+        next_morning(shop, books)
     except BaseException:
         shop.stage.picture()
         print(shop.stage.errors())
@@ -318,6 +414,6 @@ def main():
 
 if __name__ == "__main__":
     stage.require_tools()
-    from books import NULL, Books, at, day, differences
-    from hands import Person, connect, has_keyboard, settle, text_of, touch
+    from books import EMPTY, NULL, Books, at, day, differences
+    from hands import Person, connect, settle, text_of, touch
     main()

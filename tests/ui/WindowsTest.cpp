@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: Apache-2.0
+// WindowsTest: every window and box of a day, on whatever screen and scale the tests run.
+#include "base/NumberedError.h"
+#include "tests/ui/StagedDay.h"
+#include "tests/ui/WindowFaults.h"
+
+#include <QMenu>
+#include <QTest>
+
+namespace tests {
+namespace {
+
+class WindowsTest : public OwnShopTest {
+protected:
+    static void ExpectRight(QWidget& window)
+    {
+        QTest::qWait(20);
+        for (const std::string& fault : FaultsOf(window))
+            ADD_FAILURE() << window.objectName().toStdString() << ": " << fault;
+    }
+    void Open()
+    {
+        const auto confirm = [](QDialog& box) {
+            ExpectRight(box);
+            demo::Press(box, box.windowTitle() == "Date Verification" ? QMessageBox::Yes
+                                                                      : QMessageBox::Ok);
+        };
+        staged.emplace(Program(), Data(), base::DateFrom({2009, 12, 30, 7, 0, 0}));
+        for (int boxes = 0; boxes < 3; ++boxes)
+            robot.Then(confirm);
+        staged->Start();
+        staged->At("08:00 AM");
+    }
+};
+
+TEST_F(WindowsTest, BoxesAtTheStartAndMainWindow)
+{
+    Open();
+    ExpectRight(Window());
+}
+
+TEST_F(WindowsTest, MenusAreLargeEnoughToBeTouched)
+{
+    Open();
+    for (const char* name : {"mnuFile", "mnuSetup"}) {
+        auto& menu = demo::Find<QMenu>(Window(), name);
+        menu.popup(Window().mapToGlobal(QPoint(8, 48)));
+        for (QAction* action : menu.actions()) {
+            EXPECT_GE(menu.actionGeometry(action).height(), 48) << action->text().toStdString();
+        }
+        menu.close();
+    }
+}
+
+TEST_F(WindowsTest, PromptDialogsAndBoxesOfAJob)
+{
+    Open();
+    Choose("Baker, Bo");
+    robot.Then([](QDialog& prompt) {
+        ExpectRight(prompt);
+        demo::AnswerPrompt(prompt, "77");
+    });
+    robot.Then([](QDialog& dialog) {
+        ExpectRight(dialog);
+        demo::ChooseLabor(dialog, "BL", "Body");
+    });
+    Type("1001");
+    ExpectRight(Window());
+
+    robot.Pin("77");
+    robot.Then([](QDialog& dialog) {
+        ExpectRight(dialog);
+        demo::Find<QPushButton>(dialog, "cmdOkay").click();
+    });
+    demo::Find<QPushButton>(Window(), "cmdBreak").click();
+
+    robot.Then([](QDialog& box) {
+        ExpectRight(box);
+        demo::Press(box, QMessageBox::No);
+    });
+    demo::Find<QPushButton>(Window(), "cmdEndDay").click();
+
+    robot.Pin("77");
+    robot.Labor("BL", "Body");
+    robot.Then([](QDialog& box) {
+        ExpectRight(box);
+        demo::Press(box, QMessageBox::Ok);
+    });
+    Type("4711");
+}
+
+TEST_F(WindowsTest, LongestBoxes)
+{
+    Open();
+    for (const platform::Icon icon : {platform::Icon::None, platform::Icon::Critical}) {
+        robot.Then([](QDialog& box) {
+            ExpectRight(box);
+            demo::Press(box, QMessageBox::Ok);
+        });
+        std::string text;
+        for (int sentence = 0; sentence < 8; ++sentence)
+            text += "If the software appears in the task list, highlight it and end the task. ";
+        staged->prompts.Show({.text = text, .title = "Duplicate Program", .icon = icon});
+    }
+}
+
+TEST_F(WindowsTest, OpenDatabaseDialog)
+{
+    Open();
+    robot.Then([](QDialog& dialog) {
+        ExpectRight(dialog);
+        dialog.reject();
+    });
+    EXPECT_THROW((void)staged->prompts.OpenFile("Ostrel (Kelvaro.mdb)|Kelvaro.mdb|ALL (*.*)|*.*"),
+                 base::NumberedError);
+}
+
+TEST_F(WindowsTest, RowsOfTheBoardReadSensibly)
+{
+    Open();
+    Choose("Adams, Al");
+    robot.Labor("BL", "Body");
+    Type("1001");
+    const QAbstractItemModel& board = *demo::Find<QTableView>(Window(), "grdEmp").model();
+    const auto told = [&](int row) {
+        return board.index(row, 2).data(Qt::AccessibleDescriptionRole).toString().toStdString();
+    };
+    EXPECT_EQ(told(0), "Adams, Al, working on repair order 1001 since 08:00 AM, BL, "
+                       "1999 Ford 1001, Customer 1001");
+    EXPECT_EQ(told(1), "Baker, Bo, day not started");
+    EXPECT_EQ(board.index(0, 2).data().toString().toStdString(), "Adams, Al");
+
+    staged->At("10:20 AM");
+    robot.Labor("BL", "Body");
+    Type("1002");
+    const QAbstractItemModel& jobs = *demo::Find<QTableView>(Window(), "grdDaily").model();
+    EXPECT_EQ(jobs.index(0, 9).data(Qt::AccessibleDescriptionRole).toString().toStdString(),
+              "Repair order 1001, 1999 Ford 1001, BL, 08:00 AM to 10:20 AM, 2.33 hours");
+}
+
+}  // namespace
+}  // namespace tests
