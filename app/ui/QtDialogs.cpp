@@ -38,7 +38,11 @@ void QtDialogs::ShowSplash(Shop& shop)
 
 void QtDialogs::UnloadSplash(Shop&)
 {
-    splash_.reset();
+    if (!splash_) return;
+    splash_->hide();
+    // It is unloaded while the main window becomes active, and the desktop still tells the splash
+    // that it no longer is: it may only go afterwards.
+    splash_.release()->deleteLater();
 }
 
 void QtDialogs::ShowMain(Shop& shop)

@@ -4,7 +4,9 @@
 #include "tests/ui/StagedDay.h"
 #include "tests/ui/WindowFaults.h"
 
+#include <QCoreApplication>
 #include <QMenu>
+#include <QPointer>
 #include <QTest>
 
 namespace tests {
@@ -113,6 +115,20 @@ TEST_F(WindowsTest, OpenDatabaseDialog)
     });
     EXPECT_THROW((void)staged->prompts.OpenFile("Ostrel (Kelvaro.mdb)|Kelvaro.mdb|ALL (*.*)|*.*"),
                  base::NumberedError);
+}
+
+// The main window's activation unloads it while the desktop still has to tell it that it is no
+// longer the active one.
+TEST_F(WindowsTest, SplashOutlivesTheActivationThatUnloadsIt)
+{
+    staged.emplace(Program(), Data(), base::DateFrom({2009, 12, 30, 7, 0, 0}));
+    staged->dialogs.ShowSplash(staged->shop);
+    const QPointer<QWidget> splash = &demo::Window("frmSplash");
+    staged->dialogs.UnloadSplash(staged->shop);
+    ASSERT_NE(splash, nullptr);
+    EXPECT_FALSE(splash->isVisible());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(splash, nullptr);
 }
 
 TEST_F(WindowsTest, RowsOfTheBoardReadSensibly)
