@@ -14,6 +14,7 @@ namespace {
 
 constexpr int kGap = 6;
 constexpr int kDigitColumns = 3;
+constexpr int kDigitWidth = 84;
 constexpr int kLetterColumns = 10;
 constexpr int kDigitPage = 0, kLetterPage = 1;
 
@@ -57,6 +58,8 @@ QWidget* KeyPad::Digits()
     Put(grid, TurningKey("ABC", page, kLetterPage), place++, kDigitColumns);
     Put(grid, TypingKey("0", page), place++, kDigitColumns);
     Put(grid, ErasingKey(page), place, kDigitColumns);
+    for (QPushButton* key : page->findChildren<QPushButton*>())
+        key->setFixedWidth(kDigitWidth);
     return page;
 }
 
