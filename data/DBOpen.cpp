@@ -74,7 +74,9 @@ void DBOpen(Shop& shop)
     CloseForgottenDays(attempt, shop);
     attempt([&] { SyncEmployees(shop); });
 
-    // The window: board, repair orders, and nobody chosen.
+    // The window: board, repair orders, and nobody chosen. Who was added just now stands in his
+    // place on the board, or is hidden like the others.
+    if (state.employees.IsSet()) attempt([&] { state.employees.Requery(); });
     state.sqlText = kNeverRun;
     attempt([&] { shop.window.grdEmp.Bind(state.employees); });
     attempt([&] { EmpView(shop); });
