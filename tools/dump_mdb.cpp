@@ -75,7 +75,7 @@ std::string OtherText(const CatalogEntry& entry)
 
 void DumpSchema(const jet::pages::Pager& pager, const Catalog& catalog, const Wishes& wishes)
 {
-    const std::size_t bytesPerCharacter = pager.Version().code == 0 ? 1 : 2;
+    const std::size_t bytesPerCharacter = pager.Version().bytesPerCharacter;
     if (!wishes.json)
         std::cout << wishes.names[0] << ": Jet " << pager.Version().name << ", "
                   << pager.PageCount() << " pages of " << pager.Version().pageSize << " bytes\n";

@@ -53,9 +53,10 @@ public:
 
     [[nodiscard]] NativeTable& Table() { return table_; }
     // The order in which this database compares names.
-    [[nodiscard]] format::SortOrder Order() const
+    [[nodiscard]] format::SortOrder Order() const { return NameColumn().sortOrder; }
+    [[nodiscard]] DatabaseText Text() const
     {
-        return table_.Definition().columns[name_].sortOrder;
+        return {NameColumn().sortOrder, NameColumn().codePage, NameColumn().country};
     }
 
     [[nodiscard]] CatalogEntry Entry(const format::RowView& row) const
@@ -101,6 +102,11 @@ public:
     }
 
 private:
+    [[nodiscard]] const format::ColumnDefinition& NameColumn() const
+    {
+        return table_.Definition().columns[name_];
+    }
+
     NativeTable table_;
     std::size_t id_ = 0, parent_ = 0, name_ = 0, type_ = 0, flags_ = 0, properties_ = 0;
 };
@@ -144,8 +150,8 @@ OpenTable Catalog::Open(std::string_view name) const
     table.rows = std::make_unique<NativeTable>(
         pager_, format::PageNumber{static_cast<std::uint32_t>(table.entry.id)});
     const base::Bytes bytes = objects.Properties(found->second);
-    const auto block =
-        bytes.empty() ? format::PropertyBlock() : format::PropertyBlock::Parse(bytes);
+    const auto block = bytes.empty() ? format::PropertyBlock()
+                                     : format::PropertyBlock::Parse(bytes, objects.Text().codePage);
     for (const format::ColumnDefinition& column : table.rows->Definition().columns)
         table.properties.push_back(ReadProperties(block, column.name));
     return table;
@@ -154,7 +160,7 @@ OpenTable Catalog::Open(std::string_view name) const
 void Catalog::Create(const NewTable& wish, base::Date now)
 {
     Objects objects(pager_);
-    format::TableDefinition table = DesignOf(wish, objects.Order());
+    format::TableDefinition table = DesignOf(wish, objects.Text(), pager_->Version());
     RequireFreeName(objects, wish.name);
     const base::Bytes owner = OwnerOfDatabase(objects.Table());
     NativeTable rights(pager_, kRightsPage);
@@ -175,7 +181,7 @@ void Catalog::Create(const NewTable& wish, base::Date now)
                   .flags = 0,
                   .owner = owner,
                   .created = now,
-                  .properties = PropertiesOf(wish)});
+                  .properties = PropertiesOf(wish, objects.Text().codePage)});
     for (RightsRow& row : InheritedRights(rights, kTablesContainer, owner)) {
         row.object = id;
         InsertRights(changes, rights, row);

@@ -3,6 +3,7 @@
 #include "jet/catalog/SystemTables.h"
 #include "jet/catalog/TableDesign.h"
 #include "jet/catalog/TableMaker.h"
+#include "jet/format/HeaderPage.h"
 #include "jet/format/TableDefinitionLayout.h"
 #include "jet/table/NativeTable.h"
 
@@ -15,13 +16,14 @@ namespace jet::catalog {
 namespace {
 
 using format::ColumnType;
+using format::FileVersion;
 using format::TableDefinition;
 using table::NativeTable;
 
-// The accounts of a new file, masked with the bytes that belong to its date of creation.
+// The accounts of a new file, before they are masked.
 using AccountId = std::array<std::uint8_t, 2>;
-constexpr AccountId kEngine{0x65, 0x89}, kAdmin{0x64, 0x8B}, kCreator{0x65, 0x8E},
-    kUsers{0x65, 0x8B};
+constexpr AccountId kEngine{0x02, 0x03}, kAdmin{0x03, 0x01}, kCreator{0x02, 0x04},
+    kUsers{0x02, 0x01};
 
 // The moment every system row of a new file carries.
 constexpr std::uint64_t kCreatedBits = 0x40E4AB3E3BD3FB4E;
@@ -65,18 +67,20 @@ NewTable RightsWish()
         .indexes = {{.name = "ObjectId", .columns = {{.column = "ObjectId"}}, .required = true}}};
 }
 
-NewTable QueriesWish()
+NewTable QueriesWish(const FileVersion& version)
 {
     using enum ColumnType;
-    return {.name = "MSysQueries",
-            .columns = {Column("ObjectId", Long), Column("Attribute", Byte),
-                        Column("Order", Binary), Column("Name1", Text), Column("Name2", Text),
-                        Column("Expression", Memo), Column("Flag", Integer),
-                        Column("LvExtra", Long)},
-            .indexes = {
-                {.name = "ObjectIdAttribute",
-                 .columns = {{.column = "ObjectId"}, {.column = "Attribute"}, {.column = "Order"}},
-                 .unique = true}}};
+    NewTable wish{
+        .name = "MSysQueries",
+        .columns = {Column("ObjectId", Long), Column("Attribute", Byte), Column("Order", Binary),
+                    Column("Name1", Text), Column("Name2", Text), Column("Expression", Memo),
+                    Column("Flag", Integer)},
+        .indexes = {
+            {.name = "ObjectIdAttribute",
+             .columns = {{.column = "ObjectId"}, {.column = "Attribute"}, {.column = "Order"}},
+             .unique = true}}};
+    if (version.code >= format::kJet4.code) wish.columns.push_back(Column("LvExtra", Long));
+    return wish;
 }
 
 NewTable RelationshipsWish()
@@ -93,11 +97,12 @@ NewTable RelationshipsWish()
             .indexes = {over("szRelationship"), over("szObject"), over("szReferencedObject")}};
 }
 
-// Turns an ordinary design into that of a system table, whose columns stand by name and whose
-// primary key (when it has one) asks for no value.
-TableDefinition SystemDesign(const NewTable& wish, format::PageNumber page, const char* primary)
+// Turns an ordinary design into that of a system table, whose primary key (when it has one) asks
+// for no value.
+TableDefinition SystemDesign(const NewTable& wish, const FileVersion& version,
+                             format::PageNumber page, const char* primary)
 {
-    TableDefinition table = DesignOf(wish, format::SortOrder{});
+    TableDefinition table = DesignOf(wish, NewDatabaseText(version), version);
     table.page = page;
     table.systemTable = true;
     for (format::ColumnDefinition& column : table.columns) {
@@ -105,8 +110,10 @@ TableDefinition SystemDesign(const NewTable& wish, format::PageNumber page, cons
         column.flags |= kSystemColumn;
         if (column.name == "Owner" || column.name == "SID") column.flags |= kAccountColumn;
     }
-    std::sort(table.columns.begin(), table.columns.end(),
-              [](const auto& left, const auto& right) { return left.name < right.name; });
+    if (version.definition->systemColumnsByName) {
+        std::sort(table.columns.begin(), table.columns.end(),
+                  [](const auto& left, const auto& right) { return left.name < right.name; });
+    }
     for (format::NamedIndex& index : table.namedIndexes)
         if (index.name == primary) index.kind = format::kPrimaryKey;
     return table;
@@ -114,11 +121,12 @@ TableDefinition SystemDesign(const NewTable& wish, format::PageNumber page, cons
 
 void MakeSystemTables(pages::WriteSet& changes)
 {
+    const FileVersion& version = changes.Of().Version();
     std::array<TableDefinition, 4> tables{
-        SystemDesign(ObjectsWish(), kObjectsPage, "Id"),
-        SystemDesign(RightsWish(), kRightsPage, ""),
-        SystemDesign(QueriesWish(), kQueriesPage, "ObjectIdAttribute"),
-        SystemDesign(RelationshipsWish(), kRelationshipsPage, "")};
+        SystemDesign(ObjectsWish(), version, kObjectsPage, "Id"),
+        SystemDesign(RightsWish(), version, kRightsPage, ""),
+        SystemDesign(QueriesWish(version), version, kQueriesPage, "ObjectIdAttribute"),
+        SystemDesign(RelationshipsWish(), version, kRelationshipsPage, "")};
     // The file is new, so these four are the pages at which every reader looks for them.
     for (TableDefinition& table : tables)
         table.page = changes.Allocate();
@@ -129,13 +137,15 @@ void MakeSystemTables(pages::WriteSet& changes)
         WriteDefinition(changes, table);
 }
 
-base::Bytes Account(const AccountId& id)
+base::Bytes Account(const AccountId& id, const FileVersion& version)
 {
-    return {static_cast<std::byte>(id[0]), static_cast<std::byte>(id[1])};
+    const auto& mask = version.header->newAccountMask;
+    return {static_cast<std::byte>(id[0] ^ mask[0]), static_cast<std::byte>(id[1] ^ mask[1])};
 }
 
 void FillObjects(pages::WriteSet& changes, NativeTable& objects)
 {
+    const FileVersion& version = changes.Of().Version();
     base::Date created;
     static_assert(sizeof(created.days) == sizeof(kCreatedBits));
     created.days = std::bit_cast<double>(kCreatedBits);
@@ -147,7 +157,7 @@ void FillObjects(pages::WriteSet& changes, NativeTable& objects)
                       .name = name,
                       .type = type,
                       .flags = kEngineObject,
-                      .owner = Account(owner),
+                      .owner = Account(owner, version),
                       .created = created,
                       .properties = {}});
     };
@@ -163,11 +173,12 @@ void FillObjects(pages::WriteSet& changes, NativeTable& objects)
 
 void FillRights(pages::WriteSet& changes, NativeTable& rights)
 {
+    const FileVersion& version = changes.Of().Version();
     const auto add = [&](std::int32_t object, const AccountId& account, std::int32_t allowed,
                          bool inheritable = false) {
         InsertRights(changes, rights,
                      {.object = object,
-                      .account = Account(account),
+                      .account = Account(account, version),
                       .rights = allowed,
                       .inheritable = inheritable});
     };

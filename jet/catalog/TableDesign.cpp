@@ -15,31 +15,32 @@ namespace {
 using base::NumberedError;
 using format::ColumnDefinition;
 using format::ColumnType;
+using format::FileVersion;
 using format::IndexDefinition;
 using format::NamedIndex;
 using format::TableDefinition;
 
 constexpr std::size_t kLongestName = 64;  // UTF-16 units
 constexpr std::size_t kMostColumns = 255, kMostIndexes = 32, kMostIndexColumns = 10;
-constexpr int kLongestBinary = 510;  // bytes
 
-// Flags that every column and every index carries.
-constexpr std::uint8_t kColumnAlways = 0x02, kIndexAlways = 0x80;
+// Flags that every column carries.
+constexpr std::uint8_t kColumnAlways = 0x02;
 
 // The stored length in bytes. Errors: 3017, 3259.
-std::uint16_t LengthOf(const NewColumn& column)
+std::uint16_t LengthOf(const NewColumn& column, const FileVersion& version)
 {
-    const auto sized = [&](int longest, int unit) {
+    if (static_cast<std::uint8_t>(column.type) > version.lastColumnType) throw NumberedError(3259);
+    const auto sized = [&](int longest, std::size_t unit) {
         const int size = column.size == 0 ? longest : column.size;
         if (size < 1 || size > longest) throw NumberedError(3017);
-        return static_cast<std::uint16_t>(size * unit);
+        return static_cast<std::uint16_t>(static_cast<std::size_t>(size) * unit);
     };
     if (const auto length = format::LengthOf(column.type)) return *length;
     switch (column.type) {
     case ColumnType::Binary:
-        return sized(kLongestBinary, 1);
+        return sized(version.longestBinary, 1);
     case ColumnType::Text:
-        return sized(format::kLongestText, 2);
+        return sized(format::kLongestText, version.bytesPerCharacter);
     case ColumnType::Ole:
     case ColumnType::Memo:
         return 0;
@@ -48,13 +49,14 @@ std::uint16_t LengthOf(const NewColumn& column)
     }
 }
 
-ColumnDefinition ColumnOf(const NewColumn& wish, format::SortOrder order)
+ColumnDefinition ColumnOf(const NewColumn& wish, const DatabaseText& text,
+                          const FileVersion& version)
 {
     RequireGoodName(wish.name);
     ColumnDefinition column;
     column.name = wish.name;
     column.type = wish.type;
-    column.length = LengthOf(wish);
+    column.length = LengthOf(wish, version);
     column.fixed = format::LengthOf(wish.type).has_value();
     column.autoNumber = wish.autoNumber && wish.type == ColumnType::Long;
     column.autoGuid = wish.autoNumber && wish.type == ColumnType::Guid;
@@ -65,7 +67,9 @@ ColumnDefinition ColumnOf(const NewColumn& wish, format::SortOrder order)
     if (column.autoGuid) column.flags |= format::kColumnAutoGuid;
     column.precision = wish.precision;
     column.scale = wish.scale;
-    column.sortOrder = order;
+    column.sortOrder = text.order;
+    column.codePage = text.codePage;
+    column.country = text.country;
     return column;
 }
 
@@ -84,7 +88,7 @@ void AddColumn(TableDefinition& table, ColumnDefinition column, std::uint16_t& f
     table.columns.push_back(std::move(column));
 }
 
-IndexDefinition TreeOf(const NewIndex& wish, const TableDefinition& table)
+IndexDefinition TreeOf(const NewIndex& wish, const TableDefinition& table, std::uint8_t flags)
 {
     if (wish.columns.empty()) throw NumberedError(3018);
     if (wish.columns.size() > kMostIndexColumns) throw NumberedError(3001);
@@ -97,7 +101,7 @@ IndexDefinition TreeOf(const NewIndex& wish, const TableDefinition& table)
     tree.unique = wish.unique || wish.primary;
     tree.required = wish.required || wish.primary;
     tree.ignoreNulls = wish.ignoreNulls && !tree.required;
-    tree.flags = kIndexAlways;
+    tree.flags = flags;
     if (tree.unique) tree.flags |= format::kIndexUnique;
     if (tree.ignoreNulls) tree.flags |= format::kIndexIgnoreNulls;
     if (tree.required) tree.flags |= format::kIndexRequired;
@@ -115,14 +119,14 @@ bool SameTree(const IndexDefinition& left, const IndexDefinition& right)
 }
 
 // Indexes that agree in everything but their name share one tree.
-void AddIndex(TableDefinition& table, const NewIndex& wish)
+void AddIndex(TableDefinition& table, const NewIndex& wish, const FileVersion& version)
 {
     RequireGoodName(wish.name);
     for (const NamedIndex& known : table.namedIndexes) {
         if (base::SameName(known.name, wish.name)) throw NumberedError(3284);
         if (wish.primary && known.kind == format::kPrimaryKey) throw NumberedError(3283);
     }
-    const IndexDefinition tree = TreeOf(wish, table);
+    const IndexDefinition tree = TreeOf(wish, table, version.indexAlways);
     const auto shared = std::find_if(table.indexes.begin(), table.indexes.end(),
                                      [&](const auto& known) { return SameTree(known, tree); });
     NamedIndex index;
@@ -150,28 +154,37 @@ void RequireGoodName(std::string_view name)
         throw NumberedError(3125, {std::string(name)});
 }
 
-format::TableDefinition DesignOf(const NewTable& wish, format::SortOrder order)
+DatabaseText NewDatabaseText(const FileVersion& version)
+{
+    return {.order = {.version = version.sortVersion},
+            .codePage = version.codePage,
+            .country = version.country};
+}
+
+format::TableDefinition DesignOf(const NewTable& wish, const DatabaseText& text,
+                                 const FileVersion& version)
 {
     RequireGoodName(wish.name);
     if (wish.columns.empty()) throw NumberedError(3264);
     if (wish.columns.size() > kMostColumns) throw NumberedError(3190);
     if (wish.indexes.size() > kMostIndexes) throw NumberedError(3001);
     TableDefinition table;
+    table.row = *version.row;
     std::uint16_t fixedEnd = 0;
     for (const NewColumn& column : wish.columns)
-        AddColumn(table, ColumnOf(column, order), fixedEnd);
+        AddColumn(table, ColumnOf(column, text, version), fixedEnd);
     for (const NewIndex& index : wish.indexes)
-        AddIndex(table, index);
+        AddIndex(table, index, version);
     std::stable_sort(table.namedIndexes.begin(), table.namedIndexes.end(),
                      [&](const NamedIndex& left, const NamedIndex& right) {
-                         return format::CompareText(left.name, right.name, order) < 0;
+                         return format::CompareText(left.name, right.name, text.order) < 0;
                      });
     return table;
 }
 
-std::vector<std::byte> PropertiesOf(const NewTable& table)
+std::vector<std::byte> PropertiesOf(const NewTable& table, std::uint16_t codePage)
 {
-    format::PropertyBlock block;
+    format::PropertyBlock block(codePage);
     for (const NewColumn& column : table.columns)
         if (!column.autoNumber) AddProperties(block, column.name, column.properties);
     return block.Empty() ? std::vector<std::byte>{} : block.Encode();

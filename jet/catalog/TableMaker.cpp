@@ -3,14 +3,14 @@
 
 #include "jet/format/DataPage.h"
 #include "jet/format/TableDefinitionWriter.h"
+#include "jet/format/ValueCodec.h"
 #include "jet/index/Index.h"
 
 namespace jet::catalog {
 
 namespace {
 
-// Bytes of a new map row and of its place in the page's list of rows.
-constexpr std::size_t kMapRow = 69, kSlot = 2;
+constexpr std::size_t kSlot = 2;       // bytes of a row's place in its page's list of rows
 constexpr std::uint32_t kNoOwner = 0;  // of a page of maps
 
 }  // namespace
@@ -20,36 +20,56 @@ MapPages::MapPages(pages::WriteSet& changes) : changes_(changes)
     TakePage();
 }
 
-void MapPages::TakePage()
+format::PageNumber MapPages::NewPage()
 {
-    page_ = changes_.Allocate();
-    const format::MutableSpan page = changes_.Change(page_);
-    format::FormatDataPage(page, kNoOwner);
-    room_ = format::DataPage(page).FreeBytes() / (kMapRow + kSlot);
+    const format::PageNumber page = changes_.Allocate();
+    format::FormatDataPage(changes_.Change(page), kNoOwner);
+    return page;
 }
 
-format::RowId MapPages::Make(std::size_t together)
+void MapPages::TakePage()
 {
-    if (room_ < together) TakePage();
-    --room_;
-    return pages::UsageMap::Make(changes_, page_);
+    page_ = NewPage();
+    room_ = format::DataPage(changes_.Change(page_)).FreeBytes() /
+            (changes_.Of().Version().mapRow + kSlot);
+}
+
+void MapPages::BeginTable()
+{
+    if (room_ == 0) TakePage();
+}
+
+std::vector<format::RowId> MapPages::Make(std::size_t count)
+{
+    std::vector<format::RowId> maps;
+    auto further = format::PageNumber::None;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (room_ > 0)
+            --room_;
+        else if (further == format::PageNumber::None)
+            further = NewPage();
+        const bool fits = further == format::PageNumber::None;
+        maps.push_back(pages::UsageMap::Make(changes_, fits ? page_ : further));
+    }
+    return maps;
 }
 
 void MakeMapsAndRoots(pages::WriteSet& changes, MapPages& maps, format::TableDefinition& table)
 {
-    table.ownedPages = maps.Make(2);
-    table.freePages = maps.Make();
+    maps.BeginTable();
+    const auto makePair = [&maps](auto& owned, auto& free) {
+        const std::vector<format::RowId> made = maps.Make(2);
+        owned = made[0];
+        free = made[1];
+    };
+    makePair(table.ownedPages, table.freePages);
     std::vector<format::ColumnDefinition*> byNumber(table.columns.size());
     for (format::ColumnDefinition& column : table.columns)
         byNumber[column.number] = &column;
-    for (format::ColumnDefinition* column : byNumber) {
-        if (column->type != format::ColumnType::Memo && column->type != format::ColumnType::Ole)
-            continue;
-        column->ownedPages = maps.Make(2);
-        column->freePages = maps.Make();
-    }
+    for (format::ColumnDefinition* column : byNumber)
+        if (format::IsLongValue(column->type)) makePair(column->ownedPages, column->freePages);
     for (format::IndexDefinition& index : table.indexes) {
-        index.usageMap = maps.Make();
+        index.usageMap = maps.Make(1)[0];
         index.root = index::Index::MakeRoot(changes, table.page, index.usageMap);
     }
 }

@@ -5,18 +5,25 @@
 #include "jet/format/TableDefinition.h"
 #include "jet/pages/UsageMap.h"
 
+#include <vector>
+
 namespace jet::catalog {
 
-// Makes usage-map rows, on one page as long as they fit, then on further ones.
+// Makes usage-map rows, on one page as long as they fit.
+// Rule: what does not fit there has a page for each column and each index, as the original engine
+//       leaves it.
 class MapPages {
 public:
     // The first page is taken at once. Requires: `changes` outlives it.
     explicit MapPages(pages::WriteSet& changes);
 
-    // A new empty map. `together`: how many maps, this one included, must share its page.
-    [[nodiscard]] format::RowId Make(std::size_t together = 1);
+    // To be called before the maps of a further table.
+    void BeginTable();
+    // New empty maps of one table, column or index.
+    [[nodiscard]] std::vector<format::RowId> Make(std::size_t count);
 
 private:
+    [[nodiscard]] format::PageNumber NewPage();
     void TakePage();
 
     pages::WriteSet& changes_;

@@ -14,8 +14,6 @@ namespace {
 
 using format::TableDefinition;
 
-constexpr const format::TableDefinitionLayout& kAt = format::kTableDefinitionJet4;
-
 struct Chain {
     std::vector<PageNumber> pages;
     std::vector<std::byte> joined;
@@ -27,7 +25,7 @@ std::optional<Chain> ReadChain(Inspection& inspection, PageNumber first)
     Chain chain;
     PageNumber from = first;
     for (PageNumber next = first; next != PageNumber::None;) {
-        const auto page = inspection.Read(next, from, kAt.next, "table definition");
+        const auto page = inspection.Read(next, from, format::kDefinitionNext, "table definition");
         // A page that is claimed already would make the chain a loop.
         if (!page || !inspection.Claim(next, PageUse::Definition, first)) return std::nullopt;
         if (format::ReadU16(page->Bytes(), 0) != format::kDefinitionPage) {
@@ -116,9 +114,10 @@ std::optional<TableDefinition> CheckDefinition(Inspection& inspection, PageNumbe
 {
     const auto chain = ReadChain(inspection, first);
     if (!chain) return std::nullopt;
-    const std::uint32_t length = format::ReadU32(chain->joined, kAt.length);
-    if (length > chain->joined.size() || length < kAt.statistics + 2) {
-        inspection.Found(DefectKind::DefinitionLength, first, kAt.length,
+    const std::uint32_t length = format::ReadU32(chain->joined, format::kDefinitionLength);
+    if (length > chain->joined.size() ||
+        length < inspection.Pager().Version().definition->table.statistics + 2) {
+        inspection.Found(DefectKind::DefinitionLength, first, format::kDefinitionLength,
                          "says " + std::to_string(length) + " bytes, its pages hold " +
                              std::to_string(chain->joined.size()));
         return std::nullopt;
@@ -127,7 +126,7 @@ std::optional<TableDefinition> CheckDefinition(Inspection& inspection, PageNumbe
         auto table = format::ReadTableDefinition(format::Span(chain->joined).first(length),
                                                  inspection.Pager().Version());
         if (format::ReadU16(chain->joined, length - 2) != format::kNoColumn)
-            inspection.Found(DefectKind::DefinitionLength, first, kAt.length,
+            inspection.Found(DefectKind::DefinitionLength, first, format::kDefinitionLength,
                              "no end mark at its length of " + std::to_string(length));
         table.page = first;
         table.pages = chain->pages;

@@ -41,18 +41,18 @@ private:
         const auto found = [this](DefectKind kind, std::size_t offset, const std::string& what) {
             inspection_.Found(kind, PageNumber::None, offset, what);
         };
-        constexpr const format::HeaderPageLayout& at = format::kHeaderPageJet4;
         if (header.freePages != kFreePages || header.secondMap != kSecondMap)
-            found(DefectKind::HeaderField, at.freePages, "the maps of the file are elsewhere");
+            found(DefectKind::HeaderField, format::kFreePagesAt,
+                  "the maps of the file are elsewhere");
         for (std::uint32_t i = 0; i < header.systemTables.size(); ++i) {
             if (header.systemTables[i] == PageNumber{2 + i}) continue;
-            found(DefectKind::HeaderField, at.systemTables + std::size_t{4} * i,
+            found(DefectKind::HeaderField, format::kSystemTablesAt + std::size_t{4} * i,
                   "a system table is elsewhere");
         }
         for (std::size_t user = 0; user < format::kCommitWords; ++user) {
-            const std::uint16_t word = format::CommitWordOf(page.Bytes(), user);
+            const std::uint16_t word = format::CommitWordOf(page.Bytes(), pager_.Version(), user);
             if (word >= format::kFirstCommitWord) continue;
-            found(DefectKind::CommitPending, at.commitWords + 2 * user,
+            found(DefectKind::CommitPending, pager_.Version().header->commitWords + 2 * user,
                   "user " + std::to_string(user) + " was stopped while writing (" +
                       std::to_string(word) + ")");
         }

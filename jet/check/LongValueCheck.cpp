@@ -15,13 +15,18 @@ namespace {
 using format::DataPage;
 using format::SlotKind;
 
-constexpr std::size_t kStampAt = 8;  // on the first page of a chain
-
 // A row of a long-value page and the page that keeps it alive.
 struct Piece {
     pages::Page page;
     format::Span bytes;
 };
+
+// What the first page of a chain says; nothing but 0 where the version has no stamps.
+std::uint32_t StampOf(const pages::Page& page)
+{
+    const std::size_t at = format::DataPageLayoutOf(page.Bytes()).stamp;
+    return at == format::kAbsent ? 0 : format::ReadU32(page.Bytes(), at);
+}
 
 std::optional<Piece> PieceAt(const pages::Pager& pager, RowId where)
 {
@@ -61,7 +66,7 @@ public:
         if (header.form == format::LongValueForm::Single) {
             return CheckLength(reference, first->bytes.size());
         }
-        if (format::ReadU32(first->page.Bytes(), kStampAt) != header.stamp) {
+        if (StampOf(first->page) != header.stamp) {
             Found(DefectKind::LongValueStamp, reference,
                   "has stamp " + std::to_string(header.stamp) + ", its page another");
         }

@@ -66,18 +66,18 @@ private:
     std::optional<std::size_t> CheckVariablePart(std::size_t count, std::size_t maskAt)
     {
         const format::TableDefinition& table = row_.Table();
-        const std::size_t size = 2 * (count + 1) + format::kRowVariableCountSize;
-        if (count > table.variableColumnCounter || size + format::kRowColumnCountSize > maskAt) {
+        const std::size_t number = table.row.number;
+        const std::size_t size = table.row.OffsetTable(count, row_.Bytes().size());
+        if (count > table.variableColumnCounter || size + number > maskAt) {
             Found("has " + std::to_string(count) + " variable columns, the table " +
                   std::to_string(table.variableColumnCounter));
             return std::nullopt;
         }
-        const std::size_t tableAt = maskAt - size;
-        std::size_t last = format::kRowColumnCountSize;
+        std::size_t last = number;
         std::size_t first = 0;
         for (std::size_t i = 0; i <= count; ++i) {
-            const std::size_t start = format::ReadU16(row_.Bytes(), tableAt + 2 * (count - i));
-            if (start < last || start > tableAt) {
+            const std::size_t start = row_.Offset(i);
+            if (start < last || start > row_.OffsetTable()) {
                 Found("variable value " + std::to_string(i) + " starts at " +
                       std::to_string(start));
                 return std::nullopt;
@@ -93,7 +93,7 @@ private:
         for (const ColumnDefinition& column : row_.Table().columns) {
             if (!column.fixed || column.type == format::ColumnType::Boolean) continue;
             if (column.number >= row_.ColumnCount()) continue;
-            if (format::kRowColumnCountSize + column.fixedOffset + column.length <= end) continue;
+            if (row_.Table().row.number + column.fixedOffset + column.length <= end) continue;
             Found("ends before its column " + column.name);
             return false;
         }

@@ -8,7 +8,7 @@ using jet::catalog::ObjectKind;
 
 std::size_t Core::BytesPerCharacter() const
 {
-    return pager_->Version().code == 0 ? 1 : 2;
+    return pager_->Version().bytesPerCharacter;
 }
 
 jet::sql::TablePtr Core::Table(std::string_view name)

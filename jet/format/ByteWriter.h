@@ -13,7 +13,12 @@ public:
     void U8(std::uint8_t value) { bytes_.push_back(static_cast<std::byte>(value)); }
     void U16(std::uint16_t value) { Integer(value, 2); }
     void U32(std::uint32_t value) { Integer(value, 4); }
-    void Zeros(std::size_t count) { bytes_.resize(bytes_.size() + count); }
+    // Zeros, to be written into before anything else is put.
+    [[nodiscard]] MutableSpan Room(std::size_t count)
+    {
+        bytes_.resize(bytes_.size() + count);
+        return MutableSpan(bytes_).last(count);
+    }
     void Put(Span bytes) { bytes_.insert(bytes_.end(), bytes.begin(), bytes.end()); }
 
     [[nodiscard]] std::size_t Size() const { return bytes_.size(); }

@@ -11,39 +11,40 @@ namespace jet::format {
 
 namespace {
 
-constexpr DataPageLayout kLayout = kDataPageJet4;
-
 [[noreturn]] void Damaged(const std::string& what)
 {
     throw base::NumberedError(3343).At("data page: " + what);
 }
 
-std::size_t SlotAt(std::uint16_t slot)
+std::size_t SlotAt(Span page, std::uint16_t slot)
 {
-    return kLayout.slots + std::size_t{2} * slot;
+    return DataPageLayoutOf(page).slots + std::size_t{2} * slot;
 }
 
 std::uint16_t Word(Span page, std::uint16_t slot)
 {
-    return ReadU16(page, SlotAt(slot));
+    return ReadU16(page, SlotAt(page, slot));
 }
 
 void UpdateFreeBytes(MutableSpan page)
 {
-    const std::uint16_t count = ReadU16(page, kLayout.slotCount);
+    const DataPageLayout& at = DataPageLayoutOf(page);
+    const std::uint16_t count = ReadU16(page, at.slotCount);
     const std::size_t end =
         count == 0
             ? page.size()
             : std::size_t{Word(page, static_cast<std::uint16_t>(count - 1))} & kSlotOffsetBits;
-    WriteU16(page, kLayout.freeBytes, static_cast<std::uint16_t>(end - SlotAt(count)));
+    WriteU16(page, at.freeBytes, static_cast<std::uint16_t>(end - SlotAt(page, count)));
 }
 
 }  // namespace
 
-DataPage::DataPage(Span page) : page_(page), slotCount_(ReadU16(page, kLayout.slotCount))
+DataPage::DataPage(Span page)
+    : page_(page), at_(&DataPageLayoutOf(page)), slotCount_(ReadU16(page, at_->slotCount))
 {
     if (ReadU8(page, 0) != kDataPageType) Damaged("type " + std::to_string(ReadU8(page, 0)));
-    if (slotCount_ > kSlotLimit + 1 || SlotAt(slotCount_) > page.size()) Damaged("too many slots");
+    if (slotCount_ > kSlotLimit + 1 || SlotAt(page_, slotCount_) > page.size())
+        Damaged("too many slots");
 }
 
 void DataPage::RefuseSlot(std::size_t slot)
@@ -66,7 +67,7 @@ bool DataPage::Empty() const
 
 std::size_t DataPage::Gap() const
 {
-    const std::size_t slots = SlotAt(slotCount_);
+    const std::size_t slots = SlotAt(page_, slotCount_);
     const std::size_t end = End(slotCount_);
     return end < slots ? 0 : std::min(end, page_.size()) - slots;
 }
@@ -87,7 +88,7 @@ void FormatDataPage(MutableSpan page, std::uint32_t owner)
     std::fill(page.begin(), page.end(), std::byte{0});
     WriteU8(page, 0, kDataPageType);
     WriteU8(page, 1, 1);
-    WriteU32(page, kLayout.owner, owner);
+    WriteU32(page, DataPageLayoutOf(page).owner, owner);
     UpdateFreeBytes(page);
 }
 
@@ -105,15 +106,16 @@ void RequireRoom(const DataPage& page, std::size_t bytes)
 std::uint16_t AppendRow(MutableSpan page, Span row, SlotKind kind)
 {
     RequireRoom(DataPage(page), row.size() + 2);
-    const std::uint16_t slot = ReadU16(page, kLayout.slotCount);
+    const std::size_t countAt = DataPageLayoutOf(page).slotCount;
+    const std::uint16_t slot = ReadU16(page, countAt);
     const std::size_t end =
         slot == 0 ? page.size()
                   : std::size_t{Word(page, static_cast<std::uint16_t>(slot - 1))} & kSlotOffsetBits;
     const std::size_t start = end - row.size();
     if (!row.empty()) std::memcpy(page.data() + start, row.data(), row.size());
-    WriteU16(page, SlotAt(slot),
+    WriteU16(page, SlotAt(page, slot),
              static_cast<std::uint16_t>(start | static_cast<std::uint16_t>(kind)));
-    WriteU16(page, kLayout.slotCount, static_cast<std::uint16_t>(slot + 1));
+    WriteU16(page, countAt, static_cast<std::uint16_t>(slot + 1));
     UpdateFreeBytes(page);
     return slot;
 }
@@ -143,7 +145,8 @@ void ResizeRow(MutableSpan page, std::uint16_t slot, std::size_t length)
         const std::uint16_t word = Word(page, index);
         const auto moved =
             static_cast<std::uint16_t>(static_cast<std::ptrdiff_t>(word & kSlotOffsetBits) + shift);
-        WriteU16(page, SlotAt(index), static_cast<std::uint16_t>(moved | (word & kSlotKindBits)));
+        WriteU16(page, SlotAt(page, index),
+                 static_cast<std::uint16_t>(moved | (word & kSlotKindBits)));
     }
     UpdateFreeBytes(page);
 }
@@ -158,7 +161,7 @@ void SetSlotKind(MutableSpan page, std::uint16_t slot, SlotKind kind)
 {
     const std::uint16_t word = Word(page, slot);
     WriteU16(
-        page, SlotAt(slot),
+        page, SlotAt(page, slot),
         static_cast<std::uint16_t>((word & kSlotOffsetBits) | static_cast<std::uint16_t>(kind)));
 }
 

@@ -2,7 +2,7 @@
 // DataPage: a page of slots with rows, packed from the page's end downwards.
 #pragma once
 
-#include "jet/format/Bytes.h"
+#include "jet/format/Layout.h"
 #include "jet/format/PageNumber.h"
 
 #include <cstdint>
@@ -15,13 +15,24 @@ namespace jet::format {
 //   part        width   meaning
 //   freeBytes   2       bytes between the slot table and the last row
 //   owner       4       table definition that owns the rows; "LVAL" for long values; 0 for usage
-//   maps slotCount   2       slots, deleted ones included slots       2 each  offset of each row;
-//   the top two bits are flags
+//                       maps
+//   stamp       4       of the first page of a chain of long values: as its row tells; Jet 4
+//   slotCount   2       slots, deleted ones included
+//   slots       2 each  offset of each row; the top two bits are flags
 struct DataPageLayout {
-    std::size_t freeBytes, owner, slotCount, slots;
+    std::size_t freeBytes, owner, stamp, slotCount, slots;
 };
+inline constexpr DataPageLayout kDataPageJet3{
+    .freeBytes = 0x02, .owner = 0x04, .stamp = kAbsent, .slotCount = 0x08, .slots = 0x0A};
 inline constexpr DataPageLayout kDataPageJet4{
-    .freeBytes = 0x02, .owner = 0x04, .slotCount = 0x0C, .slots = 0x0E};
+    .freeBytes = 0x02, .owner = 0x04, .stamp = 0x08, .slotCount = 0x0C, .slots = 0x0E};
+
+// The size of a page tells its version.
+[[nodiscard]] inline const DataPageLayout& DataPageLayoutOf(Span page)
+{
+    constexpr std::size_t jet3PageSize = 2048;
+    return page.size() == jet3PageSize ? kDataPageJet3 : kDataPageJet4;
+}
 
 inline constexpr std::uint8_t kDataPageType = 0x01;
 inline constexpr std::uint8_t kFreedDataPageType = 0x09;
@@ -44,11 +55,8 @@ class DataPage {
 public:
     explicit DataPage(Span page);
 
-    [[nodiscard]] std::uint32_t Owner() const { return ReadU32(page_, kDataPageJet4.owner); }
-    [[nodiscard]] std::uint16_t FreeBytes() const
-    {
-        return ReadU16(page_, kDataPageJet4.freeBytes);
-    }
+    [[nodiscard]] std::uint32_t Owner() const { return ReadU32(page_, at_->owner); }
+    [[nodiscard]] std::uint16_t FreeBytes() const { return ReadU16(page_, at_->freeBytes); }
     [[nodiscard]] std::uint16_t SlotCount() const { return slotCount_; }
     [[nodiscard]] SlotKind Kind(std::uint16_t slot) const
     {
@@ -59,7 +67,7 @@ public:
     {
         const std::size_t start = Start(slot);
         const std::size_t end = End(slot);
-        if (start > end || end > page_.size() || start < kDataPageJet4.slots + 2U * slotCount_)
+        if (start > end || end > page_.size() || start < at_->slots + 2U * slotCount_)
             RefuseRow(slot);
         return page_.subspan(start, end - start);
     }
@@ -77,7 +85,7 @@ private:
     [[nodiscard]] std::uint16_t Word(std::size_t slot) const
     {
         if (slot >= slotCount_) RefuseSlot(slot);
-        return ReadU16(page_, kDataPageJet4.slots + 2 * slot);
+        return ReadU16(page_, at_->slots + 2 * slot);
     }
     [[nodiscard]] std::size_t Start(std::size_t slot) const { return Word(slot) & kSlotOffsetBits; }
     [[nodiscard]] std::size_t End(std::size_t slot) const
@@ -88,6 +96,7 @@ private:
     [[noreturn]] static void RefuseRow(std::size_t slot);
 
     Span page_;
+    const DataPageLayout* at_;
     std::uint16_t slotCount_;
 };
 

@@ -2,6 +2,8 @@
 #include "jet/format/HeaderPage.h"
 
 #include "base/NumberedError.h"
+#include "jet/format/CodePage.h"
+#include "jet/format/Collation97.h"
 #include "jet/format/RowPointer.h"
 
 #include <algorithm>
@@ -12,10 +14,8 @@ namespace jet::format {
 
 namespace {
 
-constexpr HeaderPageLayout kLayout = kHeaderPageJet4;
 constexpr std::string_view kSignature{"Standard Jet DB\0", 16};
 constexpr std::size_t kMaskStart = 0x18;
-constexpr std::size_t kPasswordBytes = 40;
 
 // The same in every file: the key stream of RC4 under C7 DA 39 6B.
 constexpr std::array<std::uint8_t, 128> kMask{
@@ -28,25 +28,26 @@ constexpr std::array<std::uint8_t, 128> kMask{
     0x60, 0x26, 0x5F, 0x95, 0xF8, 0xD0, 0x89, 0x24, 0x85, 0x67, 0xC6, 0x1F, 0x27, 0x44, 0xD2, 0xEE,
     0xCF, 0x65, 0xED, 0xFF, 0x07, 0xC7, 0x46, 0xA1, 0x78, 0x16, 0x0C, 0xED, 0xE9, 0x2D, 0x62, 0xD4};
 
-// What a new file says of the engine that made it, and when.
-constexpr std::uint32_t kBuild = 9756;
+// When a new file says that it was made.
 constexpr std::uint64_t kCreated = 0x40E4AB3E3BD3853E;  // a date, as its bits
+constexpr std::uint64_t kMark = 0x00302E3400000654;     // 1620 and "4.0"
 
 // Once removes the mask, once again puts it back.
-void ApplyMask(MutableSpan page)
+void ApplyMask(MutableSpan page, const HeaderPageLayout& at)
 {
-    for (std::size_t i = 0; i < kMask.size(); ++i)
+    for (std::size_t i = 0; i < at.maskSize; ++i)
         page[kMaskStart + i] ^= std::byte{kMask[i]};
 }
 
-// The password field is masked again with the day of creation, four bytes repeated.
-void ApplyPasswordMask(MutableSpan page)
+// Where a day of creation is kept, the password is masked with it again, four bytes repeated.
+void ApplyPasswordMask(MutableSpan page, const HeaderPageLayout& at)
 {
-    const double created = ReadF64(page, kLayout.created);
+    if (at.created == kAbsent) return;
+    const double created = ReadF64(page, at.created);
     const auto day =
         std::isfinite(created) && std::abs(created) < 2e9 ? static_cast<std::int32_t>(created) : 0;
-    for (std::size_t i = 0; i < kPasswordBytes; ++i) {
-        page[kLayout.password + i] ^=
+    for (std::size_t i = 0; i < at.passwordSize; ++i) {
+        page[at.password + i] ^=
             static_cast<std::byte>(static_cast<std::uint32_t>(day) >> (8 * (i % 4)));
     }
 }
@@ -56,61 +57,74 @@ void ApplyPasswordMask(MutableSpan page)
     throw base::NumberedError(3343).At(why);
 }
 
+// Errors: 3343.
+const FileVersion& VersionOf(Span page)
+{
+    switch (ReadU8(page, kVersionAt)) {
+    case 0:
+        return kJet3;
+    case 1:
+        return kJet4;
+    default:
+        Foreign("page 0: a newer format");
+    }
+}
+
 }  // namespace
 
 HeaderPage ReadHeaderPage(Span page)
 {
     if (page.size() < kMaskStart + kMask.size()) Foreign("shorter than a header page");
     const bool signed_ = std::equal(
-        kSignature.begin(), kSignature.end(), page.begin() + kLayout.signature,
+        kSignature.begin(), kSignature.end(), page.begin() + kSignatureAt,
         [](char expected, std::byte found) { return static_cast<std::byte>(expected) == found; });
     if (!signed_ || ReadU32(page, 0) != 0x100) Foreign("page 0: no Jet signature");
-    if (ReadU8(page, kLayout.version) == 0) Foreign("page 0: an Access 97 file");
-    if (ReadU8(page, kLayout.version) != kJet4.code) Foreign("page 0: a newer format");
-    if (page.size() < kJet4.pageSize) Foreign("shorter than a page");
-
-    std::vector<std::byte> plain(page.begin(), page.end());
-    ApplyMask(plain);
-    ApplyPasswordMask(plain);
     HeaderPage header;
-    header.freePages = ReadRowPointer(plain, kLayout.freePages);
-    header.secondMap = ReadRowPointer(plain, kLayout.freePages + kRowPointerSize);
+    header.version = &VersionOf(page);
+    if (page.size() < header.version->pageSize) Foreign("shorter than a page");
+
+    const HeaderPageLayout& at = *header.version->header;
+    std::vector<std::byte> plain(page.begin(), page.end());
+    ApplyMask(plain, at);
+    ApplyPasswordMask(plain, at);
+    header.freePages = ReadRowPointer(plain, kFreePagesAt);
+    header.secondMap = ReadRowPointer(plain, kFreePagesAt + kRowPointerSize);
     for (std::size_t i = 0; i < header.systemTables.size(); ++i)
-        header.systemTables[i] = PageNumber{ReadU32(plain, kLayout.systemTables + 4 * i)};
-    header.encodingKey = ReadU32(plain, kLayout.encodingKey);
-    header.passwordSet = ReadU16(plain, kLayout.password) != 0;
-    header.sortOrder = {ReadU16(plain, kLayout.sortOrder), ReadU8(plain, kLayout.sortOrder + 3)};
+        header.systemTables[i] = PageNumber{ReadU32(plain, kSystemTablesAt + 4 * i)};
+    header.encodingKey = ReadU32(plain, at.encodingKey);
+    header.passwordSet = ReadU16(plain, at.password) != 0;
+    header.sortOrder = {ReadU16(plain, at.language), ReadU8Or(plain, at.sortVersion, kJet3Tables)};
     return header;
 }
 
 std::vector<std::byte> MakeHeaderPage(const FileVersion& version)
 {
+    const HeaderPageLayout& at = *version.header;
     std::vector<std::byte> page(version.pageSize);
     WriteU32(page, 0, 0x100);
-    for (std::size_t i = 0; i < kSignature.size(); ++i) {
-        page[kLayout.signature + i] = static_cast<std::byte>(kSignature[i]);
-    }
-    WriteU8(page, kLayout.version, version.code);
-    WriteRowPointer(page, kLayout.freePages, {PageNumber{1}, 0});
-    WriteRowPointer(page, kLayout.freePages + kRowPointerSize, {PageNumber{1}, 1});
+    for (std::size_t i = 0; i < kSignature.size(); ++i)
+        page[kSignatureAt + i] = static_cast<std::byte>(kSignature[i]);
+    WriteU8(page, kVersionAt, version.code);
+    WriteRowPointer(page, kFreePagesAt, {PageNumber{1}, 0});
+    WriteRowPointer(page, kFreePagesAt + kRowPointerSize, {PageNumber{1}, 1});
     for (std::uint32_t i = 0; i < 4; ++i)
-        WriteU32(page, kLayout.systemTables + std::size_t{4} * i, 2 + i);
-    WriteU16(page, kLayout.codePage, 1252);
-    WriteU32(page, kLayout.build, kBuild);
-    WriteU16(page, kLayout.sortOrder, 0x0409);
-    WriteScalar(MutableSpan(page), kLayout.created, kCreated);
-    ApplyPasswordMask(page);
-    ApplyMask(page);
-    WriteU32(page, 0x98, 1620);
-    WriteU32(page, 0x9C, 0x00302E34);  // "4.0"
+        WriteU32(page, kSystemTablesAt + std::size_t{4} * i, 2 + i);
+    WriteIfPresent(page, at.country, version.country);
+    WriteU16(page, at.codePage, kWindows1252);
+    WriteU32(page, at.build, at.newBuild);
+    WriteU16(page, at.language, SortOrder{}.language);
+    WriteIfPresent(page, at.created, kCreated);
+    ApplyPasswordMask(page, at);
+    ApplyMask(page, at);
+    WriteIfPresent(page, at.mark, kMark);
     for (std::size_t i = 0; i < kCommitWordBytes; i += 2)
-        WriteU16(page, kLayout.commitWords + i, kFirstCommitWord);
+        WriteU16(page, at.commitWords + i, kFirstCommitWord);
     return page;
 }
 
-std::uint16_t CommitWordOf(Span page, std::size_t user)
+std::uint16_t CommitWordOf(Span page, const FileVersion& version, std::size_t user)
 {
-    return ReadU16(page, kLayout.commitWords + 2 * user);
+    return ReadU16(page, version.header->commitWords + 2 * user);
 }
 
 }  // namespace jet::format

@@ -72,7 +72,7 @@ void MoveMark(MutableSpan page, const IndexPageLayout& layout, std::size_t from,
 
 const IndexPageLayout& IndexPageLayoutOf(const FileVersion& version)
 {
-    return version.pageSize == kIndexPageJet3.pageSize ? kIndexPageJet3 : kIndexPageJet4;
+    return *version.indexPage;
 }
 
 IndexPageView::IndexPageView(Span page, const IndexPageLayout& layout)

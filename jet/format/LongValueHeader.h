@@ -37,6 +37,7 @@ void WriteLongValueHeader(MutableSpan field, const LongValueHeader& header);
 struct LongValueLimits {
     std::size_t inRow, single, piece;
 };
+inline constexpr LongValueLimits kLongValueJet3{.inRow = 32, .single = 1731, .piece = 2032};
 inline constexpr LongValueLimits kLongValueJet4{.inRow = 64, .single = 3777, .piece = 4072};
 
 }  // namespace jet::format

@@ -4,6 +4,7 @@
 #include "base/NumberedError.h"
 #include "base/Text.h"
 #include "jet/format/ByteWriter.h"
+#include "jet/format/TextCompression.h"
 
 #include <algorithm>
 #include <array>
@@ -29,7 +30,7 @@ constexpr std::size_t kMarkSize = 4, kChunkHeader = 6, kOwnerHeader = 6, kRecord
 constexpr std::uint16_t kNamesChunk = 0x80;
 constexpr std::uint8_t kDesignFlag = 1;
 constexpr std::array<char, kMarkSize> kMarkUtf16{'M', 'R', '2', 0};
-constexpr std::array<char, kMarkSize> kMarkWindows1252{'K', 'K', 'D', 0};
+constexpr std::array<char, kMarkSize> kMarkCodePage{'K', 'K', 'D', 0};
 
 [[noreturn]] void Damaged(const char* what)
 {
@@ -89,12 +90,7 @@ PropertyRecord ParseRecord(Span record)
 
 std::string PropertyBlock::Decode(Span bytes) const
 {
-    if (text_ == Text::Windows1252) {
-        std::string narrow;
-        for (const std::byte b : bytes)
-            narrow.push_back(static_cast<char>(b));
-        return base::FromWindows1252(narrow);
-    }
+    if (codePage_ != kUtf16) return DecodeCodePage(bytes, codePage_);
     if (bytes.size() % 2 != 0) Damaged("half a character");
     std::u16string wide;
     for (std::size_t at = 0; at < bytes.size(); at += 2)
@@ -104,21 +100,15 @@ std::string PropertyBlock::Decode(Span bytes) const
 
 std::vector<std::byte> PropertyBlock::EncodeText(std::string_view text) const
 {
-    ByteWriter out;
-    if (text_ == Text::Windows1252) {
-        for (const char c : base::ToWindows1252(text))
-            out.U8(static_cast<std::uint8_t>(c));
-    } else {
-        for (const char16_t unit : base::ToUtf16(text))
-            out.U16(unit);
-    }
-    return out.Take();
+    return codePage_ == kUtf16 ? format::EncodeText(text, TextForm::Plain)
+                               : EncodeCodePage(text, codePage_);
 }
 
-PropertyBlock PropertyBlock::Parse(Span bytes)
+PropertyBlock PropertyBlock::Parse(Span bytes, std::uint16_t codePage)
 {
-    PropertyBlock block(StartsWith(bytes, kMarkUtf16) ? Text::Utf16 : Text::Windows1252);
-    if (block.text_ == Text::Windows1252 && !StartsWith(bytes, kMarkWindows1252)) Damaged("mark");
+    const bool wide = StartsWith(bytes, kMarkUtf16);
+    if (!wide && !StartsWith(bytes, kMarkCodePage)) Damaged("mark");
+    PropertyBlock block(wide ? kUtf16 : codePage == kUtf16 ? kWindows1252 : codePage);
     for (std::size_t at = kMarkSize; at < bytes.size();) {
         const std::size_t length = ReadU32(bytes, at);
         if (length < kChunkHeader) Damaged("chunk length");
@@ -166,7 +156,7 @@ void PropertyBlock::ParseOwner(PropertyOwner::Kind kind, Span payload)
 std::vector<std::byte> PropertyBlock::Encode() const
 {
     ByteWriter out;
-    for (const char c : text_ == Text::Utf16 ? kMarkUtf16 : kMarkWindows1252)
+    for (const char c : codePage_ == kUtf16 ? kMarkUtf16 : kMarkCodePage)
         out.U8(static_cast<std::uint8_t>(c));
     ByteWriter names;
     for (const std::string& name : names_) {

@@ -2,7 +2,7 @@
 // PropertyBlock: the named properties of a table and its fields, as the catalog stores them.
 #pragma once
 
-#include "jet/format/Bytes.h"
+#include "jet/format/CodePage.h"
 #include "jet/format/TableDefinition.h"
 
 #include <cstdint>
@@ -32,12 +32,12 @@ struct PropertyOwner {
 // Rule: what is read is written again byte for byte, names that no property uses included.
 class PropertyBlock {
 public:
-    enum class Text { Windows1252, Utf16 };
+    // `codePage` of its texts.
+    explicit PropertyBlock(std::uint16_t codePage = kUtf16) : codePage_(codePage) {}
 
-    explicit PropertyBlock(Text text = Text::Utf16) : text_(text) {}
-
+    // `codePage` is that of the file; the block tells whether its texts are in it or in UTF-16.
     // Errors: 3343 when the block contradicts itself.
-    [[nodiscard]] static PropertyBlock Parse(Span bytes);
+    [[nodiscard]] static PropertyBlock Parse(Span bytes, std::uint16_t codePage = kWindows1252);
     [[nodiscard]] std::vector<std::byte> Encode() const;
 
     [[nodiscard]] bool Empty() const { return owners_.empty(); }
@@ -52,7 +52,8 @@ public:
     [[nodiscard]] bool BooleanValue(std::string_view field, std::string_view property) const;
 
     // Adds or replaces a property; of the object itself when `field` is empty.
-    // Errors: 3271 when a name or value is too long to be stored.
+    // Errors: 3271 when a name or value is too long to be stored, 3421 when the code page cannot
+    //         hold it.
     void SetText(std::string_view field, std::string_view property, std::string_view value);
     void SetMemo(std::string_view field, std::string_view property, std::string_view value);
     void SetBoolean(std::string_view field, std::string_view property, bool value);
@@ -69,7 +70,7 @@ private:
     void ParseNames(Span payload);
     void ParseOwner(PropertyOwner::Kind kind, Span payload);
 
-    Text text_;
+    std::uint16_t codePage_;
     std::vector<std::string> names_;
     std::vector<PropertyOwner> owners_;
 };

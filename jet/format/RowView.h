@@ -3,49 +3,22 @@
 #pragma once
 
 #include "base/Value.h"
-#include "jet/format/Bytes.h"
+#include "jet/format/Layout.h"
 #include "jet/format/TableDefinition.h"
 
 namespace jet::format {
 
-struct FileVersion;
-
-// Where a row keeps its parts.                                          docs/format/row.md
-//
-//   part           width       meaning
-//   columnCount    2           columns the table had when the row was written
-//   fixed part     varies      the fixed columns at their offsets, null or not
-//   variable part  varies      the variable values that are not null, in order
-//   slack          varies      left by an update that shortened the row
-//   end            2           offset behind the last variable value
-//   offsets        2 each      of the variable values, the last one first
-//   variableCount  2           number of those offsets
-//   null mask      a bit each  1: the column has a value; of a boolean column: true
-//
-// A table without variable columns has none of the four parts from variable part to variableCount.
-inline constexpr std::size_t kRowColumnCountSize = 2, kRowOffsetSize = 2, kRowVariableCountSize = 2;
-
-[[nodiscard]] constexpr std::size_t NullMaskSize(std::size_t columnCount)
-{
-    return (columnCount + 7) / 8;
-}
-
-// A view. Requires: bytes, table and version outlive it.
+// A view. Requires: bytes and table outlive it.
 // Rule:   columns are addressed by their place in TableDefinition::columns. A column added after
 //         the row was written is null (a boolean false). A boolean is never null.
 // Errors: 3343 when the row contradicts itself.
 class RowView {
 public:
-    RowView(Span bytes, const TableDefinition& table, const FileVersion& version)
-        : RowView(bytes, table)
-    {
-        static_cast<void>(version);  // rows of Jet 4 are the only ones so far
-    }
     RowView(Span bytes, const TableDefinition& table)
-        : bytes_(bytes), table_(&table), columnCount_(ReadU16(bytes, 0))
+        : bytes_(bytes), table_(&table), columnCount_(ReadNumber(bytes, 0, table.row.number))
     {
         const std::size_t mask = NullMaskSize(columnCount_);
-        RequireInside(bytes.size(), kRowColumnCountSize, mask);
+        RequireInside(bytes.size(), table.row.number, mask);
         maskAt_ = bytes.size() - mask;
     }
 
@@ -66,7 +39,7 @@ public:
     {
         const ColumnDefinition& definition = table_->columns[column];
         if (!definition.fixed) return Variable(definition.variableIndex);
-        const std::size_t at = kRowColumnCountSize + definition.fixedOffset;
+        const std::size_t at = table_->row.number + definition.fixedOffset;
         RequireInside(maskAt_, at, definition.length);
         return bytes_.subspan(at, definition.length);
     }
@@ -79,9 +52,16 @@ public:
     {
         if (table_->variableColumnCounter == 0 || columnCount_ <= table_->columnsBeforeVariable)
             return 0;
-        RequireInside(maskAt_, kRowColumnCountSize, kRowVariableCountSize);
-        return ReadU16(bytes_, maskAt_ - kRowVariableCountSize);
+        const std::size_t number = table_->row.number;
+        RequireInside(maskAt_, number, number);
+        return ReadNumber(bytes_, maskAt_ - number, number);
     }
+    // Where the table of offsets begins, that is where the variable values end at the latest.
+    // Requires: the row has a variable part. Errors: 3343.
+    [[nodiscard]] std::size_t OffsetTable() const;
+    // Where a variable value starts; of VariableCount() where the last one ends.
+    // Requires: as above, and `index` is at most VariableCount().
+    [[nodiscard]] std::size_t Offset(std::size_t index) const;
 
 private:
     [[nodiscard]] bool MaskBit(std::size_t number) const

@@ -37,7 +37,7 @@ private:
         std::vector<std::byte> bytes;
     };
     [[nodiscard]] std::size_t FixedSize() const;
-    [[nodiscard]] std::size_t TrailerSize() const;
+    void PutVariablePart(MutableSpan row, std::size_t maskAt) const;
     // Places of the variable columns that hold something, by their index among the variable ones.
     [[nodiscard]] std::vector<const StoredField*> VariableFields() const;
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "jet/format/PageNumber.h"
+#include "jet/format/RowLayout.h"
 
 #include <cstdint>
 #include <optional>
@@ -57,6 +58,8 @@ struct ColumnDefinition {
     std::uint8_t flags = 0;                      // as stored
     std::uint8_t precision = 0, scale = 0;       // Numeric only
     SortOrder sortOrder;                         // Text and Memo
+    std::uint16_t codePage = 0;                  // of texts; 0 UTF-16
+    std::uint16_t country = 0;                   // Jet 3: as the header page tells it
     std::optional<RowId> ownedPages, freePages;  // long-value maps of Memo and Ole
 };
 
@@ -90,6 +93,7 @@ struct NamedIndex {
 struct TableDefinition {
     PageNumber page = PageNumber::None;  // first definition page: the table's identity
     std::vector<PageNumber> pages;       // the whole chain
+    RowLayout row = kRowJet4;
     bool systemTable = false;
     std::uint32_t rowCount = 0;
     std::uint32_t lastAutoNumber = 0;

@@ -2,9 +2,11 @@
 #include "jet/format/TableDefinitionReader.h"
 
 #include "base/NumberedError.h"
-#include "base/Text.h"
+#include "jet/format/CodePage.h"
+#include "jet/format/Collation97.h"
 #include "jet/format/RowPointer.h"
 #include "jet/format/TableDefinitionLayout.h"
+#include "jet/format/ValueCodec.h"
 
 #include <algorithm>
 #include <string>
@@ -12,8 +14,6 @@
 namespace jet::format {
 
 namespace {
-
-constexpr const TableDefinitionLayout& kHeader = kTableDefinitionJet4;
 
 [[noreturn]] void Damaged(const char* what)
 {
@@ -32,14 +32,11 @@ public:
         return part;
     }
 
-    std::string NextName()
+    // A name in the text form of `column`.
+    std::string NextName(std::size_t lengthSize, const ColumnDefinition& column)
     {
-        const std::uint16_t length = ReadU16(Next(2), 0);
-        const Span bytes = Next(length);
-        std::u16string units;
-        for (std::size_t i = 0; i + 1 < bytes.size(); i += 2)
-            units.push_back(static_cast<char16_t>(ReadU16(bytes, i)));
-        return base::FromUtf16(units);
+        const std::size_t length = ReadNumber(Next(lengthSize), 0, lengthSize);
+        return DecodeTextOf(Next(length), column);
     }
 
 private:
@@ -47,25 +44,35 @@ private:
     std::size_t at_;
 };
 
-ColumnDefinition ReadColumn(Span bytes)
+// Rule: a decimal has its scale where other columns have their code page.
+std::uint16_t CodePageOf(Span bytes, ColumnType type, const ColumnLayout& at)
 {
-    constexpr const ColumnLayout& at = kColumnJet4;
+    if (at.codePage == kAbsent) return kUtf16;
+    const std::uint16_t stored = ReadU16(bytes, at.codePage);
+    return type == ColumnType::Numeric || stored == kUtf16 ? kWindows1252 : stored;
+}
+
+ColumnDefinition ReadColumn(Span bytes, const ColumnLayout& at)
+{
     ColumnDefinition column;
     column.type = static_cast<ColumnType>(ReadU8(bytes, at.type));
     column.number = ReadU16(bytes, at.number);
     column.variableIndex = ReadU16(bytes, at.variableIndex);
     column.ordinal = ReadU16(bytes, at.ordinal);
+    column.country = ReadU16Or(bytes, at.country, 0);
+    column.codePage = CodePageOf(bytes, column.type, at);
     if (column.type == ColumnType::Numeric) {
-        column.precision = ReadU8(bytes, at.language);
-        column.scale = ReadU8(bytes, at.language + 1);
+        column.precision = ReadU8(bytes, at.precision);
+        column.scale = ReadU8(bytes, at.precision + 1);
     } else {
-        column.sortOrder = {ReadU16(bytes, at.language), ReadU8(bytes, at.sortVersion)};
+        column.sortOrder = {ReadU16(bytes, at.language),
+                            ReadU8Or(bytes, at.sortVersion, kJet3Tables)};
     }
     column.flags = ReadU8(bytes, at.flags);
     column.fixed = (column.flags & kColumnFixed) != 0;
     column.autoNumber = column.type == ColumnType::Long && (column.flags & kColumnAutoNumber) != 0;
     column.autoGuid = column.type == ColumnType::Guid && (column.flags & kColumnAutoGuid) != 0;
-    column.compressed = (ReadU8(bytes, at.extraFlags) & kColumnCompressed) != 0;
+    column.compressed = (ReadU8Or(bytes, at.extraFlags, 0) & kColumnCompressed) != 0;
     column.fixedOffset = ReadU16(bytes, at.fixedOffset);
     column.length = ReadU16(bytes, at.length);
     return column;
@@ -83,9 +90,8 @@ void CheckColumn(const ColumnDefinition& column, const TableDefinition& table,
         Damaged("fixed column beyond the page");
 }
 
-IndexDefinition ReadIndex(Span bytes)
+IndexDefinition ReadIndex(Span bytes, const IndexLayout& at)
 {
-    constexpr const IndexLayout& at = kIndexJet4;
     IndexDefinition index;
     for (std::size_t i = 0; i < at.columnPlaces; ++i) {
         const Span place = bytes.subspan(at.columns + i * at.columnSize, at.columnSize);
@@ -102,9 +108,8 @@ IndexDefinition ReadIndex(Span bytes)
     return index;
 }
 
-NamedIndex ReadNamedIndex(Span bytes)
+NamedIndex ReadNamedIndex(Span bytes, const NamedIndexLayout& at)
 {
-    constexpr const NamedIndexLayout& at = kNamedIndexJet4;
     NamedIndex index;
     index.number = ReadU32(bytes, at.number);
     index.tree = ReadU32(bytes, at.tree);
@@ -120,23 +125,26 @@ NamedIndex ReadNamedIndex(Span bytes)
 void ReadColumns(TableDefinition& table, Sections& sections, std::size_t count,
                  const FileVersion& version)
 {
+    const DefinitionLayout& at = *version.definition;
     for (std::size_t i = 0; i < count; ++i) {
-        table.columns.push_back(ReadColumn(sections.Next(kColumnJet4.size)));
+        table.columns.push_back(ReadColumn(sections.Next(at.column.size), at.column));
         CheckColumn(table.columns.back(), table, version);
     }
     for (ColumnDefinition& column : table.columns)
-        column.name = sections.NextName();
+        column.name = sections.NextName(at.nameLength, table.columns.front());
 }
 
-void ReadIndexes(TableDefinition& table, Sections& sections, std::size_t trees, std::size_t named)
+void ReadIndexes(TableDefinition& table, Sections& sections, std::size_t trees, std::size_t named,
+                 const DefinitionLayout& at)
 {
     for (std::size_t i = 0; i < trees; ++i) {
-        table.indexes.push_back(ReadIndex(sections.Next(kIndexJet4.size)));
+        table.indexes.push_back(ReadIndex(sections.Next(at.index.size), at.index));
         table.indexes.back().statisticsOffset =
-            static_cast<std::uint32_t>(kHeader.statistics + i * kHeader.statisticsSize);
+            static_cast<std::uint32_t>(at.table.statistics + i * at.table.statisticsSize);
     }
     for (std::size_t i = 0; i < named; ++i) {
-        table.namedIndexes.push_back(ReadNamedIndex(sections.Next(kNamedIndexJet4.size)));
+        table.namedIndexes.push_back(
+            ReadNamedIndex(sections.Next(at.namedIndex.size), at.namedIndex));
         const NamedIndex& index = table.namedIndexes.back();
         if (index.tree >= trees) Damaged("named index without tree");
         if (index.kind != kPrimaryKey) continue;
@@ -144,13 +152,14 @@ void ReadIndexes(TableDefinition& table, Sections& sections, std::size_t trees, 
         // The keys of the engine's own tables may hold nulls unless their flags forbid it.
         if (!table.systemTable) table.indexes[index.tree].required = true;
     }
+    if (table.columns.empty() && named > 0) Damaged("indexes without columns");
     for (NamedIndex& index : table.namedIndexes)
-        index.name = sections.NextName();
+        index.name = sections.NextName(at.nameLength, table.columns.front());
 }
 
 void ReadLongValueMaps(TableDefinition& table, Sections& sections)
 {
-    constexpr const LongValueMapLayout& at = kLongValueMapJet4;
+    constexpr const LongValueMapLayout& at = kLongValueMap;
     while (true) {
         const std::uint16_t number = ReadU16(sections.Next(2), 0);
         if (number == kNoColumn) return;
@@ -196,35 +205,37 @@ DefinitionPage::DefinitionPage(Span page) : page_(page)
 
 PageNumber DefinitionPage::Next() const
 {
-    return PageNumber{ReadU32(page_, kHeader.next)};
+    return PageNumber{ReadU32(page_, kDefinitionNext)};
 }
 
 std::uint32_t DefinitionPage::Length() const
 {
-    return ReadU32(page_, kHeader.length);
+    return ReadU32(page_, kDefinitionLength);
 }
 
 Span DefinitionPage::Content() const
 {
-    return page_.subspan(kHeader.pageHeader);
+    return page_.subspan(kDefinitionPageHeader);
 }
 
 TableDefinition ReadTableDefinition(Span joined, const FileVersion& version)
 {
     const Span bytes = Slice(joined, 0, DefinitionPage(joined).Length());
+    const TableDefinitionLayout& at = version.definition->table;
     TableDefinition table;
-    table.rowCount = ReadU32(bytes, kHeader.rowCount);
-    table.lastAutoNumber = ReadU32(bytes, kHeader.autoNumber);
-    table.systemTable = ReadU8(bytes, kHeader.tableKind) == kSystemTableKind;
-    table.columnCounter = ReadU16(bytes, kHeader.columnCounter);
-    table.variableColumnCounter = ReadU16(bytes, kHeader.variableCounter);
-    table.ownedPages = ReadRowPointer(bytes, kHeader.ownedPages);
-    table.freePages = ReadRowPointer(bytes, kHeader.freePages);
-    const std::size_t trees = ReadU32(bytes, kHeader.indexes);
+    table.row = *version.row;
+    table.rowCount = ReadU32(bytes, at.rowCount);
+    table.lastAutoNumber = ReadU32(bytes, at.autoNumber);
+    table.systemTable = ReadU8(bytes, at.tableKind) == kSystemTableKind;
+    table.columnCounter = ReadU16(bytes, at.columnCounter);
+    table.variableColumnCounter = ReadU16(bytes, at.variableCounter);
+    table.ownedPages = ReadRowPointer(bytes, at.ownedPages);
+    table.freePages = ReadRowPointer(bytes, at.freePages);
+    const std::size_t trees = ReadU32(bytes, at.indexes);
     if (trees > bytes.size()) Damaged("more indexes than bytes");
-    Sections sections(bytes, kHeader.statistics + trees * kHeader.statisticsSize);
-    ReadColumns(table, sections, ReadU16(bytes, kHeader.columns), version);
-    ReadIndexes(table, sections, trees, ReadU32(bytes, kHeader.namedIndexes));
+    Sections sections(bytes, at.statistics + trees * at.statisticsSize);
+    ReadColumns(table, sections, ReadU16(bytes, at.columns), version);
+    ReadIndexes(table, sections, trees, ReadU32(bytes, at.namedIndexes), *version.definition);
     ReadLongValueMaps(table, sections);
     SortColumns(table);
     table.columnsBeforeVariable = ColumnsBeforeVariable(table);

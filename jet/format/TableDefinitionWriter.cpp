@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "jet/format/TableDefinitionWriter.h"
 
-#include "base/NumberedError.h"
-#include "base/Text.h"
 #include "jet/format/ByteWriter.h"
+#include "jet/format/RowPointer.h"
 #include "jet/format/TableDefinitionLayout.h"
+#include "jet/format/ValueCodec.h"
 
 #include <algorithm>
 
@@ -12,106 +12,106 @@ namespace jet::format {
 
 namespace {
 
-constexpr TableDefinitionLayout kLayout = kTableDefinitionJet4;
-constexpr std::size_t kFreeBytesAt = 2;
 // Marks that stand in every definition and mean nothing to a reader.
 constexpr std::uint32_t kDefinitionMark = 1625, kIndexMark = 1923;
+constexpr std::uint16_t kPageMark = 0x4356;  // "VC"
 constexpr std::uint32_t kIncrement = 1;
 constexpr std::uint8_t kOrdinaryTableKind = 0x4E;
 constexpr std::uint16_t kEnd = 0xFFFF;  // of the long-value maps
 
-void PutRowPointer(ByteWriter& out, RowId row)
+// In the text form of `column`.
+void PutName(ByteWriter& out, std::string_view name, const ColumnDefinition& column,
+             std::size_t lengthSize)
 {
-    out.U32((Raw(row.page) << 8) | row.slot);
+    const std::vector<std::byte> text = EncodeTextOf(name, column, TextForm::Plain);
+    WriteNumber(out.Room(lengthSize), 0, lengthSize, text.size());
+    out.Put(text);
 }
 
-void PutName(ByteWriter& out, std::string_view name)
+void PutHeader(ByteWriter& out, const TableDefinition& table, const TableDefinitionLayout& at)
 {
-    const std::u16string units = base::ToUtf16(name);
-    out.U16(static_cast<std::uint16_t>(2 * units.size()));
-    for (const char16_t unit : units)
-        out.U16(unit);
+    const MutableSpan bytes = out.Room(at.statistics + at.statisticsSize * table.indexes.size());
+    WriteU16(bytes, 0, kDefinitionPage);
+    WriteIfPresent(bytes, at.mark, kDefinitionMark);
+    WriteU32(bytes, at.rowCount, table.rowCount);
+    WriteU32(bytes, at.autoNumber, table.lastAutoNumber);
+    WriteIfPresent(bytes, at.increment, kIncrement);
+    WriteU8(bytes, at.tableKind, table.systemTable ? kSystemTableKind : kOrdinaryTableKind);
+    WriteU16(bytes, at.columnCounter, table.columnCounter);
+    WriteU16(bytes, at.variableCounter, table.variableColumnCounter);
+    WriteU16(bytes, at.columns, static_cast<std::uint16_t>(table.columns.size()));
+    WriteU32(bytes, at.namedIndexes, static_cast<std::uint32_t>(table.namedIndexes.size()));
+    WriteU32(bytes, at.indexes, static_cast<std::uint32_t>(table.indexes.size()));
+    WriteRowPointer(bytes, at.ownedPages, table.ownedPages);
+    WriteRowPointer(bytes, at.freePages, table.freePages);
 }
 
-void PutHeader(ByteWriter& out, const TableDefinition& table)
+void PutColumn(ByteWriter& out, const ColumnDefinition& column, const ColumnLayout& at)
 {
-    out.U16(kDefinitionPage);
-    out.U16(0);  // free bytes, page by page
-    out.U32(0);  // next page
-    out.U32(0);  // length, when it is known
-    out.U32(kDefinitionMark);
-    out.U32(table.rowCount);
-    out.U32(table.lastAutoNumber);
-    out.U32(kIncrement);
-    out.Zeros(12);
-    out.U8(table.systemTable ? kSystemTableKind : kOrdinaryTableKind);
-    out.U16(table.columnCounter);
-    out.U16(table.variableColumnCounter);
-    out.U16(static_cast<std::uint16_t>(table.columns.size()));
-    out.U32(static_cast<std::uint32_t>(table.namedIndexes.size()));
-    out.U32(static_cast<std::uint32_t>(table.indexes.size()));
-    PutRowPointer(out, table.ownedPages);
-    PutRowPointer(out, table.freePages);
-}
-
-void PutColumn(ByteWriter& out, const ColumnDefinition& column)
-{
-    out.U8(static_cast<std::uint8_t>(column.type));
-    out.U32(kDefinitionMark);
-    out.U16(column.number);
-    out.U16(column.variableIndex);
-    out.U16(column.ordinal);
+    const MutableSpan bytes = out.Room(at.size);
+    WriteU8(bytes, at.type, static_cast<std::uint8_t>(column.type));
+    WriteIfPresent(bytes, at.mark, kDefinitionMark);
+    WriteU16(bytes, at.number, column.number);
+    WriteU16(bytes, at.variableIndex, column.variableIndex);
+    WriteU16(bytes, at.ordinal, column.ordinal);
+    WriteIfPresent(bytes, at.country, column.country);
+    WriteU16(bytes, at.language, column.sortOrder.language);
+    WriteIfPresent(bytes, at.codePage, column.codePage);
+    WriteIfPresent(bytes, at.sortVersion, column.sortOrder.version);
     if (column.type == ColumnType::Numeric) {
-        out.U8(column.precision);
-        out.U8(column.scale);
-    } else {
-        out.U16(column.sortOrder.language);
+        WriteU8(bytes, at.precision, column.precision);
+        WriteU8(bytes, at.precision + 1, column.scale);
     }
-    out.U8(0);
-    out.U8(column.sortOrder.version);
-    out.U8(column.flags);
-    out.U8(column.compressed ? kColumnCompressed : 0);
-    out.U32(0);
-    out.U16(column.fixed ? column.fixedOffset : std::uint16_t{0});
-    out.U16(column.length);
+    WriteU8(bytes, at.flags, column.flags);
+    WriteIfPresent(bytes, at.extraFlags, column.compressed ? kColumnCompressed : std::uint8_t{0});
+    WriteU16(bytes, at.fixedOffset, column.fixed ? column.fixedOffset : std::uint16_t{0});
+    WriteU16(bytes, at.length, column.length);
 }
 
-void PutIndex(ByteWriter& out, const IndexDefinition& index)
+void PutIndex(ByteWriter& out, const IndexDefinition& index, const IndexLayout& at)
 {
-    out.U32(kIndexMark);
-    for (std::size_t i = 0; i < kIndexJet4.columnPlaces; ++i) {
+    const MutableSpan bytes = out.Room(at.size);
+    WriteIfPresent(bytes, at.mark, kIndexMark);
+    for (std::size_t i = 0; i < at.columnPlaces; ++i) {
         const bool used = i < index.columns.size();
-        out.U16(used ? index.columns[i].columnNumber : kNoColumn);
-        out.U8(used && index.columns[i].ascending ? 1 : 0);
+        const std::size_t place = at.columns + at.columnSize * i;
+        WriteU16(bytes, place, used ? index.columns[i].columnNumber : kNoColumn);
+        WriteU8(bytes, place + 2, used && index.columns[i].ascending ? 1 : 0);
     }
-    PutRowPointer(out, index.usageMap);
-    out.U32(Raw(index.root));
-    out.U32(0);
-    out.U8(index.flags);
-    out.Zeros(5);
+    WriteRowPointer(bytes, at.usageMap, index.usageMap);
+    WriteU32(bytes, at.root, Raw(index.root));
+    WriteU8(bytes, at.flags, index.flags);
 }
 
-void PutNamedIndex(ByteWriter& out, const NamedIndex& index)
+void PutNamedIndex(ByteWriter& out, const NamedIndex& index, const NamedIndexLayout& at)
 {
-    out.U32(kDefinitionMark);
-    out.U32(index.number);
-    out.U32(index.tree);
-    out.U8(index.relationKind);
-    out.U32(index.relatedIndex);
-    out.U32(Raw(index.relatedTable));
-    out.U8(index.cascadeUpdates);
-    out.U8(index.cascadeDeletes);
-    out.U8(index.kind);
-    out.U32(0);
+    const MutableSpan bytes = out.Room(at.size);
+    WriteIfPresent(bytes, at.mark, kDefinitionMark);
+    WriteU32(bytes, at.number, index.number);
+    WriteU32(bytes, at.tree, index.tree);
+    WriteU8(bytes, at.relationKind, index.relationKind);
+    WriteU32(bytes, at.relatedIndex, index.relatedIndex);
+    WriteU32(bytes, at.relatedTable, Raw(index.relatedTable));
+    WriteU8(bytes, at.cascadeUpdates, index.cascadeUpdates);
+    WriteU8(bytes, at.cascadeDeletes, index.cascadeDeletes);
+    WriteU8(bytes, at.kind, index.kind);
 }
 
+// Rule: those of system tables stand by name, whatever the order of the columns.
 void PutLongValueMaps(ByteWriter& out, const TableDefinition& table)
 {
-    for (const ColumnDefinition& column : table.columns) {
-        if (!column.ownedPages) continue;
-        out.U16(column.number);
-        PutRowPointer(out, *column.ownedPages);
-        PutRowPointer(out, column.freePages.value_or(RowId{}));
+    std::vector<ColumnDefinition> columns;
+    for (const ColumnDefinition& column : table.columns)
+        if (column.ownedPages) columns.push_back(column);
+    if (table.systemTable) {
+        std::sort(columns.begin(), columns.end(),
+                  [](const auto& left, const auto& right) { return left.name < right.name; });
+    }
+    for (const ColumnDefinition& column : columns) {
+        const MutableSpan bytes = out.Room(kLongValueMap.size);
+        WriteU16(bytes, kLongValueMap.column, column.number);
+        WriteRowPointer(bytes, kLongValueMap.owned, *column.ownedPages);
+        WriteRowPointer(bytes, kLongValueMap.free, column.freePages.value_or(RowId{}));
     }
     out.U16(kEnd);
 }
@@ -120,46 +120,50 @@ void PutLongValueMaps(ByteWriter& out, const TableDefinition& table)
 
 TableDefinitionWriter::TableDefinitionWriter(const TableDefinition& table,
                                              const FileVersion& version)
-    : pageSize_(version.pageSize)
+    : layout_(&version.definition->table), pageSize_(version.pageSize)
 {
-    if (version.code != kJet4.code) throw base::NumberedError(3041);
+    const DefinitionLayout& at = *version.definition;
+    const auto putName = [&](ByteWriter& out, std::string_view name) {
+        PutName(out, name, table.columns.front(), at.nameLength);
+    };
     ByteWriter out;
-    PutHeader(out, table);
-    out.Zeros(kLayout.statisticsSize * table.indexes.size());
+    PutHeader(out, table, at.table);
     for (const ColumnDefinition& column : table.columns)
-        PutColumn(out, column);
+        PutColumn(out, column, at.column);
     for (const ColumnDefinition& column : table.columns)
-        PutName(out, column.name);
+        putName(out, column.name);
     for (const IndexDefinition& index : table.indexes)
-        PutIndex(out, index);
+        PutIndex(out, index, at.index);
     for (const NamedIndex& index : table.namedIndexes)
-        PutNamedIndex(out, index);
+        PutNamedIndex(out, index, at.namedIndex);
     for (const NamedIndex& index : table.namedIndexes)
-        PutName(out, index.name);
+        putName(out, index.name);
     PutLongValueMaps(out, table);
-    WriteU32(out.Written(), kLayout.length, static_cast<std::uint32_t>(out.Size()));
+    WriteU32(out.Written(), kDefinitionLength, static_cast<std::uint32_t>(out.Size()));
     joined_ = out.Take();
 }
 
 std::size_t TableDefinitionWriter::PageCount() const
 {
-    const std::size_t content = pageSize_ - kLayout.pageHeader;
-    return (joined_.size() - kLayout.pageHeader + content - 1) / content;
+    const std::size_t content = pageSize_ - kDefinitionPageHeader;
+    return (joined_.size() - kDefinitionPageHeader + content - 1) / content;
 }
 
 void TableDefinitionWriter::WritePage(std::size_t place, PageNumber next, MutableSpan page) const
 {
-    const std::size_t content = pageSize_ - kLayout.pageHeader;
-    const std::size_t from = kLayout.pageHeader + place * content;
+    const std::size_t content = pageSize_ - kDefinitionPageHeader;
+    const std::size_t from = kDefinitionPageHeader + place * content;
     const Span part = Span(joined_).subspan(from, std::min(content, joined_.size() - from));
     std::fill(page.begin(), page.end(), std::byte{0});
     WriteU16(page, 0, kDefinitionPage);
-    WriteU32(page, kLayout.next, Raw(next));
+    WriteIfPresent(page, layout_->pageMark, kPageMark);
+    WriteU32(page, kDefinitionNext, Raw(next));
     std::copy(part.begin(), part.end(),
-              page.begin() + static_cast<std::ptrdiff_t>(kLayout.pageHeader));
+              page.begin() + static_cast<std::ptrdiff_t>(kDefinitionPageHeader));
     // The last page tells its free bytes, less the header's once more.
-    const std::size_t free = std::max(content - part.size(), kLayout.pageHeader);
-    WriteU16(page, kFreeBytesAt, static_cast<std::uint16_t>(free - kLayout.pageHeader));
+    const std::size_t free = std::max(content - part.size(), kDefinitionPageHeader);
+    WriteIfPresent(page, layout_->freeBytes,
+                   static_cast<std::uint16_t>(free - kDefinitionPageHeader));
 }
 
 }  // namespace jet::format

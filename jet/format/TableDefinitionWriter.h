@@ -10,17 +10,20 @@
 
 namespace jet::format {
 
+struct TableDefinitionLayout;
+
 // Encodes a definition once; its pages are then written one by one.
 //
 //     TableDefinitionWriter writer(definition, version);
 //     for (std::size_t i = 0; i < writer.PageCount(); ++i)
 //         writer.WritePage(i, nextOf(i), pageOf(i));
 //
-// Requires: numbers, offsets, maps and roots are set; namedIndexes stand in the sort order of
+// Requires: there are columns; numbers, offsets, maps and roots are set; namedIndexes stand in the
+// sort order of
 //           their names.
 // Rule:     columns are written in the order in which they stand. Index statistics are those of
 //           indexes over no rows. What the format leaves undefined is written as 0.
-// Errors:   3041 for a version whose definitions are only read.
+// Errors:   3421 for a name that the code page of the columns cannot hold.
 // Source:   docs/format/catalog.md
 class TableDefinitionWriter {
 public:
@@ -34,6 +37,7 @@ public:
     [[nodiscard]] Span Joined() const { return joined_; }
 
 private:
+    const TableDefinitionLayout* layout_;
     std::vector<std::byte> joined_;
     std::size_t pageSize_;
 };

@@ -2,6 +2,7 @@
 #include "jet/format/ValueCodec.h"
 
 #include "base/NumberedError.h"
+#include "jet/format/CodePage.h"
 #include "jet/format/TextCompression.h"
 
 #include <algorithm>
@@ -59,16 +60,18 @@ std::vector<std::byte> Fitting(std::vector<std::byte> bytes, std::size_t length)
     return bytes;
 }
 
-std::vector<std::byte> EncodeTextOf(const std::string& text, const ColumnDefinition& column)
+std::vector<std::byte> EncodeTextField(const std::string& text, const ColumnDefinition& column)
 {
     // The limit counts characters, whatever form they are stored in.
-    std::vector<std::byte> bytes = Fitting(EncodeText(text, TextForm::Plain), column.length);
-    if (!column.fixed)
-        return column.compressed ? EncodeText(text, TextForm::CompressedIfShorter) : bytes;
-    while (bytes.size() + 1 < column.length) {
-        bytes.push_back(std::byte{' '});
-        bytes.push_back(std::byte{0});
+    std::vector<std::byte> bytes =
+        Fitting(EncodeTextOf(text, column, TextForm::Plain), column.length);
+    if (!column.fixed) {
+        return column.compressed ? EncodeTextOf(text, column, TextForm::CompressedIfShorter)
+                                 : bytes;
     }
+    const std::vector<std::byte> blank = EncodeTextOf(" ", column, TextForm::Plain);
+    while (bytes.size() + blank.size() <= column.length)
+        bytes.insert(bytes.end(), blank.begin(), blank.end());
     return bytes;
 }
 
@@ -99,6 +102,18 @@ std::vector<std::byte> EncodeNumeric(const base::Decimal& number, const ColumnDe
 
 }  // namespace
 
+std::string DecodeTextOf(Span bytes, const ColumnDefinition& column)
+{
+    return column.codePage == kUtf16 ? DecodeText(bytes) : DecodeCodePage(bytes, column.codePage);
+}
+
+std::vector<std::byte> EncodeTextOf(std::string_view text, const ColumnDefinition& column,
+                                    TextForm form)
+{
+    return column.codePage == kUtf16 ? EncodeText(text, form)
+                                     : EncodeCodePage(text, column.codePage);
+}
+
 base::Value DecodeValue(Span bytes, const ColumnDefinition& column)
 {
     switch (column.type) {
@@ -117,7 +132,7 @@ base::Value DecodeValue(Span bytes, const ColumnDefinition& column)
     case ColumnType::Date:
         return base::Date{ReadF64(bytes, 0)};
     case ColumnType::Text:
-        return DecodeText(bytes);
+        return DecodeTextOf(bytes, column);
     case ColumnType::Guid:
         return DecodeGuid(bytes);
     case ColumnType::Numeric:
@@ -145,7 +160,7 @@ std::vector<std::byte> EncodeValue(const base::Value& value, const ColumnDefinit
     case ColumnType::Date:
         return Stored(Content<base::Date>(value).days);
     case ColumnType::Text:
-        return EncodeTextOf(Content<std::string>(value), column);
+        return EncodeTextField(Content<std::string>(value), column);
     case ColumnType::Guid:
         return EncodeGuid(Content<base::Guid>(value));
     case ColumnType::Numeric:

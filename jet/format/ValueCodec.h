@@ -5,6 +5,7 @@
 #include "base/Value.h"
 #include "jet/format/Bytes.h"
 #include "jet/format/TableDefinition.h"
+#include "jet/format/TextCompression.h"
 
 #include <vector>
 
@@ -26,9 +27,17 @@ namespace jet::format {
 // Requires: a column that is neither boolean nor a long value; a value that is not null.
 // Rule:     a text is compressed where the column allows it; in a fixed column it is filled up
 //           with blanks.
-// Errors:   3421 when the value is not of the column's own type, 3163 when it is too long for it.
+// Errors:   3421 when the value is not of the column's own type or is a text that its code page
+//           cannot hold, 3163 when it is too long for it.
 [[nodiscard]] std::vector<std::byte> EncodeValue(const base::Value& value,
                                                  const ColumnDefinition& column);
+
+// Stored texts, of Text and Memo columns alike.
+// Rule:   only UTF-16 has a compressed form.
+// Errors: 3421 for text that the column's code page cannot hold, 3251 for an unknown code page.
+[[nodiscard]] std::string DecodeTextOf(Span bytes, const ColumnDefinition& column);
+[[nodiscard]] std::vector<std::byte> EncodeTextOf(std::string_view text,
+                                                  const ColumnDefinition& column, TextForm form);
 
 // Memo and Ole: their values live in long values of their own.
 [[nodiscard]] constexpr bool IsLongValue(ColumnType type)

@@ -7,7 +7,7 @@
 namespace jet::pages {
 
 // Takes the lowest free page behind page `above` out of the map; when all of them are in use, the
-// file grows. Errors: 3343 when the map lies, 3036 at the limit of 2 GB.
+// file grows. Errors: 3343 when the map lies, 3036 at the limit of the format.
 [[nodiscard]] PageNumber TakeFreePage(WriteSet& changes, PageNumber above = PageNumber::None);
 
 // Rule: a page that is free already is damage: 3343.

@@ -30,10 +30,11 @@ std::vector<std::byte> ReadAll(const io::File& file)
 }
 
 // The commit words of everybody but the first user, whose word this engine counts up itself.
-std::uint32_t OtherWords(const io::File& database)
+// They are the last of page 0, whatever its size.
+std::uint32_t OtherWords(const io::File& database, std::size_t pageSize)
 {
     std::vector<std::byte> words(format::kCommitWordBytes - 2);
-    database.Read(format::kHeaderPageJet4.commitWords + 2, words);
+    database.Read(pageSize - words.size(), words);
     return Checksum(words);
 }
 
@@ -42,7 +43,7 @@ bool BelongsTo(const JournalView& journal, const io::File& database)
     const JournalScope scope = journal.Scope();
     const std::uint64_t size = database.Size();
     if (size < scope.sizeBefore || size > scope.sizeAfter) return false;
-    if (OtherWords(database) != scope.otherWords) return false;
+    if (OtherWords(database, scope.pageSize) != scope.otherWords) return false;
     std::vector<std::byte> found(scope.pageSize);
     for (std::size_t i = 0; i < journal.Count(); ++i) {
         const std::uint64_t offset = std::uint64_t{Raw(journal.PageAt(i))} * scope.pageSize;
@@ -167,10 +168,11 @@ std::optional<FormerState> Journal::Former(const io::File& database, std::size_t
 void Journal::Begin(std::span<const JournalEntry> entries, const io::File& database,
                     std::uint64_t sizeAfter, std::size_t pageSize)
 {
-    std::vector<std::byte> bytes = EncodeJournal(entries, {.sizeBefore = database.Size(),
-                                                           .sizeAfter = sizeAfter,
-                                                           .pageSize = pageSize,
-                                                           .otherWords = OtherWords(database)});
+    std::vector<std::byte> bytes =
+        EncodeJournal(entries, {.sizeBefore = database.Size(),
+                                .sizeAfter = sizeAfter,
+                                .pageSize = pageSize,
+                                .otherWords = OtherWords(database, pageSize)});
     file_->Write(0, bytes);
     stored_ = std::move(bytes);
     file_->Flush();

@@ -20,7 +20,6 @@ inline constexpr std::size_t kMapHead = 5;
 inline constexpr std::size_t kBitmapPageHead = 4;
 inline constexpr std::uint8_t kBitmapPageType = 5;
 inline constexpr std::uint32_t kBitmapPageStart = 0x0105;  // the four bytes before the bitmap
-inline constexpr std::size_t kNewMapRow = 69;              // bytes, in Jet 4
 
 enum class MapForm : std::uint8_t { Inline = 0, Reference = 1 };
 

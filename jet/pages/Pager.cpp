@@ -4,6 +4,7 @@
 #include "base/NumberedError.h"
 #include "jet/format/DataPage.h"
 #include "jet/format/HeaderPage.h"
+#include "jet/pages/MapRow.h"
 #include "jet/pages/PagerState.h"
 
 namespace jet::pages {
@@ -15,15 +16,21 @@ PageBytes MakeMapPage(const format::FileVersion& version)
 {
     PageBytes page(version.pageSize);
     format::FormatDataPage(page, 1);
-    std::vector<std::byte> map(69);
+    std::vector<std::byte> map(version.mapRow);
+    std::fill(map.begin() + kMapHead, map.end(), std::byte{0xFF});
+    map[kMapHead] = std::byte{0xFC};
     format::AppendRow(page, map);
-    std::fill(map.begin() + 5, map.end(), std::byte{0xFF});
-    map[5] = std::byte{0xFC};
-    std::vector<std::byte> second(69);
-    const format::MutableSpan first = format::RowBytes(page, 0);
-    std::copy(map.begin(), map.end(), first.begin());
-    format::AppendRow(page, second);
+    format::AppendRow(page, std::vector<std::byte>(version.mapRow));
     return page;
+}
+
+// The version, and with it the page's size, is not known before.
+format::HeaderPage ReadHeader(const io::File& file)
+{
+    PageBytes page(
+        static_cast<std::size_t>(std::min<std::uint64_t>(file.Size(), format::kJet4.pageSize)));
+    file.Read(0, page);
+    return format::ReadHeaderPage(page);
 }
 
 void RequireWholePages(std::uint64_t size, std::size_t pageSize)
@@ -84,7 +91,7 @@ void Pager::State::Store(PageNumber page, const PageBytes& bytes)
 std::array<std::byte, 512> Pager::State::CommitWords() const
 {
     std::array<std::byte, 512> words{};
-    file->Read(format::kHeaderPageJet4.commitWords, words);
+    file->Read(version.header->commitWords, words);
     return words;
 }
 
@@ -126,7 +133,7 @@ void Pager::State::CountCommit()
     format::WriteU16(commitWords, 0,
                      last < 0x0100 || last == 0xFFFF ? 0x0100
                                                      : static_cast<std::uint16_t>(last + 1));
-    file->Write(format::kHeaderPageJet4.commitWords, std::span(commitWords).first(2));
+    file->Write(version.header->commitWords, std::span(commitWords).first(2));
 }
 
 // What a stopped process left unfinished is undone, or looked past by one who may not write.
@@ -150,20 +157,17 @@ void Pager::Settle(State& state)
 std::shared_ptr<Pager> Pager::Open(io::FileSystem& files, const std::string& path,
                                    io::OpenMode mode)
 {
-    auto state = std::make_unique<State>(files, files.Canonical(path), format::kJet4);
-    state->readOnly = mode == io::OpenMode::ReadOnly;
-    state->file = files.Open(path, mode);
-    const std::size_t pageSize = state->version.pageSize;
-    PageBytes page(
-        static_cast<std::size_t>(std::min<std::uint64_t>(state->file->Size(), pageSize)));
-    state->file->Read(0, page);
-    const format::HeaderPage header = format::ReadHeaderPage(page);
+    std::unique_ptr<io::File> file = files.Open(path, mode);
+    const format::HeaderPage header = ReadHeader(*file);
     if (header.passwordSet) throw base::NumberedError(3031);
     if (header.encodingKey != 0)
         throw base::NumberedError(3343).At("page 0: the pages are encoded");
 
+    auto state = std::make_unique<State>(files, files.Canonical(path), *header.version);
+    state->readOnly = mode == io::OpenMode::ReadOnly;
+    state->file = std::move(file);
     Settle(*state);
-    RequireWholePages(state->file->Size(), pageSize);
+    RequireWholePages(state->file->Size(), state->version.pageSize);
     state->CountPages();
     state->commitWords = state->CommitWords();
     return std::shared_ptr<Pager>(new Pager(std::move(state)));

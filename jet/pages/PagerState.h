@@ -46,7 +46,7 @@ private:
     std::vector<Slot> pages_;
 };
 
-// Units: pages kept in memory, 256 MB of Jet 4 pages.
+// Units: pages kept in memory; 256 MB of the larger ones.
 inline constexpr std::size_t kCachedPages = 65536;
 
 struct Pager::State {

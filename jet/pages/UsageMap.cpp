@@ -186,7 +186,7 @@ void UsageMap::Remove(WriteSet& changes, PageNumber page)
 
 format::RowId UsageMap::Make(WriteSet& changes, PageNumber page)
 {
-    const std::vector<std::byte> row(kNewMapRow);
+    const std::vector<std::byte> row(changes.Of().Version().mapRow);
     return {page, format::AppendRow(changes.Change(page), row)};
 }
 

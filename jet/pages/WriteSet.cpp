@@ -13,9 +13,6 @@ namespace jet::pages {
 
 namespace {
 
-// The format's limit of 2 GB.
-constexpr std::uint64_t kFileLimit = std::uint64_t{1} << 31;
-
 enum class WriteOrder {
     MapsThatTakePages,
     LongValues,
@@ -31,7 +28,7 @@ bool IsUsageMap(PageNumber page, format::Span bytes)
     const std::uint8_t type = format::ReadU8(bytes, 0);
     if (Raw(page) == 1 || type == bitmapPage) return true;
     return type == format::kDataPageType &&
-           format::ReadU32(bytes, format::kDataPageJet4.owner) == 0;
+           format::ReadU32(bytes, format::DataPageLayoutOf(bytes).owner) == 0;
 }
 
 // A thing is written before what refers to it, for readers that know no journal.
@@ -48,9 +45,8 @@ WriteOrder OrderOf(PageNumber page, format::Span bytes, bool freed)
     default:
         break;
     }
-    return format::ReadU32(bytes, format::kDataPageJet4.owner) == format::kLongValueOwner
-               ? WriteOrder::LongValues
-               : WriteOrder::Rows;
+    const std::uint32_t owner = format::ReadU32(bytes, format::DataPageLayoutOf(bytes).owner);
+    return owner == format::kLongValueOwner ? WriteOrder::LongValues : WriteOrder::Rows;
 }
 
 }  // namespace
@@ -102,10 +98,10 @@ PageNumber WriteSet::Allocate(PageNumber above)
 PageNumber WriteSet::AppendPage()
 {
     const PageNumber page{state_->pageCount};
-    const std::size_t pageSize = state_->pager.Version().pageSize;
-    if ((std::uint64_t{Raw(page)} + 1) * pageSize > kFileLimit) {
-        throw base::NumberedError(3036).At("the file would pass 2 GB");
-    }
+    const format::FileVersion& version = state_->pager.Version();
+    const std::size_t pageSize = version.pageSize;
+    if ((std::uint64_t{Raw(page)} + 1) * pageSize > version.fileLimit)
+        throw base::NumberedError(3036).At("the file would pass its format's limit");
     ++state_->pageCount;
     state_->changed[page] = std::make_shared<PageBytes>(pageSize);
     return page;

@@ -11,7 +11,10 @@ namespace jet::table {
 
 namespace {
 
-constexpr const format::TableDefinitionLayout& kLayout = format::kTableDefinitionJet4;
+const format::TableDefinitionLayout& LayoutOf(const pages::Pager& pager)
+{
+    return pager.Version().definition->table;
+}
 
 void Append(std::vector<std::byte>& bytes, format::Span more)
 {
@@ -49,44 +52,48 @@ format::TableDefinition LoadDefinition(const pages::Pager& pager, PageNumber fir
     return table;
 }
 
-void BlankCounters(std::vector<std::byte>& joined)
+void BlankCounters(std::vector<std::byte>& joined, const format::FileVersion& version)
 {
-    const std::size_t trees = format::ReadU32(joined, kLayout.indexes);
+    const format::TableDefinitionLayout& at = version.definition->table;
+    const std::size_t trees = format::ReadU32(joined, at.indexes);
     const auto blank = [&joined](std::size_t from, std::size_t length) {
         format::RequireInside(joined.size(), from, length);
         const auto begin = joined.begin() + static_cast<std::ptrdiff_t>(from);
         std::fill(begin, begin + static_cast<std::ptrdiff_t>(length), std::byte{0});
     };
-    blank(kLayout.rowCount, kLayout.increment - kLayout.rowCount);
-    blank(kLayout.statistics, trees * kLayout.statisticsSize);
+    blank(at.rowCount, sizeof(std::uint32_t));
+    blank(at.autoNumber, sizeof(std::uint32_t));
+    blank(at.statistics, trees * at.statisticsSize);
 }
 
 std::uint32_t StoredRowCount(const pages::Pager& pager, PageNumber table)
 {
-    return format::ReadU32(pager.Read(table).Bytes(), kLayout.rowCount);
+    return format::ReadU32(pager.Read(table).Bytes(), LayoutOf(pager).rowCount);
 }
 
 void ChangeRowCount(pages::WriteSet& changes, PageNumber table, std::int32_t difference)
 {
     const std::int64_t count = std::int64_t{StoredRowCount(changes.Of(), table)} + difference;
     // A file may come with a count that is too low; it never falls below none.
-    format::WriteU32(changes.Change(table), kLayout.rowCount,
+    format::WriteU32(changes.Change(table), LayoutOf(changes.Of()).rowCount,
                      static_cast<std::uint32_t>(std::max<std::int64_t>(count, 0)));
 }
 
 std::int32_t LastAutoNumber(const pages::Pager& pager, PageNumber table)
 {
-    return format::ReadI32(pager.Read(table).Bytes(), kLayout.autoNumber);
+    return format::ReadI32(pager.Read(table).Bytes(), LayoutOf(pager).autoNumber);
 }
 
 void SetLastAutoNumber(pages::WriteSet& changes, PageNumber table, std::int32_t value)
 {
-    format::WriteScalar(changes.Change(table), kLayout.autoNumber, value);
+    format::WriteScalar(changes.Change(table), LayoutOf(changes.Of()).autoNumber, value);
 }
 
 std::int32_t AutoNumberIncrement(const pages::Pager& pager, PageNumber table)
 {
-    const std::int32_t step = format::ReadI32(pager.Read(table).Bytes(), kLayout.increment);
+    const std::size_t at = LayoutOf(pager).increment;
+    const std::int32_t step =
+        at == format::kAbsent ? 0 : format::ReadI32(pager.Read(table).Bytes(), at);
     return step == 0 ? 1 : step;
 }
 

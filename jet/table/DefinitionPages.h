@@ -26,7 +26,7 @@ struct JoinedDefinition {
 
 // Overwrites what writing rows changes in a definition (row count, last counter value, entry
 // counts) with zeros, so that two readings are equal when the table's design is.
-void BlankCounters(std::vector<std::byte>& joined);
+void BlankCounters(std::vector<std::byte>& joined, const format::FileVersion& version);
 
 // Counters on a table's first definition page. Errors: 3343.
 [[nodiscard]] std::uint32_t StoredRowCount(const pages::Pager& pager, PageNumber table);

@@ -19,7 +19,7 @@ void LiveDefinition::Load()
 {
     changeCount_ = pager_->ChangeCount();
     JoinedDefinition joined = JoinDefinition(*pager_, first_);
-    BlankCounters(joined.bytes);
+    BlankCounters(joined.bytes, pager_->Version());
     if (format::SameBytes(joined.bytes, design_)) return;
     readings_.push_back(
         std::make_shared<const format::TableDefinition>(LoadDefinition(*pager_, first_)));

@@ -15,8 +15,6 @@ using format::kLongValueHeaderSize;
 using format::LongValueForm;
 using format::LongValueHeader;
 
-constexpr const format::LongValueLimits& kLimits = format::kLongValueJet4;
-
 [[noreturn]] void Damaged(const char* what)
 {
     throw base::NumberedError(3343).At(std::string("long value: ") + what);
@@ -98,7 +96,7 @@ std::vector<std::byte> LongValueInRow(format::Span value)
 }
 
 LongValueStore::LongValueStore(pages::WriteSet& changes, const format::ColumnDefinition& column)
-    : changes_(changes), rows_(changes, OwnerOf(column))
+    : changes_(changes), limits_(*changes.Of().Version().longValue), rows_(changes, OwnerOf(column))
 {
 }
 
@@ -106,7 +104,7 @@ std::vector<std::byte> LongValueStore::Store(format::Span value)
 {
     LongValueHeader header;
     header.length = static_cast<std::uint32_t>(value.size());
-    if (value.size() <= kLimits.single) {
+    if (value.size() <= limits_.single) {
         header.form = LongValueForm::Single;
         header.first = rows_.Put(value, format::SlotKind::Row);
     } else {
@@ -124,7 +122,7 @@ RowId LongValueStore::StoreChain(format::Span value)
     RowId next;
     std::size_t end = value.size();
     while (end > 0) {
-        const std::size_t begin = (end - 1) / kLimits.piece * kLimits.piece;
+        const std::size_t begin = (end - 1) / limits_.piece * limits_.piece;
         std::vector<std::byte> piece(format::kRowPointerSize);
         format::WriteRowPointer(piece, 0, next);
         piece.insert(piece.end(), value.begin() + static_cast<std::ptrdiff_t>(begin),

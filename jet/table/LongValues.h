@@ -34,6 +34,7 @@ private:
     [[nodiscard]] RowId StoreChain(format::Span value);
 
     pages::WriteSet& changes_;
+    const format::LongValueLimits& limits_;
     RowPages rows_;
 };
 

@@ -2,7 +2,7 @@
 #include "jet/table/RowBuilder.h"
 
 #include "base/NumberedError.h"
-#include "jet/format/TextCompression.h"
+#include "jet/format/LongValueHeader.h"
 #include "jet/format/ValueCodec.h"
 #include "jet/table/LongValues.h"
 
@@ -16,8 +16,6 @@ using format::ColumnDefinition;
 using format::ColumnType;
 using format::TextForm;
 
-constexpr const format::LongValueLimits& kLimits = format::kLongValueJet4;
-
 template <class T>
 const T& ContentOf(const base::Value& value)
 {
@@ -27,28 +25,28 @@ const T& ContentOf(const base::Value& value)
 }
 
 // What a value takes outside its row; there no text is compressed.
-std::vector<std::byte> PlainBytes(const base::Value& value, ColumnType type)
+std::vector<std::byte> PlainBytes(const base::Value& value, const ColumnDefinition& column)
 {
-    if (type == ColumnType::Ole) return ContentOf<base::Bytes>(value);
-    return format::EncodeText(ContentOf<std::string>(value), TextForm::Plain);
+    if (column.type == ColumnType::Ole) return ContentOf<base::Bytes>(value);
+    return format::EncodeTextOf(ContentOf<std::string>(value), column, TextForm::Plain);
 }
 
 }  // namespace
 
 RowBuilder::RowBuilder(const format::TableDefinition& table, std::span<const Assignment> values,
                        const format::FileVersion& version)
-    : table_(&table), writer_(table)
+    : table_(&table), version_(&version), writer_(table)
 {
     Assign(values);
-    Shorten(version.rowLimit);
+    Shorten();
 }
 
 RowBuilder::RowBuilder(const format::RowView& row, std::span<const Assignment> values,
                        const format::FileVersion& version)
-    : table_(&row.Table()), writer_(row)
+    : table_(&row.Table()), version_(&version), writer_(row)
 {
     Assign(values);
-    Shorten(version.rowLimit);
+    Shorten();
 }
 
 void RowBuilder::Assign(std::span<const Assignment> values)
@@ -72,12 +70,14 @@ void RowBuilder::AssignLongValue(std::size_t column, const base::Value& value)
 {
     std::erase_if(outside_, [column](const auto& former) { return former.column == column; });
     if (value.IsNull()) return writer_.SetNull(column);
-    const ColumnType type = table_->columns[column].type;
-    std::vector<std::byte> bytes = PlainBytes(value, type);
-    if (bytes.size() > kLimits.inRow) return PutOutside(column, std::move(bytes));
+    const ColumnDefinition& definition = table_->columns[column];
+    std::vector<std::byte> bytes = PlainBytes(value, definition);
+    if (bytes.size() > version_->longValue->inRow) return PutOutside(column, std::move(bytes));
     // In its row a memo is compressed, whatever the column says.
-    if (type == ColumnType::Memo)
-        bytes = format::EncodeText(ContentOf<std::string>(value), TextForm::CompressedIfShorter);
+    if (definition.type == ColumnType::Memo) {
+        bytes = format::EncodeTextOf(ContentOf<std::string>(value), definition,
+                                     TextForm::CompressedIfShorter);
+    }
     writer_.SetField(column, LongValueInRow(bytes));
 }
 
@@ -89,14 +89,16 @@ void RowBuilder::PutOutside(std::size_t column, std::vector<std::byte> bytes)
 }
 
 // A row that is too long gives up its longest long values first.
-void RowBuilder::Shorten(std::size_t limit)
+void RowBuilder::Shorten()
 {
-    while (writer_.Size() > limit) {
+    while (writer_.Size() > version_->rowLimit) {
         const std::optional<std::size_t> column = LongestInRow();
         if (!column) throw base::NumberedError(3047);
+        const ColumnDefinition& definition = table_->columns[*column];
         const format::Span stored = writer_.Field(*column).subspan(format::kLongValueHeaderSize);
-        if (table_->columns[*column].type == ColumnType::Memo)
-            PutOutside(*column, format::EncodeText(format::DecodeText(stored), TextForm::Plain));
+        if (definition.type == ColumnType::Memo)
+            PutOutside(*column, format::EncodeTextOf(format::DecodeTextOf(stored, definition),
+                                                     definition, TextForm::Plain));
         else
             PutOutside(*column, {stored.begin(), stored.end()});
     }

@@ -18,7 +18,7 @@ namespace jet::table {
 //     const auto bytes = builder.Store(changes);            // the first change
 class RowBuilder {
 public:
-    // A new row. Errors: 3421 and 3163 of EncodeValue, 3047 a row too large for its page.
+    // A new row. Errors: 3421, 3163 and 3251 of EncodeValue, 3047 a row too large for its page.
     RowBuilder(const format::TableDefinition& table, std::span<const Assignment> values,
                const format::FileVersion& version);
     // A stored row with some of its values replaced. Errors: the same, and 3343.
@@ -36,10 +36,11 @@ private:
     void Assign(std::span<const Assignment> values);
     void AssignLongValue(std::size_t column, const base::Value& value);
     void PutOutside(std::size_t column, std::vector<std::byte> bytes);
-    void Shorten(std::size_t limit);
+    void Shorten();
     [[nodiscard]] std::optional<std::size_t> LongestInRow() const;
 
     const format::TableDefinition* table_;
+    const format::FileVersion* version_;
     format::RowWriter writer_;
     std::vector<OutsideValue> outside_;
 };

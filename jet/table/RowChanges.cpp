@@ -2,7 +2,6 @@
 #include "jet/table/RowChanges.h"
 
 #include "base/NumberedError.h"
-#include "jet/format/TextCompression.h"
 #include "jet/format/ValueCodec.h"
 #include "jet/table/DefinitionPages.h"
 #include "jet/table/KeyChanges.h"
@@ -68,7 +67,7 @@ base::Value ReadColumn(const pages::Pager& pager, const RowView& row, std::size_
     if (!format::IsLongValue(definition.type))
         return format::DecodeValue(row.Field(column), definition);
     std::vector<std::byte> bytes = ReadLongValue(pager, row.Field(column));
-    if (definition.type == ColumnType::Memo) return format::DecodeText(bytes);
+    if (definition.type == ColumnType::Memo) return format::DecodeTextOf(bytes, definition);
     return bytes;
 }
 

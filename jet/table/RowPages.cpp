@@ -77,11 +77,10 @@ void RowPages::Redirect(RowId row, RowId target)
     const format::MutableSpan page = Changed(row.page);
     const DataPage view(page);
     const std::size_t length = view.Row(row.slot).size();
-    // The rest of the former row stays behind the pointer, so that the row may come home.
-    if (length < format::kRowPointerSize) {
-        if (format::kRowPointerSize > length + view.Gap()) throw base::NumberedError(3047);
+    if (format::kRowPointerSize > length + view.Gap()) throw base::NumberedError(3047);
+    // Where the version has it so, the rest of the former row stays behind the pointer.
+    if (length < format::kRowPointerSize || !changes_.Of().Version().pointersKeepLength)
         format::ResizeRow(page, row.slot, format::kRowPointerSize);
-    }
     format::WriteRowPointer(format::RowBytes(page, row.slot), 0, target);
     format::SetSlotKind(page, row.slot, SlotKind::Pointer);
 }

@@ -18,14 +18,15 @@ struct ExpectedFile {
     std::filesystem::path file, expectations;
 };
 
-// All Jet 4 samples with expectations; none when the folder of samples is not there.
+// All samples with expectations; none when the folder of samples is not there.
 [[nodiscard]] std::vector<ExpectedFile> ExpectedFiles();
 
 // One object a table: table, rows, columns, indexes.
 [[nodiscard]] std::vector<Json> ExpectedSchema(const ExpectedFile& sample);
 // One object a row, sorted.
 [[nodiscard]] std::vector<Json> ExpectedRows(const ExpectedFile& sample, const std::string& table);
-// The rows as the engine reads them, in the same form.
+// The rows as the engine reads them, in the same form: beyond ASCII every character of a Jet 3 file
+// is U+FFFD there.
 [[nodiscard]] std::vector<Json> RowsOf(const jet::table::RowSource& table);
 
 // Names and definition pages of the tables that are not the system's.

@@ -9,6 +9,7 @@ import collections
 import json
 import pathlib
 import re
+import struct
 import subprocess
 import sys
 
@@ -32,6 +33,18 @@ def parsed(line):
 
 def lines_of(result):
     return [parsed(line) for line in result.stdout.decode("utf-8").splitlines()]
+
+
+def as_other_reader(row, columns, jet3):
+    """The other reader could tell no character of a code page beyond ASCII, and wrote numbers of
+    four bytes with all digits of their value in eight."""
+    for column in columns:
+        value = row[column["name"]]
+        if column["type"] == "FLOAT" and value is not None:
+            row[column["name"]] = struct.unpack("f", struct.pack("f", value))[0]
+        elif jet3 and isinstance(value, str):
+            row[column["name"]] = re.sub(r"[^\x00-\x7f]", "\ufffd", value)
+    return row
 
 
 def multiset(rows):
@@ -69,7 +82,9 @@ def compare_file(dump, samples, name):
         wanted = multiset(map(parsed, kept.open(encoding="utf-8")))
         result = run(dump, "--json", path, table)
         check(result.returncode == 0, f"{name}.{table}: {result.stderr.decode()}")
-        given = multiset(lines_of(result))
+        jet3 = name.endswith("V1997")
+        given = multiset(as_other_reader(row, expected[table]["columns"], jet3)
+                         for row in lines_of(result))
         rows += sum(given.values())
         for row in list((wanted - given))[:2] + list((given - wanted))[:2]:
             check(False, f"{name}.{table}: {'missing' if row in wanted else 'unexpected'} {row}")
@@ -102,10 +117,9 @@ def main():
     if not (samples / "expected").is_dir():
         print("sample files not present:", samples)
         return SKIPPED
-    names = [p.name for p in sorted((samples / "expected").iterdir())
-             if not p.name.endswith("V1997")]
+    names = [p.name for p in sorted((samples / "expected").iterdir())]
     rows = sum(compare_file(dump, samples, name) for name in names)
-    check(len(names) >= 15 and rows > 2000, f"only {len(names)} files, {rows} rows compared")
+    check(len(names) >= 24 and rows > 4000, f"only {len(names)} files, {rows} rows compared")
     check_behaviour(dump, samples)
     for failure in failures[:40]:
         print("FAILED:", failure[:1000])

@@ -23,10 +23,8 @@ using jet::catalog::Catalog;
 using jet::catalog::CatalogEntry;
 using jet::catalog::ObjectKind;
 using jet::format::ColumnDefinition;
-using jet::format::kColumnJet4;
-using jet::format::kIndexJet4;
-using jet::format::kLongValueMapJet4;
-using jet::format::kTableDefinitionJet4;
+using jet::format::DefinitionLayout;
+using jet::format::kLongValueMap;
 using jet::format::TableDefinition;
 using Bytes = std::vector<std::byte>;
 
@@ -43,14 +41,14 @@ protected:
 };
 
 // The columns as they stand in the file, not in field order.
-void StandAsStored(TableDefinition& table, const Bytes& joined)
+void StandAsStored(TableDefinition& table, const Bytes& joined, const DefinitionLayout& layout)
 {
-    const std::size_t from = kTableDefinitionJet4.statistics +
-                             kTableDefinitionJet4.statisticsSize * table.indexes.size();
+    const std::size_t from =
+        layout.table.statistics + layout.table.statisticsSize * table.indexes.size();
     std::vector<ColumnDefinition> stored;
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
         const auto number =
-            jet::format::ReadU16(joined, from + i * kColumnJet4.size + kColumnJet4.number);
+            jet::format::ReadU16(joined, from + i * layout.column.size + layout.column.number);
         stored.push_back(*std::find_if(table.columns.begin(), table.columns.end(),
                                        [&](const auto& c) { return c.number == number; }));
     }
@@ -63,24 +61,26 @@ void Blank(Bytes& bytes, std::size_t from, std::size_t count)
 }
 
 // Overwrites what the format leaves undefined, and the counts of index entries.
-void BlankUndefined(Bytes& joined, const TableDefinition& table)
+void BlankUndefined(Bytes& joined, const TableDefinition& table, const DefinitionLayout& layout)
 {
-    Blank(joined, 2, 6);    // free bytes and successor of the first page
-    Blank(joined, 28, 12);  // behind the counter's increment
-    std::size_t at = kTableDefinitionJet4.statistics;
-    Blank(joined, at, kTableDefinitionJet4.statisticsSize * table.indexes.size());
-    at += kTableDefinitionJet4.statisticsSize * table.indexes.size();
+    Blank(joined, 2, 6);  // free bytes and successor of the first page
+    if (layout.table.increment != jet::format::kAbsent)
+        Blank(joined, layout.table.increment + 4, 12);  // behind the counter's increment
+    std::size_t at = layout.table.statistics;
+    Blank(joined, at, layout.table.statisticsSize * table.indexes.size());
+    at += layout.table.statisticsSize * table.indexes.size();
     for (const ColumnDefinition& column : table.columns) {
-        if (!column.fixed) Blank(joined, at + kColumnJet4.fixedOffset, 2);
-        at += kColumnJet4.size;
+        if (!column.fixed) Blank(joined, at + layout.column.fixedOffset, 2);
+        at += layout.column.size;
     }
     for (std::size_t i = 0; i < table.columns.size(); ++i)
-        at += std::size_t{2} + jet::format::ReadU16(joined, at);
+        at += layout.nameLength + jet::format::ReadNumber(joined, at, layout.nameLength);
     for (const auto& index : table.indexes) {
-        for (std::size_t i = index.columns.size(); i < kIndexJet4.columnPlaces; ++i)
-            Blank(joined, at + kIndexJet4.columns + kIndexJet4.columnSize * i + 2, 1);
-        Blank(joined, at + kIndexJet4.root + 4, 4);
-        at += kIndexJet4.size;
+        for (std::size_t i = index.columns.size(); i < layout.index.columnPlaces; ++i)
+            Blank(joined, at + layout.index.columns + layout.index.columnSize * i + 2, 1);
+        // Between the root and the flags.
+        Blank(joined, at + layout.index.root + 4, layout.index.flags - layout.index.root - 4);
+        at += layout.index.size;
     }
 }
 
@@ -91,15 +91,15 @@ void SortLongValueMaps(Bytes& joined, const TableDefinition& table)
     const auto longValues = static_cast<std::size_t>(
         std::count_if(table.columns.begin(), table.columns.end(),
                       [](const auto& column) { return column.ownedPages.has_value(); }));
-    const std::size_t from = joined.size() - 2 - kLongValueMapJet4.size * longValues;
+    const std::size_t from = joined.size() - 2 - kLongValueMap.size * longValues;
     for (std::size_t i = 0; i < longValues; ++i)
         maps.push_back(tests::ToHex(
-            std::span(joined).subspan(from + kLongValueMapJet4.size * i, kLongValueMapJet4.size)));
+            std::span(joined).subspan(from + kLongValueMap.size * i, kLongValueMap.size)));
     std::sort(maps.begin(), maps.end());
     for (std::size_t i = 0; i < longValues; ++i) {
         const Bytes map = tests::FromHex(maps[i]);
         std::copy(map.begin(), map.end(),
-                  joined.begin() + static_cast<std::ptrdiff_t>(from + kLongValueMapJet4.size * i));
+                  joined.begin() + static_cast<std::ptrdiff_t>(from + kLongValueMap.size * i));
     }
 }
 
@@ -112,13 +112,14 @@ TEST_F(SampleCatalogTest, DefinitionsWouldHaveBeenWrittenAsTheyStand)
             if (entry.kind != ObjectKind::LocalTable) continue;
             const jet::format::PageNumber page{static_cast<std::uint32_t>(entry.id)};
             Bytes stored = jet::table::JoinDefinition(*pager, page).bytes;
-            stored.resize(jet::format::ReadU32(stored, kTableDefinitionJet4.length));
+            stored.resize(jet::format::ReadU32(stored, jet::format::kDefinitionLength));
             TableDefinition table = jet::table::LoadDefinition(*pager, page);
-            StandAsStored(table, stored);
+            const DefinitionLayout& layout = *pager->Version().definition;
+            StandAsStored(table, stored, layout);
             const jet::format::TableDefinitionWriter writer(table, pager->Version());
             Bytes written(writer.Joined().begin(), writer.Joined().end());
             for (Bytes* bytes : {&stored, &written}) {
-                BlankUndefined(*bytes, table);
+                BlankUndefined(*bytes, table, layout);
                 SortLongValueMaps(*bytes, table);
             }
             EXPECT_EQ(tests::ToHex(written), tests::ToHex(stored))

@@ -44,7 +44,7 @@ NewTable People()
 
 int NumberOf(const NewTable& table)
 {
-    return tests::ErrorOf([&] { (void)DesignOf(table, {}); });
+    return tests::ErrorOf([&] { (void)DesignOf(table, {}, jet::format::kJet4); });
 }
 
 int NumberOfName(std::string name)
@@ -56,7 +56,7 @@ int NumberOfName(std::string name)
 
 TEST(TableDesignTest, FixedColumnsFollowOneAnotherAndBooleansTakeNoRoom)
 {
-    const auto table = DesignOf(People(), {});
+    const auto table = DesignOf(People(), {}, jet::format::kJet4);
     EXPECT_EQ(table.columns[0].fixedOffset, 0);
     EXPECT_EQ(table.columns[2].fixedOffset, 0);
     EXPECT_EQ(table.columns[2].length, 1);
@@ -66,7 +66,7 @@ TEST(TableDesignTest, FixedColumnsFollowOneAnotherAndBooleansTakeNoRoom)
 
 TEST(TableDesignTest, VariableColumnsAreCountedThrough)
 {
-    const auto table = DesignOf(People(), {});
+    const auto table = DesignOf(People(), {}, jet::format::kJet4);
     EXPECT_FALSE(table.columns[1].fixed);
     EXPECT_EQ(table.columns[1].variableIndex, 0);
     EXPECT_EQ(table.columns[4].variableIndex, 1);
@@ -79,14 +79,14 @@ TEST(TableDesignTest, VariableColumnsAreCountedThrough)
 TEST(TableDesignTest, TextLengthIsStoredInBytes)
 {
     NewTable wish = People();
-    EXPECT_EQ(DesignOf(wish, {}).columns[1].length, 200);
+    EXPECT_EQ(DesignOf(wish, {}, jet::format::kJet4).columns[1].length, 200);
     wish.columns[1].size = 0;
-    EXPECT_EQ(DesignOf(wish, {}).columns[1].length, 510);
+    EXPECT_EQ(DesignOf(wish, {}, jet::format::kJet4).columns[1].length, 510);
 }
 
 TEST(TableDesignTest, FlagsTellFixedAndCounter)
 {
-    const auto table = DesignOf(People(), {});
+    const auto table = DesignOf(People(), {}, jet::format::kJet4);
     EXPECT_EQ(table.columns[0].flags, 0x07);
     EXPECT_EQ(table.columns[1].flags, 0x02);
     EXPECT_EQ(table.columns[2].flags, 0x03);
@@ -98,7 +98,7 @@ TEST(TableDesignTest, NamedIndexesStandByNameAndKeepTheirNumbers)
     wish.indexes = {Index("Since", {{"Since", false}}), Index("name", {{"Name"}}),
                     Index("PrimaryKey", {{"ID"}})};
     wish.indexes[2].primary = true;
-    const auto table = DesignOf(wish, {});
+    const auto table = DesignOf(wish, {}, jet::format::kJet4);
     ASSERT_EQ(table.namedIndexes.size(), 3U);
     EXPECT_EQ(table.namedIndexes[0].name, "name");
     EXPECT_EQ(table.namedIndexes[0].number, 1U);
@@ -117,7 +117,7 @@ TEST(TableDesignTest, IndexesThatAgreeShareOneTree)
     NewTable wish = People();
     wish.indexes = {Index("One", {{"Name"}}), Index("Two", {{"NAME"}}),
                     Index("Down", {{"Name", false}})};
-    const auto table = DesignOf(wish, {});
+    const auto table = DesignOf(wish, {}, jet::format::kJet4);
     EXPECT_EQ(table.indexes.size(), 2U);
     ASSERT_EQ(table.namedIndexes.size(), 3U);
     EXPECT_EQ(table.namedIndexes[1].name, "One");
@@ -183,14 +183,14 @@ TEST(TableDesignTest, ImpossibleIndexesAreRefused)
 TEST(TableDesignTest, OnlyWhatDiffersFromTheDefaultIsStored)
 {
     NewTable wish = People();
-    EXPECT_TRUE(jet::catalog::PropertiesOf(wish).empty());
+    EXPECT_TRUE(jet::catalog::PropertiesOf(wish, 0).empty());
     wish.columns[0].properties.defaultValue = "0";  // a counter's is not stored
     wish.columns[1].properties.allowZeroLength = true;
     wish.columns[1].properties.validationRule = "<>\"x\"";
     wish.columns[1].properties.validationText = "not x";
     wish.columns[5].properties.defaultValue = "0";
     wish.columns[5].properties.required = true;
-    const auto block = jet::format::PropertyBlock::Parse(jet::catalog::PropertiesOf(wish));
+    const auto block = jet::format::PropertyBlock::Parse(jet::catalog::PropertiesOf(wish, 0));
     ASSERT_EQ(block.Owners().size(), 2U);
     for (const std::size_t i : {1U, 5U})
         EXPECT_EQ(jet::catalog::ReadProperties(block, wish.columns[i].name),

@@ -13,16 +13,19 @@ namespace {
 
 class SampleIntegrityTest : public testing::TestWithParam<const char*> {};
 
-INSTANTIATE_TEST_SUITE_P(Files, SampleIntegrityTest,
-                         testing::Values("mdb/bigIndexTestV2000.mdb", "mdb/compIndexTestV2000.mdb",
-                                         "mdb/delColTestV2000.mdb", "mdb/delTestV2000.mdb",
-                                         "mdb/fixedNumericTestV2000.mdb",
-                                         "mdb/fixedTextTestV2000.mdb",
-                                         "mdb/indexCursorTestV2000.mdb", "mdb/indexTestV2000.mdb",
-                                         "mdb/overflowTestV2000.mdb", "mdb/queryTestV2000.mdb",
-                                         "mdb/test2V2000.mdb", "mdb/testIndexPropertiesV2000.mdb",
-                                         "mdb/testPromotionV2000.mdb", "mdb/testV2000.mdb",
-                                         "shop/Kelvaro.mdb", "shop-fresh/Kelvaro.mdb"));
+INSTANTIATE_TEST_SUITE_P(
+    Files, SampleIntegrityTest,
+    testing::Values("mdb/bigIndexTestV2000.mdb", "mdb/compIndexTestV1997.mdb",
+                    "mdb/compIndexTestV2000.mdb", "mdb/delColTestV1997.mdb",
+                    "mdb/delColTestV2000.mdb", "mdb/delTestV1997.mdb", "mdb/delTestV2000.mdb",
+                    "mdb/fixedNumericTestV2000.mdb", "mdb/fixedTextTestV2000.mdb",
+                    "mdb/indexCursorTestV2000.mdb", "mdb/indexTestV1997.mdb",
+                    "mdb/indexTestV2000.mdb", "mdb/overflowTestV1997.mdb",
+                    "mdb/overflowTestV2000.mdb", "mdb/queryTestV1997.mdb", "mdb/queryTestV2000.mdb",
+                    "mdb/test2V1997.mdb", "mdb/test2V2000.mdb", "mdb/testIndexCodesV1997.mdb",
+                    "mdb/testIndexPropertiesV2000.mdb", "mdb/testPromotionV2000.mdb",
+                    "mdb/testV1997.mdb", "mdb/testV2000.mdb", "shop/Kelvaro.mdb",
+                    "shop-fresh/Kelvaro.mdb"));
 
 TEST_P(SampleIntegrityTest, IsClean)
 {

@@ -91,7 +91,7 @@ TEST(PropertyBlockTest, WhatIsSetStandsInTheOrderOfTheFields)
 
 TEST(PropertyBlockTest, Jet3WishesAreWrittenInTheCodePage)
 {
-    PropertyBlock block(PropertyBlock::Text::Windows1252);
+    PropertyBlock block(jet::format::kWindows1252);
     block.SetMemo("EmpID", "DefaultValue", "0");
     block.SetBoolean("Name", "AllowZeroLength", true);
     EXPECT_EQ(ToHex(block.Encode()), ToHex(FromHex(R"(

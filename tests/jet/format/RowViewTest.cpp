@@ -12,7 +12,6 @@
 namespace {
 
 using base::Value;
-using jet::format::kJet4;
 using jet::format::RowView;
 using jet::format::TableDefinition;
 using tests::ColumnType;
@@ -57,7 +56,7 @@ TEST(RowViewTest, EveryOrdinaryTypeIsFoundInItsPlace)
         FromHex("0900 02 de00 5543de13 7b14ae47e1c87b40 0000000040a7da40 b888000000000000"
                 "fffe61626364656667 680069006a006b006c006d006e006f007000 0000 3c00 2a002100 0200"
                 "ff01");
-    const RowView row(bytes, table, kJet4);
+    const RowView row(bytes, table);
     EXPECT_EQ(ValueOf(row, 0), "abcdefg");
     EXPECT_EQ(ValueOf(row, 1), "hijklmnop");  // the two bytes of slack behind it are not its own
     EXPECT_EQ(ValueOf(row, 2), std::uint8_t{2});
@@ -76,7 +75,7 @@ TEST(RowViewTest, FalseIsNoNull)
     const std::vector<std::byte> bytes =
         FromHex("0900 00 0000 00000000 0000000000000000 00000000003bdd40 0000000000000000"
                 "6100 6200 2500 23002100 0200 ff00");
-    const RowView row(bytes, table, kJet4);
+    const RowView row(bytes, table);
     EXPECT_FALSE(row.IsNull(8));
     EXPECT_FALSE(row.Boolean(8));
     EXPECT_EQ(ValueOf(row, 0), "a");
@@ -89,7 +88,7 @@ TEST(RowViewTest, NullColumnsHaveEqualNeighbouringOffsets)
     const std::vector<std::byte> bytes =
         FromHex("0a00 fffe726f7733636f6c32 fffe726f7733636f6c33 fffe726f7733636f6c39"
                 "2000 2000 1600 1600 1600 1600 1600 1600 0c00 0200 0200 0a00 0601");
-    const RowView row(bytes, table, kJet4);
+    const RowView row(bytes, table);
     EXPECT_TRUE(row.IsNull(0));
     EXPECT_EQ(ValueOf(row, 1), "row3col2");
     EXPECT_EQ(ValueOf(row, 2), "row3col3");
@@ -103,7 +102,7 @@ TEST(RowViewTest, ColumnsAddedAfterTheRowAreNull)
     const TableDefinition table = TenTexts();
     const std::vector<std::byte> bytes =
         FromHex("0300 fffe726f7731636f6c31 fffe726f7731636f6c32 1600 1600 0c00 0200 0300 03");
-    const RowView row(bytes, table, kJet4);
+    const RowView row(bytes, table);
     EXPECT_EQ(ValueOf(row, 0), "row1col1");
     EXPECT_EQ(ValueOf(row, 1), "row1col2");
     for (std::size_t column = 2; column < 10; ++column)
@@ -121,7 +120,7 @@ TEST(RowViewTest, DroppedColumnsKeepTheirPlaces)
     const std::vector<std::byte> bytes =
         FromHex("0600 00000000 01000000 02000000 fffe666f6f fffe666f6f5f64656c65746564"
                 "fffe666f6f32 2600 2000 1300 0e00 0300 3f");
-    const RowView row(bytes, table, kJet4);
+    const RowView row(bytes, table);
     EXPECT_EQ(ValueOf(row, 0), 0);
     EXPECT_EQ(ValueOf(row, 1), 2);
     EXPECT_EQ(ValueOf(row, 2), "foo");
@@ -135,7 +134,7 @@ TEST(RowViewTest, TableWithoutVariableColumnsHasNoOffsets)
                      FixedColumn(ColumnType::Boolean, 1, 0, 1)};
     table.columnCounter = 2;
     const std::vector<std::byte> bytes = FromHex("0200 07000000 03");
-    const RowView row(bytes, table, kJet4);
+    const RowView row(bytes, table);
     EXPECT_EQ(ValueOf(row, 0), 7);
     EXPECT_TRUE(row.Boolean(1));
 }
@@ -149,7 +148,7 @@ TEST(RowViewTest, RowOlderThanTheFirstVariableColumnHasNoOffsets)
     table.variableColumnCounter = 1;
     table.columnsBeforeVariable = 1;
     const std::vector<std::byte> bytes = FromHex("0100 07000000 01");
-    const RowView row(bytes, table, kJet4);
+    const RowView row(bytes, table);
     EXPECT_EQ(ValueOf(row, 0), 7);
     EXPECT_TRUE(row.IsNull(1));
 }
@@ -159,7 +158,7 @@ TEST(RowViewTest, RowThatContradictsItselfIsDamage)
     const TableDefinition table = TenTexts();
     const auto read = [&table](std::string_view hex) {
         const std::vector<std::byte> bytes = FromHex(hex);
-        const RowView row(bytes, table, kJet4);
+        const RowView row(bytes, table);
         for (std::size_t column = 0; column < table.columns.size(); ++column)
             static_cast<void>(ValueOf(row, column));
     };

@@ -10,7 +10,6 @@
 
 namespace {
 
-using jet::format::kJet4;
 using jet::format::RowView;
 using jet::format::RowWriter;
 using jet::format::TableDefinition;
@@ -65,7 +64,7 @@ TEST(RowWriterTest, EmptyTextIsNoNull)
     RowWriter writer(table);
     writer.SetField(2, {});
     const std::vector<std::byte> bytes = writer.Row();
-    const RowView row(bytes, table, kJet4);
+    const RowView row(bytes, table);
     EXPECT_FALSE(row.IsNull(2));
     EXPECT_TRUE(row.Field(2).empty());
     EXPECT_TRUE(row.IsNull(3));
@@ -87,7 +86,7 @@ TEST(RowWriterTest, OldRowIsWrittenInTheTablesPresentShape)
     const std::vector<std::byte> old =
         FromHex("0600 00000000 01000000 02000000 fffe666f6f fffe666f6f5f64656c65746564"
                 "fffe666f6f32 2600 2000 1300 0e00 0300 3f");
-    RowWriter writer(RowView(old, table, kJet4));
+    RowWriter writer(RowView(old, table));
     EXPECT_EQ(Written(writer), ToHex(FromHex("0700 00000000 00000000 02000000 fffe666f6f"
                                              "fffe666f6f32 1900 1300 1300 0e00 0300 2d")));
     writer.SetNull(2);

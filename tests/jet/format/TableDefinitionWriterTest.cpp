@@ -141,16 +141,4 @@ TEST(TableDefinitionWriterTest, LongDefinitionsGoOnOnFurtherPages)
     EXPECT_TRUE(std::equal(whole.begin() + 8, whole.end(), joined.begin() + 8));
 }
 
-TEST(TableDefinitionWriterTest, OtherVersionsAreRefused)
-{
-    auto jet3 = kJet4;
-    jet3.code = 0;
-    try {
-        const TableDefinitionWriter writer(LongTable(), jet3);
-        FAIL() << "written";
-    } catch (const base::NumberedError& error) {
-        EXPECT_EQ(error.Number(), 3041);
-    }
-}
-
 }  // namespace

@@ -70,7 +70,7 @@ std::string TypeName(ColumnType type)
 
 void ExpectColumn(const ColumnDefinition& column, const Json& expected)
 {
-    const int bytesPerUnit = column.type == ColumnType::Text ? 2 : 1;
+    const int bytesPerUnit = column.type == ColumnType::Text && column.codePage == 0 ? 2 : 1;
     EXPECT_EQ(column.name, expected["name"].Text());
     EXPECT_EQ(TypeName(column.type), expected["type"].Text()) << column.name;
     EXPECT_EQ(column.length / bytesPerUnit, expected["length"].Number()) << column.name;

@@ -173,6 +173,18 @@ std::vector<Json> ForeignRows(const std::string& file, const std::string& table)
     return rows;
 }
 
+// The other reader asks where a code page has a code without a character; we keep the code.
+Value WithoutUnassigned(const Value& value, const jet::format::ColumnDefinition& column)
+{
+    const std::string* text = value.As<std::string>();
+    if (text == nullptr || column.codePage == 0) return value;
+    std::string asked = *text;
+    for (const char* unassigned : {"\xC2\x81", "\xC2\x8D", "\xC2\x8F", "\xC2\x90", "\xC2\x9D"})
+        for (std::size_t at = 0; (at = asked.find(unassigned)) != std::string::npos;)
+            asked.replace(at, 2, "?");
+    return asked;
+}
+
 // Whether both readers found the same; the other one leaves nulls and empty texts out, and writes
 // booleans as numbers.
 bool Agree(ColumnType type, const Value& value, const tests::JsonObject& row,
@@ -225,8 +237,9 @@ TEST_P(SampleWritesTest, IndependentReaderFindsTheRowsWeWrote)
             for (std::size_t column = 0; column < table.Definition().columns.size(); ++column) {
                 const auto& definition = table.Definition().columns[column];
                 if (!IsComparable(definition.type)) continue;
-                EXPECT_TRUE(Agree(definition.type, table.ValueOf(rows->Row(), column), found,
-                                  definition.name))
+                const Value value =
+                    WithoutUnassigned(table.ValueOf(rows->Row(), column), definition);
+                EXPECT_TRUE(Agree(definition.type, value, found, definition.name))
                     << definition.name;
             }
         }

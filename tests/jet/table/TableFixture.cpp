@@ -14,7 +14,7 @@ TableFixture::TableFixture()
 
 std::unique_ptr<NativeTable> TableFixture::Make(const jet::catalog::NewTable& design)
 {
-    jet::format::TableDefinition table = jet::catalog::DesignOf(design, {});
+    jet::format::TableDefinition table = jet::catalog::DesignOf(design, {}, jet::format::kJet4);
     jet::pages::WriteSet changes(*pager_);
     table.page = changes.Allocate();
     jet::catalog::MapPages maps(changes);
