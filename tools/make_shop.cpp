@@ -34,6 +34,8 @@ it is missing; a database that is there already is never overwritten.
 --history N        finished jobs (900)
 --seed S           another shop; the same number makes the same shop again (1)
 --date YYYY-MM-DD  the shop's today (the clock's date)
+--format F         of the file: jet4, as Access 2000 to 2003 write it, or jet3, as
+                   Access 97 does (jet4)
 --help
 
 Exit code: 0 done, 1 the file cannot be made, 2 wrong usage.
@@ -87,6 +89,12 @@ bool Take(std::string_view text, T& into, T low, T high)
     return number.has_value();
 }
 
+const jet::format::FileVersion* FormatIn(std::string_view text)
+{
+    if (text == "jet3") return &jet::format::kJet3;
+    return text == "jet4" ? &jet::format::kJet4 : nullptr;
+}
+
 // One option that has a value. False for an unknown option or an unsuitable value.
 bool TakeOption(Wishes& wishes, std::string_view option, std::string_view value)
 {
@@ -98,6 +106,7 @@ bool TakeOption(Wishes& wishes, std::string_view option, std::string_view value)
         wishes.ordersGiven = true;
         return Take(value, shop.orders, 1, 200'000);
     }
+    if (option == "--format") return (shop.format = FormatIn(value)) != nullptr;
     if (option != "--date") return false;
     const auto date = DateIn(value);
     if (date) shop.today = *date;

@@ -46,9 +46,11 @@ Workspace DBEngine::CreateWorkspace(std::string_view, std::string_view user,
     return Workspace(std::move(made));
 }
 
-void DBEngine::CreateDatabase(const std::string& path)
+void DBEngine::CreateDatabase(const std::string& path, DatabaseVersion version)
 {
-    jet::catalog::Catalog::CreateDatabase(*state_->files, path, jet::format::kJet4);
+    const bool jet3 = version == DatabaseVersion::Jet3;
+    jet::catalog::Catalog::CreateDatabase(*state_->files, path,
+                                          jet3 ? jet::format::kJet3 : jet::format::kJet4);
 }
 
 std::shared_ptr<Core> DBEngine::State::Open(const std::string& path, bool readOnly)

@@ -40,8 +40,8 @@ public:
     [[nodiscard]] Workspace CreateWorkspace(std::string_view name, std::string_view user,
                                             std::string_view password);
 
-    // A new, empty Jet 4 database file. Errors: 3204 when the file exists, 3044, 3051.
-    void CreateDatabase(const std::string& path);
+    // A new, empty database file. Errors: 3204 when the file exists, 3044, 3051.
+    void CreateDatabase(const std::string& path, DatabaseVersion version = DatabaseVersion::Jet4);
 
 private:
     std::shared_ptr<State> state_;

@@ -9,6 +9,12 @@
 
 namespace dao {
 
+// File formats, as the options of CreateDatabase number them.
+enum class DatabaseVersion : int {
+    Jet3 = 32,  // Access 97
+    Jet4 = 64,  // Access 2000 to 2003
+};
+
 // Field type codes, as DAO numbers them.
 enum class FieldType : int {
     Boolean = 1,

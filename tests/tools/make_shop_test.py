@@ -108,6 +108,28 @@ def check_sums(history, orders, totals):
         check(jobs == total["JobCount"] and abs(hours - total["JobHrs"]) < 0.001, str(total))
 
 
+def check_format(folder):
+    """The same shop in both formats: the same rows, each file its own version."""
+    options = ("--history", "120", "--orders", "20", "--date", "2004-03-15")
+    jet3 = make(folder / "jet3", "--format", "jet3", *options)
+    jet4 = make(folder / "jet4", "--format", "jet4", *options)
+    check(jet3.read_bytes()[0x14] == 0 and jet4.read_bytes()[0x14] == 1, "versions")
+    check(jet4.read_bytes() == make(folder / "default", *options).read_bytes(), "jet4 is default")
+    check(run(MAKE, "--format", "jet5", folder / "y").returncode == 2, "an unknown format")
+    check_integrity(jet3)
+    tables = [json.loads(line)["table"]
+              for line in run(DUMP, "--json", jet4).stdout.decode().splitlines()]
+    check(len(tables) >= 10, f"{len(tables)} tables")
+    check(len(rows_of(jet3, "LDHistory")) == 120, "jobs in jet3")
+    for table in tables:
+        rows = [[dict(row, Weight=float(row.get("Weight", 0))) for row in rows_of(shop, table)]
+                for shop in (jet3, jet4)]  # jet3 has no decimals
+        check(rows[0] == rows[1], f"rows of {table}")
+    check_with_other_reader(jet3)
+    if shutil.which("mdb-ver") is not None:
+        check(run("mdb-ver", jet3).stdout.split() == [b"JET3"], "mdb-ver")
+
+
 def check_with_other_reader(shop):
     if shutil.which("mdb-tables") is None:
         print("no independent reader on this machine: that comparison is left out")
@@ -137,6 +159,7 @@ def main():
                     "--date", "2004-03-15", "--seed", "3")
         check_content(shop)
         check_with_other_reader(shop)
+        check_format(folder)
         fresh = make(folder / "fresh", "--fresh", "--history", "100", "--date", "2004-03-15")
         names = {json.loads(line)["table"]
                  for line in run(DUMP, "--json", fresh).stdout.decode().splitlines()}

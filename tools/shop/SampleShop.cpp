@@ -14,7 +14,7 @@ void MakeSampleShop(jet::io::FileSystem& files, const std::string& path, const S
 {
     const base::Date today{std::floor(wishes.today.days)};
     const Dice dice(wishes.seed);
-    ShopFile file(files, path, today);
+    ShopFile file(files, path, *wishes.format, today);
     for (const auto& table : ManagementTables())
         file.Create(table);
     if (!wishes.fresh)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/Value.h"
+#include "jet/format/FileVersion.h"
 #include "jet/io/File.h"
 
 #include <functional>
@@ -19,6 +20,7 @@ struct SampleShop {
     std::uint64_t seed = 1;
     base::Date today;    // the shop's day; its time does not count
     bool fresh = false;  // without the clock's own tables
+    const jet::format::FileVersion* format = &jet::format::kJet4;
 };
 
 // Told what is being made, and how much of it is done. Units: rows.

@@ -4,6 +4,7 @@
 #include "base/NumberedError.h"
 #include "jet/format/FileVersion.h"
 
+#include <cmath>
 #include <optional>
 #include <unordered_map>
 
@@ -18,9 +19,20 @@ using jet::table::NativeTable;
 // Rows that go into one write set: enough that a commit costs little, few enough to stay in memory.
 constexpr int kRowsTogether = 4000;
 
-// A whole number as the field's own type.
+double NumberOf(const base::Decimal& decimal)
+{
+    double number = 0;
+    for (std::size_t i = decimal.magnitude.size(); i-- > 0;)
+        number = number * 4294967296.0 + decimal.magnitude[i];
+    return (decimal.negative ? -number : number) / std::pow(10.0, decimal.scale);
+}
+
+// A number as the field's own type.
 base::Value Fitted(const base::Value& value, ColumnType type)
 {
+    if (const base::Decimal* exact = value.As<base::Decimal>();
+        exact != nullptr && type == ColumnType::Double)
+        return NumberOf(*exact);
     const std::int32_t* number = value.As<std::int32_t>();
     if (number == nullptr) return value;
     switch (type) {
@@ -56,10 +68,11 @@ struct ShopFile::Table {
     std::int32_t lastCounter = 0;
 };
 
-ShopFile::ShopFile(jet::io::FileSystem& files, const std::string& path, base::Date today)
+ShopFile::ShopFile(jet::io::FileSystem& files, const std::string& path,
+                   const jet::format::FileVersion& format, base::Date today)
     : today_(today)
 {
-    jet::catalog::Catalog::CreateDatabase(files, path, jet::format::kJet4);
+    jet::catalog::Catalog::CreateDatabase(files, path, format);
     pager_ = jet::pages::Pager::Open(files, path, jet::io::OpenMode::ReadWrite);
     catalog_ = std::make_unique<jet::catalog::Catalog>(pager_);
 }
@@ -69,7 +82,11 @@ ShopFile::~ShopFile() = default;
 void ShopFile::Create(const jet::catalog::NewTable& table)
 {
     Finish();
-    catalog_->Create(table, today_);
+    jet::catalog::NewTable wish = table;
+    for (jet::catalog::NewColumn& column : wish.columns)
+        if (static_cast<std::uint8_t>(column.type) > pager_->Version().lastColumnType)
+            column.type = ColumnType::Double;
+    catalog_->Create(wish, today_);
 }
 
 ShopFile::Table& ShopFile::Of(std::string_view name)

@@ -28,16 +28,18 @@ using RowValues = std::vector<NamedValue>;
 class ShopFile {
 public:
     // Makes a new, empty database. Errors: those of Catalog::CreateDatabase.
-    ShopFile(jet::io::FileSystem& files, const std::string& path, base::Date today);
+    ShopFile(jet::io::FileSystem& files, const std::string& path,
+             const jet::format::FileVersion& format, base::Date today);
 
     ~ShopFile();
     ShopFile(const ShopFile&) = delete;
     ShopFile& operator=(const ShopFile&) = delete;
 
+    // Rule: a type that the format lacks becomes Double.
     void Create(const jet::catalog::NewTable& table);
 
     // Adds a row and returns its place; fields not named are null, counters count on.
-    // Rule:   a whole number fits itself to the field's type.
+    // Rule:   a number fits itself to the field's type.
     // Errors: 3265 for a name that is no field, and those of RowSource::Insert.
     jet::table::RowId Add(std::string_view table, const RowValues& row);
     void Delete(std::string_view table, jet::table::RowId row);

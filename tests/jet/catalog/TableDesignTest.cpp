@@ -198,4 +198,15 @@ TEST(TableDesignTest, OnlyWhatDiffersFromTheDefaultIsStored)
     EXPECT_EQ(jet::catalog::ReadProperties(block, "Notes"), jet::catalog::FieldProperties{});
 }
 
+TEST(TableDesignTest, Jet3KnowsNoDecimals)
+{
+    NewTable wish = People();
+    wish.columns[0] = Column("Exact", ColumnType::Numeric);
+    const auto design = [&](const jet::format::FileVersion& version) {
+        return tests::ErrorOf([&] { (void)DesignOf(wish, {}, version); });
+    };
+    EXPECT_EQ(design(jet::format::kJet3), 3259);
+    EXPECT_NE(design(jet::format::kJet4), 3259);
+}
+
 }  // namespace

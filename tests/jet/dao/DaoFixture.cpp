@@ -27,9 +27,9 @@ std::vector<std::string> Column(Recordset& records, std::string_view field)
     return values;
 }
 
-DaoTest::DaoTest() : engine({[this] { return now; }}, files)
+DaoTest::DaoTest(DatabaseVersion version) : engine({[this] { return now; }}, files)
 {
-    engine.CreateDatabase(kFile);
+    engine.CreateDatabase(kFile, version);
     database = engine.DefaultWorkspace().OpenDatabase(kFile);
 }
 

@@ -7,6 +7,7 @@
 #include "jet/io/MemoryFile.h"
 #include "tests/support/ErrorOf.h"
 
+#include <array>
 #include <functional>
 #include <gtest/gtest.h>
 #include <string>
@@ -26,7 +27,7 @@ using tests::ErrorOf;
 
 class DaoTest : public testing::Test {
 protected:
-    DaoTest();
+    explicit DaoTest(DatabaseVersion version = DatabaseVersion::Jet4);
     // The file that the test leaves has no defects.
     void TearDown() override;
 
@@ -47,5 +48,16 @@ protected:
     DBEngine engine;
     Database database;
 };
+
+// The same in each file format.
+class DaoVersionTest : public DaoTest, public testing::WithParamInterface<DatabaseVersion> {
+protected:
+    DaoVersionTest() : DaoTest(GetParam()) {}
+};
+inline constexpr std::array kVersions{DatabaseVersion::Jet3, DatabaseVersion::Jet4};
+[[nodiscard]] inline std::string NameOf(DatabaseVersion version)
+{
+    return version == DatabaseVersion::Jet3 ? "Jet3" : "Jet4";
+}
 
 }  // namespace dao

@@ -11,9 +11,12 @@ namespace {
 
 using base::Value;
 
-class DatabaseTest : public DaoTest {};
+class DatabaseTest : public DaoVersionTest {};
 
-TEST_F(DatabaseTest, NeverOpenedIs91AndClosedIs3420)
+INSTANTIATE_TEST_SUITE_P(Versions, DatabaseTest, testing::ValuesIn(kVersions),
+                         [](const auto& each) { return NameOf(each.param); });
+
+TEST_P(DatabaseTest, NeverOpenedIs91AndClosedIs3420)
 {
     Database never;
     EXPECT_FALSE(never.IsSet());
@@ -29,7 +32,7 @@ TEST_F(DatabaseTest, NeverOpenedIs91AndClosedIs3420)
     EXPECT_EQ(ErrorOf([&] { database.Close(); }), 3420);
 }
 
-TEST_F(DatabaseTest, ClosingClosesItsRecordSetsAndNoOthers)
+TEST_P(DatabaseTest, ClosingClosesItsRecordSetsAndNoOthers)
 {
     MakeEmployees();
     Add(7, "Smith, Ann");
@@ -43,7 +46,7 @@ TEST_F(DatabaseTest, ClosingClosesItsRecordSetsAndNoOthers)
     EXPECT_EQ(theirs["Name"].Value(), Value("Smith, Ann"));
 }
 
-TEST_F(DatabaseTest, DroppedDatabaseClosesItsRecordSets)
+TEST_P(DatabaseTest, DroppedDatabaseClosesItsRecordSets)
 {
     MakeEmployees();
     Recordset rows = Open("SELECT * FROM LDEmp");
@@ -51,7 +54,7 @@ TEST_F(DatabaseTest, DroppedDatabaseClosesItsRecordSets)
     EXPECT_EQ(ErrorOf([&] { (void)rows.Eof(); }), 3420);
 }
 
-TEST_F(DatabaseTest, ClosedRecordSetIs3420)
+TEST_P(DatabaseTest, ClosedRecordSetIs3420)
 {
     MakeEmployees();
     Recordset rows = Open("SELECT * FROM LDEmp");
@@ -60,7 +63,7 @@ TEST_F(DatabaseTest, ClosedRecordSetIs3420)
     EXPECT_EQ(ErrorOf([&] { rows.Close(); }), 3420);
 }
 
-TEST_F(DatabaseTest, ChangesThroughOneAreSeenByTheOther)
+TEST_P(DatabaseTest, ChangesThroughOneAreSeenByTheOther)
 {
     MakeEmployees();
     Database second = engine.DefaultWorkspace().OpenDatabase(kFile);
@@ -70,7 +73,7 @@ TEST_F(DatabaseTest, ChangesThroughOneAreSeenByTheOther)
     EXPECT_EQ(rows["Name"].Value(), Value("Smith, Ann"));
 }
 
-TEST_F(DatabaseTest, OpenFailsWithTheNumberOfItsCause)
+TEST_P(DatabaseTest, OpenFailsWithTheNumberOfItsCause)
 {
     Workspace& workspace = engine.DefaultWorkspace();
     EXPECT_EQ(ErrorOf([&] { (void)workspace.OpenDatabase(""); }), 3055);
@@ -80,7 +83,7 @@ TEST_F(DatabaseTest, OpenFailsWithTheNumberOfItsCause)
     EXPECT_EQ(ErrorOf([&] { engine.CreateDatabase(kFile); }), 3204);
 }
 
-TEST_F(DatabaseTest, FailedOpenKeepsTheFormerObject)
+TEST_P(DatabaseTest, FailedOpenKeepsTheFormerObject)
 {
     MakeEmployees();
     EXPECT_EQ(ErrorOf([&] { database = engine.DefaultWorkspace().OpenDatabase("/shop/no.mdb"); }),
@@ -91,14 +94,14 @@ TEST_F(DatabaseTest, FailedOpenKeepsTheFormerObject)
     EXPECT_TRUE(rows.Eof());
 }
 
-TEST_F(DatabaseTest, NameWithoutExtensionIsADatabases)
+TEST_P(DatabaseTest, NameWithoutExtensionIsADatabases)
 {
     EXPECT_EQ(engine.DefaultWorkspace().OpenDatabase("/shop/Kelvaro").Name(), kFile);
-    EXPECT_EQ(database.Version(), "4.0");
+    EXPECT_EQ(database.Version(), GetParam() == DatabaseVersion::Jet3 ? "3.0" : "4.0");
     EXPECT_TRUE(database.Updatable());
 }
 
-TEST_F(DatabaseTest, ReadOnlyDatabaseRefusesEveryChange)
+TEST_P(DatabaseTest, ReadOnlyDatabaseRefusesEveryChange)
 {
     MakeEmployees();
     Add(7, "Smith, Ann");
@@ -113,7 +116,7 @@ TEST_F(DatabaseTest, ReadOnlyDatabaseRefusesEveryChange)
     EXPECT_EQ(ErrorOf([&] { fixed.Append(table); }), 3027);
 }
 
-TEST_F(DatabaseTest, WorkspaceKnowsOneUserAndClosesItsDatabases)
+TEST_P(DatabaseTest, WorkspaceKnowsOneUserAndClosesItsDatabases)
 {
     EXPECT_EQ(ErrorOf([&] { (void)engine.CreateWorkspace("", "bob", ""); }), 3029);
     EXPECT_EQ(ErrorOf([&] { (void)engine.CreateWorkspace("", "admin", "x"); }), 3029);
@@ -130,7 +133,7 @@ TEST_F(DatabaseTest, WorkspaceKnowsOneUserAndClosesItsDatabases)
     EXPECT_EQ(database.Name(), kFile);
 }
 
-TEST_F(DatabaseTest, TableDefinitionReadsAsItWasMade)
+TEST_P(DatabaseTest, TableDefinitionReadsAsItWasMade)
 {
     MakeEmployees();
     const TableDef table = database.TableDef("ldemp");
@@ -147,7 +150,7 @@ TEST_F(DatabaseTest, TableDefinitionReadsAsItWasMade)
     EXPECT_NE(std::find(names.begin(), names.end(), "MSysObjects"), names.end());
 }
 
-TEST_F(DatabaseTest, AppendRefusesWhatCannotBeATable)
+TEST_P(DatabaseTest, AppendRefusesWhatCannotBeATable)
 {
     MakeEmployees();
     TableDef again("LDEMP");
@@ -180,7 +183,7 @@ TEST_F(DatabaseTest, AppendRefusesWhatCannotBeATable)
     EXPECT_EQ(database.TableDef("LDEmp").Fields().size(), 8U);
 }
 
-TEST_F(DatabaseTest, DefaultsAreWorkedOutWhenARowIsNew)
+TEST_P(DatabaseTest, DefaultsAreWorkedOutWhenARowIsNew)
 {
     TableDef table("Defaults");
     const auto add = [&](const char* name, FieldType type, const char* text) {
@@ -207,7 +210,7 @@ TEST_F(DatabaseTest, DefaultsAreWorkedOutWhenARowIsNew)
     rows.Update();
 }
 
-TEST_F(DatabaseTest, SourceIsATableASelectOrAFault)
+TEST_P(DatabaseTest, SourceIsATableASelectOrAFault)
 {
     MakeEmployees();
     EXPECT_EQ(Open(" [ldemp] ").Type(), RecordsetType::Table);
@@ -219,7 +222,7 @@ TEST_F(DatabaseTest, SourceIsATableASelectOrAFault)
     EXPECT_EQ(ErrorOf([&] { (void)Open("SELECT * FROM LDEmp", RecordsetType::Table); }), 3219);
 }
 
-TEST_F(DatabaseTest, ExecuteCountsTheRowsItChanged)
+TEST_P(DatabaseTest, ExecuteCountsTheRowsItChanged)
 {
     MakeEmployees();
     EXPECT_EQ(database.RecordsAffected(), 0);
@@ -233,7 +236,7 @@ TEST_F(DatabaseTest, ExecuteCountsTheRowsItChanged)
     EXPECT_EQ(ErrorOf([&] { database.Execute("NONSENSE"); }), 3129);
 }
 
-TEST_F(DatabaseTest, ExecutePassesOverRowsThatCannotBeChanged)
+TEST_P(DatabaseTest, ExecutePassesOverRowsThatCannotBeChanged)
 {
     TableDef table("Strict");
     FieldDef code = TableDef::CreateField("Code", FieldType::Text, 3);
@@ -253,7 +256,7 @@ TEST_F(DatabaseTest, ExecutePassesOverRowsThatCannotBeChanged)
     EXPECT_EQ(database.RecordsAffected(), 0);
 }
 
-TEST_F(DatabaseTest, ExecuteThatMustNotFailUndoesWhatItDid)
+TEST_P(DatabaseTest, ExecuteThatMustNotFailUndoesWhatItDid)
 {
     MakeEmployees();
     Add(1, "a");
@@ -272,7 +275,7 @@ TEST_F(DatabaseTest, ExecuteThatMustNotFailUndoesWhatItDid)
     EXPECT_EQ(database.RecordsAffected(), 2);
 }
 
-TEST_F(DatabaseTest, SampleShopAnswersTheProgramsQueries)
+TEST_P(DatabaseTest, SampleShopAnswersTheProgramsQueries)
 {
     const auto sample = tests::SampleFolder() / "shop" / "Kelvaro.mdb";
     SKIP_WITHOUT_SAMPLE(sample);

@@ -11,6 +11,7 @@
 #include <iterator>
 #include <numeric>
 #include <stdexcept>
+#include <tuple>
 
 namespace dao {
 namespace {
@@ -108,9 +109,11 @@ const std::vector<Store>& Stores()
     return stores;
 }
 
-class PowerCutTest : public DaoTest, public testing::WithParamInterface<PowerCut> {
+using CutAndVersion = std::tuple<PowerCut, DatabaseVersion>;
+
+class PowerCutTest : public DaoTest, public testing::WithParamInterface<CutAndVersion> {
 protected:
-    PowerCutTest()
+    PowerCutTest() : DaoTest(std::get<1>(GetParam()))
     {
         MakeJobs();
         Recordset rows = Open(kTable);
@@ -179,7 +182,7 @@ protected:
     static std::ptrdiff_t ChangedBytes(jet::io::MemoryFileSystem& found,
                                        jet::io::MemoryFileSystem& before)
     {
-        constexpr std::ptrdiff_t page = 4096;
+        const std::ptrdiff_t page = std::get<1>(GetParam()) == DatabaseVersion::Jet3 ? 2048 : 4096;
         const std::vector<std::byte>& now = found.Content(kFile);
         const std::vector<std::byte>& then = before.Content(kFile);
         EXPECT_EQ(now.size(), then.size());
@@ -206,7 +209,8 @@ protected:
         tests::FaultFileSystem disk(memory);
         Opened stopping(disk);
         if (first < store) stopping.Do(Stores()[first]);
-        disk.PullThePlugAfter(operation, GetParam().last, GetParam().unflushed);
+        const PowerCut& cut = std::get<0>(GetParam());
+        disk.PullThePlugAfter(operation, cut.last, cut.unflushed);
         const int number = ErrorOf([&] { stopping.Do(Stores()[store]); });
         EXPECT_EQ(number, disk.PowerIsOut() ? 3043 : 0);
         disk.Reboot();
@@ -235,8 +239,17 @@ protected:
     std::deque<State> states_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Cuts, PowerCutTest, testing::ValuesIn(tests::kPowerCuts),
-                         [](const auto& each) { return tests::NameOf(each.param); });
+INSTANTIATE_TEST_SUITE_P(Cuts, PowerCutTest,
+                         testing::Values(CutAndVersion{tests::kPowerCuts[0], DatabaseVersion::Jet4},
+                                         CutAndVersion{tests::kPowerCuts[1], DatabaseVersion::Jet4},
+                                         CutAndVersion{tests::kPowerCuts[2], DatabaseVersion::Jet4},
+                                         // The one that leaves half pages.
+                                         CutAndVersion{tests::kPowerCuts[1],
+                                                       DatabaseVersion::Jet3}),
+                         [](const auto& each) {
+                             return tests::NameOf(std::get<0>(each.param)) +
+                                    NameOf(std::get<1>(each.param));
+                         });
 
 TEST_P(PowerCutTest, EveryStoreIsThereWholeOrNotAtAll)
 {

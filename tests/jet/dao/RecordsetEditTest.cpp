@@ -7,7 +7,7 @@ namespace {
 
 using base::Value;
 
-class RecordsetEditTest : public DaoTest {
+class RecordsetEditTest : public DaoVersionTest {
 protected:
     RecordsetEditTest()
     {
@@ -25,7 +25,10 @@ protected:
     Recordset rows;
 };
 
-TEST_F(RecordsetEditTest, NothingIsWrittenWithoutEditOrAddNew)
+INSTANTIATE_TEST_SUITE_P(Versions, RecordsetEditTest, testing::ValuesIn(kVersions),
+                         [](const auto& each) { return NameOf(each.param); });
+
+TEST_P(RecordsetEditTest, NothingIsWrittenWithoutEditOrAddNew)
 {
     EXPECT_EQ(Assigning("Name", "x"), 3020);
     EXPECT_EQ(ErrorOf([&] { rows.Update(); }), 3020);
@@ -34,7 +37,7 @@ TEST_F(RecordsetEditTest, NothingIsWrittenWithoutEditOrAddNew)
     EXPECT_EQ(rows.EditMode(), EditMode::None);
 }
 
-TEST_F(RecordsetEditTest, UpdateStoresTheAssignedFields)
+TEST_P(RecordsetEditTest, UpdateStoresTheAssignedFields)
 {
     rows.Edit();
     EXPECT_EQ(rows.EditMode(), EditMode::InProgress);
@@ -47,7 +50,7 @@ TEST_F(RecordsetEditTest, UpdateStoresTheAssignedFields)
     EXPECT_EQ(again["Name"].Value(), Value("Smith, Anna"));
 }
 
-TEST_F(RecordsetEditTest, MoveDropsAPendingEdit)
+TEST_P(RecordsetEditTest, MoveDropsAPendingEdit)
 {
     rows.Edit();
     rows["Name"] = "x";
@@ -58,7 +61,7 @@ TEST_F(RecordsetEditTest, MoveDropsAPendingEdit)
     EXPECT_EQ(ErrorOf([&] { rows.Update(); }), 3020);
 }
 
-TEST_F(RecordsetEditTest, FindAndBookmarkAndRefreshDropAPendingEdit)
+TEST_P(RecordsetEditTest, FindAndBookmarkAndRefreshDropAPendingEdit)
 {
     const auto pending = [&] {
         rows.Edit();
@@ -76,7 +79,7 @@ TEST_F(RecordsetEditTest, FindAndBookmarkAndRefreshDropAPendingEdit)
     EXPECT_EQ(rows["Name"].Value(), Value("Smith, Ann"));
 }
 
-TEST_F(RecordsetEditTest, SecondEditForgetsTheFirst)
+TEST_P(RecordsetEditTest, SecondEditForgetsTheFirst)
 {
     rows.Edit();
     rows["Name"] = "x";
@@ -87,7 +90,7 @@ TEST_F(RecordsetEditTest, SecondEditForgetsTheFirst)
     EXPECT_EQ(rows["Name"].Value(), Value("Smith, Ann"));
 }
 
-TEST_F(RecordsetEditTest, EditAfterAddNewTakesTheFormerRow)
+TEST_P(RecordsetEditTest, EditAfterAddNewTakesTheFormerRow)
 {
     rows.AddNew();
     rows["Name"] = "new";
@@ -99,7 +102,7 @@ TEST_F(RecordsetEditTest, EditAfterAddNewTakesTheFormerRow)
     EXPECT_EQ(rows["Name"].Value(), Value(""));
 }
 
-TEST_F(RecordsetEditTest, CancelUpdateKeepsRowAndPosition)
+TEST_P(RecordsetEditTest, CancelUpdateKeepsRowAndPosition)
 {
     rows.MoveNext();
     rows.Edit();
@@ -112,7 +115,7 @@ TEST_F(RecordsetEditTest, CancelUpdateKeepsRowAndPosition)
     EXPECT_EQ(rows.RecordCount(), 2);
 }
 
-TEST_F(RecordsetEditTest, NewRowBeginsWithDefaultsAndItsNumber)
+TEST_P(RecordsetEditTest, NewRowBeginsWithDefaultsAndItsNumber)
 {
     rows.AddNew();
     EXPECT_EQ(rows["EmpEntry"].Value(), Value(std::int32_t{3}));
@@ -123,7 +126,7 @@ TEST_F(RecordsetEditTest, NewRowBeginsWithDefaultsAndItsNumber)
     EXPECT_TRUE(rows["EmpID"].Value().IsNull());
 }
 
-TEST_F(RecordsetEditTest, NumberOfACancelledRowIsUsedUp)
+TEST_P(RecordsetEditTest, NumberOfACancelledRowIsUsedUp)
 {
     rows.AddNew();
     rows.CancelUpdate();
@@ -134,7 +137,7 @@ TEST_F(RecordsetEditTest, NumberOfACancelledRowIsUsedUp)
     EXPECT_EQ(rows["EmpEntry"].Value(), Value(std::int32_t{4}));
 }
 
-TEST_F(RecordsetEditTest, OtherFieldsKeepWhatSomebodyElseStored)
+TEST_P(RecordsetEditTest, OtherFieldsKeepWhatSomebodyElseStored)
 {
     rows.Edit();
     rows["Hrs"] = 3.0;
@@ -144,7 +147,7 @@ TEST_F(RecordsetEditTest, OtherFieldsKeepWhatSomebodyElseStored)
     EXPECT_EQ(rows["Hrs"].Value(), Value(3.0));
 }
 
-TEST_F(RecordsetEditTest, EditOfARowChangedMeanwhileFailsOnce)
+TEST_P(RecordsetEditTest, EditOfARowChangedMeanwhileFailsOnce)
 {
     database.Execute("UPDATE LDEmp SET Hrs = 5 WHERE EmpID = 7");
     EXPECT_EQ(rows["Hrs"].Value(), Value(0.0));
@@ -154,7 +157,7 @@ TEST_F(RecordsetEditTest, EditOfARowChangedMeanwhileFailsOnce)
     EXPECT_EQ(rows["Hrs"].Value(), Value(5.0));
 }
 
-TEST_F(RecordsetEditTest, FindRefreshesTheRowBeforeTheEdit)
+TEST_P(RecordsetEditTest, FindRefreshesTheRowBeforeTheEdit)
 {
     database.Execute("UPDATE LDEmp SET Hrs = 5 WHERE EmpID = 7");
     rows.FindFirst("EmpID = 7");
@@ -164,7 +167,7 @@ TEST_F(RecordsetEditTest, FindRefreshesTheRowBeforeTheEdit)
     EXPECT_EQ(rows["Hrs"].Value(), Value(5.0));
 }
 
-TEST_F(RecordsetEditTest, TwoSetsMayEditDifferentRowsAtOnce)
+TEST_P(RecordsetEditTest, TwoSetsMayEditDifferentRowsAtOnce)
 {
     Recordset other = Open("SELECT * FROM LDEmp WHERE EmpID = 8");
     rows.Edit();
@@ -177,7 +180,7 @@ TEST_F(RecordsetEditTest, TwoSetsMayEditDifferentRowsAtOnce)
     EXPECT_EQ(other["Hrs"].Value(), Value(1.0));
 }
 
-TEST_F(RecordsetEditTest, UpdateOfADeletedRowFailsAndKeepsTheEdit)
+TEST_P(RecordsetEditTest, UpdateOfADeletedRowFailsAndKeepsTheEdit)
 {
     rows.Edit();
     rows["Hrs"] = 2.0;
@@ -187,7 +190,7 @@ TEST_F(RecordsetEditTest, UpdateOfADeletedRowFailsAndKeepsTheEdit)
     rows.CancelUpdate();
 }
 
-TEST_F(RecordsetEditTest, TextFieldsTakeTextUpToTheirSize)
+TEST_P(RecordsetEditTest, TextFieldsTakeTextUpToTheirSize)
 {
     rows.Edit();
     EXPECT_EQ(Assigning("Name", std::string(100, 'x')), 0);
@@ -208,7 +211,7 @@ TEST_F(RecordsetEditTest, TextFieldsTakeTextUpToTheirSize)
     EXPECT_TRUE(rows["Name"].Value().IsNull());
 }
 
-TEST_F(RecordsetEditTest, NumberFieldsTakeNumbersAndTheirTexts)
+TEST_P(RecordsetEditTest, NumberFieldsTakeNumbersAndTheirTexts)
 {
     rows.Edit();
     EXPECT_EQ(Assigning("EmpID", 2.5), 0);
@@ -229,7 +232,7 @@ TEST_F(RecordsetEditTest, NumberFieldsTakeNumbersAndTheirTexts)
     EXPECT_EQ(rows["Hrs"].Value(), Value(0.33));
 }
 
-TEST_F(RecordsetEditTest, DateFieldsTakeDatesTimesAndTheirTexts)
+TEST_P(RecordsetEditTest, DateFieldsTakeDatesTimesAndTheirTexts)
 {
     rows.Edit();
     EXPECT_EQ(Assigning("StartDay", "08:00 AM"), 0);
@@ -248,7 +251,7 @@ TEST_F(RecordsetEditTest, DateFieldsTakeDatesTimesAndTheirTexts)
     EXPECT_TRUE(rows["StartDay"].Value().IsNull());
 }
 
-TEST_F(RecordsetEditTest, BooleanFieldsTakeEverythingButNullAndEmptyText)
+TEST_P(RecordsetEditTest, BooleanFieldsTakeEverythingButNullAndEmptyText)
 {
     rows.Edit();
     EXPECT_EQ(Assigning("Active", 5), 0);
@@ -261,13 +264,13 @@ TEST_F(RecordsetEditTest, BooleanFieldsTakeEverythingButNullAndEmptyText)
     EXPECT_EQ(rows["Active"].Value(), Value(true));
 }
 
-TEST_F(RecordsetEditTest, CounterIsNotAssigned)
+TEST_P(RecordsetEditTest, CounterIsNotAssigned)
 {
     rows.AddNew();
     EXPECT_EQ(Assigning("EmpEntry", std::int32_t{99}), 3164);
 }
 
-TEST_F(RecordsetEditTest, FieldTakesTheValueOfAnotherField)
+TEST_P(RecordsetEditTest, FieldTakesTheValueOfAnotherField)
 {
     Recordset other = Open("SELECT * FROM LDEmp WHERE EmpID = 8");
     rows.Edit();
@@ -279,7 +282,7 @@ TEST_F(RecordsetEditTest, FieldTakesTheValueOfAnotherField)
     EXPECT_EQ(ErrorOf([&] { rows["Name"] = other["Name"]; }), 3021);
 }
 
-TEST_F(RecordsetEditTest, LongMemoIsStoredAndReplaced)
+TEST_P(RecordsetEditTest, LongMemoIsStoredAndReplaced)
 {
     const std::string text(20000, 'n');
     rows.Edit();
@@ -293,7 +296,7 @@ TEST_F(RecordsetEditTest, LongMemoIsStoredAndReplaced)
     EXPECT_EQ(again["Note"].Value(), Value("short"));
 }
 
-TEST_F(RecordsetEditTest, RequiredAndEmptyTextAreCheckedAtUpdate)
+TEST_P(RecordsetEditTest, RequiredAndEmptyTextAreCheckedAtUpdate)
 {
     TableDef table("Strict");
     FieldDef code = TableDef::CreateField("Code", FieldType::Text, 10);
@@ -314,7 +317,7 @@ TEST_F(RecordsetEditTest, RequiredAndEmptyTextAreCheckedAtUpdate)
     EXPECT_EQ(strict.RecordCount(), 1);
 }
 
-TEST_F(RecordsetEditTest, DuplicateKeyFailsAndKeepsTheEdit)
+TEST_P(RecordsetEditTest, DuplicateKeyFailsAndKeepsTheEdit)
 {
     TableDef table("Keyed");
     table.Append(TableDef::CreateField("Number", FieldType::Long));
@@ -339,7 +342,7 @@ TEST_F(RecordsetEditTest, DuplicateKeyFailsAndKeepsTheEdit)
     EXPECT_EQ(keyed.RecordCount(), 2);
 }
 
-TEST_F(RecordsetEditTest, ExpressionsOfASetAreNotAssigned)
+TEST_P(RecordsetEditTest, ExpressionsOfASetAreNotAssigned)
 {
     Recordset half = Open("SELECT EmpID, Hrs * 2 AS Twice FROM LDEmp");
     half.Edit();
@@ -351,7 +354,7 @@ TEST_F(RecordsetEditTest, ExpressionsOfASetAreNotAssigned)
     EXPECT_FALSE(half.NoMatch());
 }
 
-TEST_F(RecordsetEditTest, ReadOnlySetIsNotUpdatable)
+TEST_P(RecordsetEditTest, ReadOnlySetIsNotUpdatable)
 {
     Recordset fixed =
         database.OpenRecordset("SELECT * FROM LDEmp", RecordsetType::Dynaset, kReadOnlySet);
@@ -360,7 +363,7 @@ TEST_F(RecordsetEditTest, ReadOnlySetIsNotUpdatable)
     EXPECT_EQ(ErrorOf([&] { fixed.Delete(); }), 3027);
 }
 
-TEST_F(RecordsetEditTest, SortKeyChangedThroughTheSetDoesNotMoveTheRow)
+TEST_P(RecordsetEditTest, SortKeyChangedThroughTheSetDoesNotMoveTheRow)
 {
     Recordset sorted = Open("SELECT * FROM LDEmp ORDER BY Name");
     EXPECT_EQ(sorted["Name"].Value(), Value("Jones, Bob"));

@@ -7,7 +7,7 @@ namespace {
 
 using base::Value;
 
-class RecordsetFindTest : public DaoTest {
+class RecordsetFindTest : public DaoVersionTest {
 protected:
     RecordsetFindTest()
     {
@@ -34,7 +34,10 @@ protected:
     Recordset rows;
 };
 
-TEST_F(RecordsetFindTest, FindsByNumberAndText)
+INSTANTIATE_TEST_SUITE_P(Versions, RecordsetFindTest, testing::ValuesIn(kVersions),
+                         [](const auto& each) { return NameOf(each.param); });
+
+TEST_P(RecordsetFindTest, FindsByNumberAndText)
 {
     EXPECT_EQ(Found("EmpID = 8"), 8);
     EXPECT_EQ(Found("[EmpID] = 9"), 9);
@@ -45,13 +48,13 @@ TEST_F(RecordsetFindTest, FindsByNumberAndText)
     EXPECT_EQ(Found("EmpID = 8 And Name Is Not Null"), 8);
 }
 
-TEST_F(RecordsetFindTest, EmptyTextMatchesEmptyTextAndNotNull)
+TEST_P(RecordsetFindTest, EmptyTextMatchesEmptyTextAndNotNull)
 {
     EXPECT_EQ(Found("Name = ''"), 9);
     EXPECT_EQ(Found("Name Is Null"), 10);
 }
 
-TEST_F(RecordsetFindTest, NothingFoundLeavesThePosition)
+TEST_P(RecordsetFindTest, NothingFoundLeavesThePosition)
 {
     rows.FindFirst("EmpID = 8");
     rows.FindFirst("EmpID = 99");
@@ -59,7 +62,7 @@ TEST_F(RecordsetFindTest, NothingFoundLeavesThePosition)
     EXPECT_EQ(rows["EmpID"].Value(), Value(std::int32_t{8}));
 }
 
-TEST_F(RecordsetFindTest, NextAndPreviousGoOnFromTheCurrentRow)
+TEST_P(RecordsetFindTest, NextAndPreviousGoOnFromTheCurrentRow)
 {
     rows.FindFirst("EmpID > 7");
     EXPECT_EQ(rows["EmpID"].Value(), Value(std::int32_t{8}));
@@ -76,7 +79,7 @@ TEST_F(RecordsetFindTest, NextAndPreviousGoOnFromTheCurrentRow)
     EXPECT_EQ(ErrorOf([&] { rows.FindNext("EmpID = 7"); }), 3021);
 }
 
-TEST_F(RecordsetFindTest, FaultsHaveTheirNumbersAndChangeNothing)
+TEST_P(RecordsetFindTest, FaultsHaveTheirNumbersAndChangeNothing)
 {
     rows.FindFirst("EmpID = 99");
     rows.MoveLast();
@@ -91,7 +94,7 @@ TEST_F(RecordsetFindTest, FaultsHaveTheirNumbersAndChangeNothing)
     EXPECT_EQ(rows["EmpID"].Value(), Value(std::int32_t{10}));
 }
 
-TEST_F(RecordsetFindTest, SeesTheStoredValuesAndOwnAdditions)
+TEST_P(RecordsetFindTest, SeesTheStoredValuesAndOwnAdditions)
 {
     database.Execute("UPDATE LDEmp SET Hrs = 5 WHERE EmpID = 9");
     EXPECT_EQ(Found("Hrs = 5"), 9);
@@ -102,7 +105,7 @@ TEST_F(RecordsetFindTest, SeesTheStoredValuesAndOwnAdditions)
     EXPECT_EQ(Found("EmpID = 77"), 77);
 }
 
-TEST_F(RecordsetFindTest, PassesOverDeletedRows)
+TEST_P(RecordsetFindTest, PassesOverDeletedRows)
 {
     rows.FindFirst("EmpID = 8");
     rows.Delete();
@@ -111,7 +114,7 @@ TEST_F(RecordsetFindTest, PassesOverDeletedRows)
     EXPECT_EQ(Found("EmpID = 9"), 0);
 }
 
-TEST_F(RecordsetFindTest, SweepThatDeletesWhatIsNotFoundElsewhere)
+TEST_P(RecordsetFindTest, SweepThatDeletesWhatIsNotFoundElsewhere)
 {
     Recordset keep = Open("SELECT EmpID FROM LDEmp WHERE EmpID = 8");
     rows.MoveFirst();

@@ -5,7 +5,7 @@
 namespace dao {
 namespace {
 
-class RecordsetMoveTest : public DaoTest {
+class RecordsetMoveTest : public DaoVersionTest {
 protected:
     RecordsetMoveTest() { MakeEmployees(); }
 
@@ -16,7 +16,10 @@ protected:
     }
 };
 
-TEST_F(RecordsetMoveTest, EmptySetHasNoCurrentRecord)
+INSTANTIATE_TEST_SUITE_P(Versions, RecordsetMoveTest, testing::ValuesIn(kVersions),
+                         [](const auto& each) { return NameOf(each.param); });
+
+TEST_P(RecordsetMoveTest, EmptySetHasNoCurrentRecord)
 {
     Recordset rows = Open("SELECT * FROM LDEmp");
     EXPECT_TRUE(rows.Bof());
@@ -37,7 +40,7 @@ TEST_F(RecordsetMoveTest, EmptySetHasNoCurrentRecord)
     EXPECT_EQ(ErrorOf([&] { rows.AddNew(); }), 0);
 }
 
-TEST_F(RecordsetMoveTest, OpensOnTheFirstRow)
+TEST_P(RecordsetMoveTest, OpensOnTheFirstRow)
 {
     AddTwo();
     Recordset rows = Open("SELECT * FROM LDEmp");
@@ -48,7 +51,7 @@ TEST_F(RecordsetMoveTest, OpensOnTheFirstRow)
     EXPECT_EQ(rows.AbsolutePosition(), 0);
 }
 
-TEST_F(RecordsetMoveTest, BehindTheLastRowIsEofAndNoFurther)
+TEST_P(RecordsetMoveTest, BehindTheLastRowIsEofAndNoFurther)
 {
     AddTwo();
     Recordset rows = Open("SELECT * FROM LDEmp");
@@ -65,7 +68,7 @@ TEST_F(RecordsetMoveTest, BehindTheLastRowIsEofAndNoFurther)
     EXPECT_EQ(rows["EmpID"].Value(), base::Value(std::int32_t{8}));
 }
 
-TEST_F(RecordsetMoveTest, BeforeTheFirstRowIsBofAndNoFurther)
+TEST_P(RecordsetMoveTest, BeforeTheFirstRowIsBofAndNoFurther)
 {
     AddTwo();
     Recordset rows = Open("SELECT * FROM LDEmp");
@@ -79,7 +82,7 @@ TEST_F(RecordsetMoveTest, BeforeTheFirstRowIsBofAndNoFurther)
     EXPECT_EQ(rows["EmpID"].Value(), base::Value(std::int32_t{7}));
 }
 
-TEST_F(RecordsetMoveTest, FirstAndLastWorkFromAnywhere)
+TEST_P(RecordsetMoveTest, FirstAndLastWorkFromAnywhere)
 {
     AddTwo();
     Recordset rows = Open("SELECT * FROM LDEmp");
@@ -94,7 +97,7 @@ TEST_F(RecordsetMoveTest, FirstAndLastWorkFromAnywhere)
     EXPECT_FALSE(rows.Bof());
 }
 
-TEST_F(RecordsetMoveTest, CountIsTheRowsReachedAndExactAtTheEnd)
+TEST_P(RecordsetMoveTest, CountIsTheRowsReachedAndExactAtTheEnd)
 {
     AddTwo();
     Add(9, "Miller");
@@ -108,7 +111,7 @@ TEST_F(RecordsetMoveTest, CountIsTheRowsReachedAndExactAtTheEnd)
     EXPECT_EQ(rows.RecordCount(), 3);
 }
 
-TEST_F(RecordsetMoveTest, TableTypeSetKnowsItsExactCount)
+TEST_P(RecordsetMoveTest, TableTypeSetKnowsItsExactCount)
 {
     AddTwo();
     Recordset rows = Open("LDEmp");
@@ -118,7 +121,7 @@ TEST_F(RecordsetMoveTest, TableTypeSetKnowsItsExactCount)
     EXPECT_EQ(ErrorOf([&] { rows.Requery(); }), 3251);
 }
 
-TEST_F(RecordsetMoveTest, DeletedRowStaysThePositionUntilTheNextMove)
+TEST_P(RecordsetMoveTest, DeletedRowStaysThePositionUntilTheNextMove)
 {
     AddTwo();
     Recordset rows = Open("SELECT * FROM LDEmp");
@@ -134,7 +137,7 @@ TEST_F(RecordsetMoveTest, DeletedRowStaysThePositionUntilTheNextMove)
     EXPECT_TRUE(rows.Bof());
 }
 
-TEST_F(RecordsetMoveTest, DeletingTheOnlyRowShowsAtTheNextMove)
+TEST_P(RecordsetMoveTest, DeletingTheOnlyRowShowsAtTheNextMove)
 {
     Add(7, "Smith, Ann");
     Recordset rows = Open("SELECT * FROM LDEmp");
@@ -148,7 +151,7 @@ TEST_F(RecordsetMoveTest, DeletingTheOnlyRowShowsAtTheNextMove)
     EXPECT_TRUE(rows.Eof());
 }
 
-TEST_F(RecordsetMoveTest, RowDeletedThroughAnotherSetIsMetAsDeleted)
+TEST_P(RecordsetMoveTest, RowDeletedThroughAnotherSetIsMetAsDeleted)
 {
     AddTwo();
     Recordset rows = Open("SELECT * FROM LDEmp ORDER BY EmpID");
@@ -162,7 +165,7 @@ TEST_F(RecordsetMoveTest, RowDeletedThroughAnotherSetIsMetAsDeleted)
     EXPECT_TRUE(rows.Eof());
 }
 
-TEST_F(RecordsetMoveTest, AddedRowStandsAtTheEndAndIsNotCurrent)
+TEST_P(RecordsetMoveTest, AddedRowStandsAtTheEndAndIsNotCurrent)
 {
     AddTwo();
     Recordset rows = Open("SELECT * FROM LDEmp WHERE EmpID < 10 ORDER BY EmpID DESC");
@@ -178,7 +181,7 @@ TEST_F(RecordsetMoveTest, AddedRowStandsAtTheEndAndIsNotCurrent)
     EXPECT_EQ(rows.AbsolutePosition(), 2);
 }
 
-TEST_F(RecordsetMoveTest, RowAddedWhileWalkingIsVisitedOnceAtTheEnd)
+TEST_P(RecordsetMoveTest, RowAddedWhileWalkingIsVisitedOnceAtTheEnd)
 {
     AddTwo();
     Add(9, "Miller");
@@ -189,7 +192,7 @@ TEST_F(RecordsetMoveTest, RowAddedWhileWalkingIsVisitedOnceAtTheEnd)
     EXPECT_EQ(Column(rows, "EmpID"), (std::vector<std::string>{"7", "8", "9", "10"}));
 }
 
-TEST_F(RecordsetMoveTest, FirstRowOfAnEmptySetIsNotCurrentUntilItsBookmark)
+TEST_P(RecordsetMoveTest, FirstRowOfAnEmptySetIsNotCurrentUntilItsBookmark)
 {
     Recordset rows = Open("SELECT * FROM LDEmp");
     rows.AddNew();
@@ -203,7 +206,7 @@ TEST_F(RecordsetMoveTest, FirstRowOfAnEmptySetIsNotCurrentUntilItsBookmark)
     EXPECT_EQ(rows["Name"].Value(), base::Value("New"));
 }
 
-TEST_F(RecordsetMoveTest, BookmarkReturnsToItsRow)
+TEST_P(RecordsetMoveTest, BookmarkReturnsToItsRow)
 {
     AddTwo();
     Recordset rows = Open("SELECT * FROM LDEmp");
@@ -215,7 +218,7 @@ TEST_F(RecordsetMoveTest, BookmarkReturnsToItsRow)
     EXPECT_EQ(rows["EmpID"].Value(), base::Value(std::int32_t{7}));
 }
 
-TEST_F(RecordsetMoveTest, ForeignBookmarkIsRefused)
+TEST_P(RecordsetMoveTest, ForeignBookmarkIsRefused)
 {
     AddTwo();
     Recordset rows = Open("SELECT * FROM LDEmp");
@@ -227,7 +230,7 @@ TEST_F(RecordsetMoveTest, ForeignBookmarkIsRefused)
     EXPECT_EQ(ErrorOf([&] { rows.SetBookmark(first); }), 3167);
 }
 
-TEST_F(RecordsetMoveTest, LastModifiedNeedsAnUpdate)
+TEST_P(RecordsetMoveTest, LastModifiedNeedsAnUpdate)
 {
     AddTwo();
     Recordset rows = Open("SELECT * FROM LDEmp");
@@ -240,7 +243,7 @@ TEST_F(RecordsetMoveTest, LastModifiedNeedsAnUpdate)
     EXPECT_EQ(rows["EmpID"].Value(), base::Value(std::int32_t{7}));
 }
 
-TEST_F(RecordsetMoveTest, RequeryRunsTheQueryAgain)
+TEST_P(RecordsetMoveTest, RequeryRunsTheQueryAgain)
 {
     AddTwo();
     Recordset rows = Open("SELECT * FROM LDEmp WHERE EmpID > 7");
@@ -250,7 +253,7 @@ TEST_F(RecordsetMoveTest, RequeryRunsTheQueryAgain)
     EXPECT_EQ(Column(rows, "EmpID"), (std::vector<std::string>{"8", "9"}));
 }
 
-TEST_F(RecordsetMoveTest, SnapshotKeepsWhatItSaw)
+TEST_P(RecordsetMoveTest, SnapshotKeepsWhatItSaw)
 {
     AddTwo();
     Recordset rows = Open("SELECT * FROM LDEmp", RecordsetType::Snapshot);
@@ -264,7 +267,7 @@ TEST_F(RecordsetMoveTest, SnapshotKeepsWhatItSaw)
     EXPECT_FALSE(rows.Updatable());
 }
 
-TEST_F(RecordsetMoveTest, ForwardOnlySetGoesOnlyForward)
+TEST_P(RecordsetMoveTest, ForwardOnlySetGoesOnlyForward)
 {
     AddTwo();
     Recordset rows = Open("SELECT * FROM LDEmp", RecordsetType::ForwardOnly);
@@ -278,7 +281,7 @@ TEST_F(RecordsetMoveTest, ForwardOnlySetGoesOnlyForward)
     EXPECT_TRUE(rows.Eof());
 }
 
-TEST_F(RecordsetMoveTest, AggregateSetHasOneRowThatNobodyEdits)
+TEST_P(RecordsetMoveTest, AggregateSetHasOneRowThatNobodyEdits)
 {
     Recordset rows = Open("SELECT Count(EmpID) as JobCt, Sum(Hrs) as JobHrs FROM LDEmp");
     EXPECT_EQ(rows.RecordCount(), 1);
@@ -290,7 +293,7 @@ TEST_F(RecordsetMoveTest, AggregateSetHasOneRowThatNobodyEdits)
     EXPECT_EQ(ErrorOf([&] { rows.AddNew(); }), 3027);
 }
 
-TEST_F(RecordsetMoveTest, FieldTakenByItsPlaceKeepsItsNameWhenTheSetIsAnother)
+TEST_P(RecordsetMoveTest, FieldTakenByItsPlaceKeepsItsNameWhenTheSetIsAnother)
 {
     AddTwo();
     Recordset rows = Open("SELECT EmpID, Name FROM LDEmp");
@@ -302,7 +305,7 @@ TEST_F(RecordsetMoveTest, FieldTakenByItsPlaceKeepsItsNameWhenTheSetIsAnother)
     EXPECT_EQ(ErrorOf([&] { (void)name.Value(); }), 3265);
 }
 
-TEST_F(RecordsetMoveTest, FieldsAreKnownByNameWhateverTheCaseAndByPlace)
+TEST_P(RecordsetMoveTest, FieldsAreKnownByNameWhateverTheCaseAndByPlace)
 {
     Add(7, "Smith, Ann");
     Recordset rows = Open("SELECT * FROM LDEmp");

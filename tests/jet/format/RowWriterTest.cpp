@@ -94,4 +94,53 @@ TEST(RowWriterTest, OldRowIsWrittenInTheTablesPresentShape)
                                              "1400 0e00 0e00 0e00 0300 25")));
 }
 
+// 22 variable columns whose values end where a real row of 290 bytes has them end
+// (test2V1997.mdb, page 50, slot 0); number 73 is the last column.
+TableDefinition RealWideTable()
+{
+    TableDefinition table;
+    table.row = jet::format::kRowJet3;
+    for (std::uint16_t i = 0; i < 22; ++i)
+        table.columns.push_back(VariableColumn(ColumnType::Text, i, i, 255));
+    table.columns.push_back(FixedColumn(ColumnType::Binary, 73, 0, 0x90));
+    table.columnCounter = 74;
+    table.variableColumnCounter = 22;
+    return table;
+}
+
+TEST(RowWriterTest, SurplusJumpIsFillingAsInARealRow)
+{
+    const TableDefinition table = RealWideTable();
+    const std::vector<std::byte> ends = FromHex("9199a5a5b2b3b3b3b3c7c7dbdbdbdbeff0f1f2f3f3f3ff");
+    RowWriter writer(table);
+    for (std::size_t i = 0; i < 22; ++i) {
+        const auto length =
+            std::to_integer<std::size_t>(ends[i + 1]) - std::to_integer<std::size_t>(ends[i]);
+        writer.SetField(i, std::vector<std::byte>(length, static_cast<std::byte>('a' + i)));
+    }
+    const std::vector<std::byte> bytes = writer.Row();
+    ASSERT_EQ(bytes.size(), 290U);
+    EXPECT_EQ(ToHex(std::span(bytes).subspan(255, 25)),
+              "fff3f3f3f2f1f0efdbdbdbdbc7c7b3b3b3b3b2a5a59991ff16");
+    const RowView row(bytes, table);
+    EXPECT_EQ(ToHex(row.Field(21)), ToHex(std::vector<std::byte>(12, std::byte{'v'})));
+}
+
+TEST(RowWriterTest, EveryLengthOfAJet3RowReadsBack)
+{
+    const TableDefinition table = RealWideTable();
+    for (std::size_t longest = 0; longest < 90; ++longest) {
+        RowWriter writer(table);
+        for (std::size_t i = 0; i < 22; ++i)
+            writer.SetField(i, std::vector<std::byte>((longest * (i + 1)) % (longest + 1) + i,
+                                                      static_cast<std::byte>('a' + i)));
+        writer.SetField(longest % 22, std::vector<std::byte>(3 * longest, std::byte{'*'}));
+        const std::vector<std::byte> bytes = writer.Row();
+        ASSERT_EQ(bytes.size(), writer.Size());
+        const RowView row(bytes, table);
+        for (std::size_t i = 0; i < 22; ++i)
+            ASSERT_EQ(ToHex(row.Field(i)), ToHex(writer.Field(i))) << longest << " " << i;
+    }
+}
+
 }  // namespace

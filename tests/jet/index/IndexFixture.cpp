@@ -1,33 +1,36 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/jet/index/IndexFixture.h"
 
+#include "jet/format/DataPage.h"
+#include "jet/format/TableDefinitionLayout.h"
+
 namespace jet {
 
 namespace {
 
-constexpr std::uint32_t kStatistics = 63;
+constexpr std::uint32_t kNoOwner = 0;  // of a page of maps
 
-// An empty page for maps of pages.
-void FormatMapPage(format::MutableSpan page)
+std::uint32_t StatisticsAt(const format::FileVersion& version)
 {
-    format::WriteU16(page, 0, 0x0101);
-    format::WriteU16(page, 2, 4096 - 14);
+    return static_cast<std::uint32_t>(version.definition->table.statistics);
 }
 
 }  // namespace
 
 IndexFixture::IndexFixture(std::vector<format::ColumnType> types, std::vector<bool> ascending,
-                           Flags flags)
+                           Flags flags, const format::FileVersion& version)
 {
-    pager_ = pages::Pager::Create(files_, "index.mdb", format::kJet4);
+    pager_ = pages::Pager::Create(files_, "index.mdb", version);
     format::IndexDefinition index;
     index.unique = flags.unique;
     index.ignoreNulls = flags.ignoreNulls;
     index.required = flags.required;
-    index.statisticsOffset = kStatistics;
+    index.statisticsOffset = StatisticsAt(version);
     for (std::size_t i = 0; i < types.size(); ++i) {
         format::ColumnDefinition column;
         column.type = types[i];
+        column.sortOrder.version = version.sortVersion;
+        column.codePage = version.codePage;
         column.number = static_cast<std::uint16_t>(i);
         table_.columns.push_back(column);
         index.columns.push_back({column.number, ascending[i]});
@@ -36,7 +39,7 @@ IndexFixture::IndexFixture(std::vector<format::ColumnType> types, std::vector<bo
     table_.page = changes.Allocate();
     format::WriteU16(changes.Change(table_.page), 0, 0x0102);
     const format::PageNumber maps = changes.Allocate();
-    FormatMapPage(changes.Change(maps));
+    format::FormatDataPage(changes.Change(maps), kNoOwner);
     index.usageMap = pages::UsageMap::Make(changes, maps);
     index.root = index::Index::MakeRoot(changes, table_.page, index.usageMap);
     changes.Commit();
@@ -50,7 +53,7 @@ TreeReport IndexFixture::Check()
 
 std::uint32_t IndexFixture::DistinctKeys() const
 {
-    return format::ReadU32(pager_->Read(table_.page).Bytes(), kStatistics + 4);
+    return format::ReadU32(pager_->Read(table_.page).Bytes(), StatisticsAt(pager_->Version()) + 4);
 }
 
 void IndexFixture::Insert(const index::RowKey& key, format::RowId row)

@@ -18,7 +18,8 @@ public:
     struct Flags {
         bool unique = false, ignoreNulls = false, required = false;
     };
-    IndexFixture(std::vector<format::ColumnType> types, std::vector<bool> ascending, Flags flags);
+    IndexFixture(std::vector<format::ColumnType> types, std::vector<bool> ascending, Flags flags,
+                 const format::FileVersion& version = format::kJet4);
     // An index over one ascending long column.
     IndexFixture() : IndexFixture({format::ColumnType::Long}, {true}, {}) {}
 

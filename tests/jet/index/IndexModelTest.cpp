@@ -112,9 +112,13 @@ struct ModelEntry {
     friend auto operator<=>(const ModelEntry&, const ModelEntry&) = default;
 };
 
-class IndexModelTest : public testing::TestWithParam<Shape> {
+using ShapeAndVersion = std::tuple<Shape, const format::FileVersion*>;
+
+class IndexModelTest : public testing::TestWithParam<ShapeAndVersion> {
 protected:
-    IndexModelTest() : fixture_(GetParam().types, GetParam().ascending, {}) {}
+    IndexModelTest() : fixture_(Of().types, Of().ascending, {}, *std::get<1>(GetParam())) {}
+
+    [[nodiscard]] static const Shape& Of() { return std::get<0>(GetParam()); }
 
     // Some random changes as one write set; `growth` of ten of them are insertions.
     void ChangeSome(int count, unsigned growth)
@@ -132,7 +136,7 @@ protected:
 
     void InsertOne(pages::WriteSet& changes, index::Index& index)
     {
-        const RowKey key = index.KeyOf(GetParam().draw(random_));
+        const RowKey key = index.KeyOf(Of().draw(random_));
         const RowId row{PageNumber{1000 + nextRow_ / 250},
                         static_cast<std::uint16_t>(nextRow_ % 250)};
         ++nextRow_;
@@ -143,7 +147,7 @@ protected:
     void EraseOne(pages::WriteSet& changes, index::Index& index)
     {
         // Something near a random key, so that deletions lie anywhere.
-        const RowKey near = index.KeyOf(GetParam().draw(random_));
+        const RowKey near = index.KeyOf(Of().draw(random_));
         auto found = model_.lower_bound({near.bytes, {}});
         if (found == model_.end()) found = model_.begin();
         index.Erase(changes, {found->key, false, false}, found->row);
@@ -179,7 +183,7 @@ TEST_P(IndexModelTest, RandomChangesKeepTheTreeTrueDownToTheEmptyRoot)
         ExpectSame();
         if (HasFatalFailure()) return;
     }
-    EXPECT_GE(deepest_, GetParam().levels);
+    EXPECT_GE(deepest_, Of().levels);
     while (!model_.empty()) {
         ChangeSome(400, 0);
         ExpectSame();
@@ -210,7 +214,7 @@ TEST_P(IndexModelTest, LookupFindsExactlyTheRowsOfAKey)
     ChangeSome(1000, 8);
     const index::Index index = fixture_.Of();
     for (int i = 0; i < 200; ++i) {
-        const index::Key key = index.KeyOf(GetParam().draw(random_)).bytes;
+        const index::Key key = index.KeyOf(Of().draw(random_)).bytes;
         std::vector<RowId> expected;
         for (auto at = model_.lower_bound({key, {}}); at != model_.end() && at->key == key; ++at)
             expected.push_back(at->row);
@@ -218,8 +222,13 @@ TEST_P(IndexModelTest, LookupFindsExactlyTheRowsOfAKey)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Shapes, IndexModelTest, testing::ValuesIn(kShapes),
-                         [](const auto& shape) { return std::string(shape.param.name); });
+INSTANTIATE_TEST_SUITE_P(Shapes, IndexModelTest,
+                         testing::Combine(testing::ValuesIn(kShapes),
+                                          testing::Values(&format::kJet3, &format::kJet4)),
+                         [](const auto& each) {
+                             return std::string(std::get<0>(each.param).name) + "Jet" +
+                                    std::get<1>(each.param)->name[0];
+                         });
 
 // Appending in key order leaves full pages behind.
 TEST(IndexSplitTest, AppendedKeysFillTheirPages)

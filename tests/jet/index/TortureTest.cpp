@@ -41,11 +41,11 @@ struct Part {
 };
 using Parts = std::map<std::int32_t, Part>;
 
-class TortureTest : public testing::Test {
+class TortureTest : public testing::TestWithParam<dao::DatabaseVersion> {
 protected:
     TortureTest() : engine_({[] { return base::Date{46000}; }}, files_)
     {
-        engine_.CreateDatabase(kFile);
+        engine_.CreateDatabase(kFile, GetParam());
         database_ = engine_.DefaultWorkspace().OpenDatabase(kFile);
         MakeTable();
         rows_ = database_.OpenRecordset(kTable);
@@ -253,10 +253,17 @@ std::string Comparable(const std::string& line)
     return line.substr(number, day - number) + std::to_string((found - zero).count());
 }
 
+INSTANTIATE_TEST_SUITE_P(Versions, TortureTest,
+                         testing::Values(dao::DatabaseVersion::Jet3, dao::DatabaseVersion::Jet4),
+                         [](const auto& each) {
+                             return std::string(each.param == dao::DatabaseVersion::Jet3 ? "Jet3"
+                                                                                         : "Jet4");
+                         });
+
 #ifdef NDEBUG
-TEST_F(TortureTest, TwentyThousandRowsAppendedThinnedAndChangedKeepEveryIndexTrue)
+TEST_P(TortureTest, TwentyThousandRowsAppendedThinnedAndChangedKeepEveryIndexTrue)
 #else
-TEST_F(TortureTest, DebugRunOfFourThousandRowsAppendedThinnedAndChangedKeepsEveryIndexTrue)
+TEST_P(TortureTest, DebugRunOfFourThousandRowsAppendedThinnedAndChangedKeepsEveryIndexTrue)
 #endif
 {
     Append();

@@ -95,15 +95,17 @@ TEST_P(DamagedFileTest, EndsInAResultOrANumberedError)
     const auto tables = tests::UserTables(
         jet::pages::Pager::Open(files, "damaged.mdb", jet::io::OpenMode::ReadOnly));
 
+    const std::size_t size = sound[0x14] == std::byte{0} ? 2048 : 4096;
+
     Outcome outcome;
     std::mt19937 dice(7);
     for (int round = 0; round < 60; ++round) {
         std::vector<std::byte> damaged = sound;
         for (int i = 0; i < 40; ++i) {
             // Most of a page's meaning is at its beginning and its end.
-            const std::size_t page = 1 + dice() % (damaged.size() / 4096 - 1);
-            const std::size_t offset = dice() % 3 == 0 ? 4095 - dice() % 200 : dice() % 200;
-            damaged[page * 4096 + offset] = static_cast<std::byte>(dice());
+            const std::size_t page = 1 + dice() % (damaged.size() / size - 1);
+            const std::size_t offset = dice() % 3 == 0 ? size - 1 - dice() % 200 : dice() % 200;
+            damaged[page * size + offset] = static_cast<std::byte>(dice());
         }
         files.Content("damaged.mdb") = damaged;
         Use(files, tables, outcome);
@@ -113,7 +115,8 @@ TEST_P(DamagedFileTest, EndsInAResultOrANumberedError)
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples, DamagedFileTest,
-                         testing::Values("testV2000", "indexTestV2000", "overflowTestV2000",
-                                         "delColTestV2000", "test2V2000"));
+                         testing::Values("testV1997", "indexTestV1997", "overflowTestV1997",
+                                         "test2V1997", "testV2000", "indexTestV2000",
+                                         "overflowTestV2000", "delColTestV2000", "test2V2000"));
 
 }  // namespace

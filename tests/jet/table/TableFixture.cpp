@@ -7,14 +7,15 @@
 
 namespace tests {
 
-TableFixture::TableFixture()
-    : pager_(jet::pages::Pager::Create(files_, "test.mdb", jet::format::kJet4))
+TableFixture::TableFixture(const jet::format::FileVersion& version)
+    : pager_(jet::pages::Pager::Create(files_, "test.mdb", version))
 {
 }
 
 std::unique_ptr<NativeTable> TableFixture::Make(const jet::catalog::NewTable& design)
 {
-    jet::format::TableDefinition table = jet::catalog::DesignOf(design, {}, jet::format::kJet4);
+    jet::format::TableDefinition table = jet::catalog::DesignOf(
+        design, jet::catalog::NewDatabaseText(pager_->Version()), pager_->Version());
     jet::pages::WriteSet changes(*pager_);
     table.page = changes.Allocate();
     jet::catalog::MapPages maps(changes);

@@ -24,7 +24,7 @@ using RowValues = std::vector<Value>;
 
 class TableFixture : public testing::Test {
 protected:
-    TableFixture();
+    explicit TableFixture(const jet::format::FileVersion& version = jet::format::kJet4);
 
     // Makes a table and opens it.
     std::unique_ptr<NativeTable> Make(const jet::catalog::NewTable& design);

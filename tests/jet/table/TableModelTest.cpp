@@ -4,9 +4,11 @@
 
 #include <map>
 #include <random>
+#include <tuple>
 
 namespace {
 
+using jet::format::FileVersion;
 using tests::Assignments;
 using tests::Column;
 using tests::ColumnType;
@@ -18,7 +20,7 @@ using tests::Value;
 // Places of the columns that the test itself uses.
 constexpr std::size_t kKey = 0, kGroup = 3;
 
-jet::catalog::NewTable AllTypes()
+jet::catalog::NewTable AllTypes(const FileVersion& version)
 {
     jet::catalog::NewTable design;
     design.name = "AllTypes";
@@ -33,6 +35,9 @@ jet::catalog::NewTable AllTypes()
         Column("Exact", ColumnType::Numeric)};
     design.columns.back().precision = 18;
     design.columns.back().scale = 2;
+    // Jet 3 has no decimals.
+    if (version.lastColumnType < static_cast<std::uint8_t>(ColumnType::Numeric))
+        design.columns.pop_back();
     design.indexes = {
         {.name = "Key",
          .columns = {{.column = "Key"}},
@@ -116,9 +121,16 @@ private:
     std::mt19937 engine_;
 };
 
-class TableModelTest : public tests::TableFixture, public testing::WithParamInterface<unsigned> {
+using SeedAndVersion = std::tuple<unsigned, const FileVersion*>;
+
+class TableModelTest : public tests::TableFixture,
+                       public testing::WithParamInterface<SeedAndVersion> {
 protected:
-    TableModelTest() : table_(Make(AllTypes())), dice_(GetParam()) {}
+    TableModelTest()
+        : TableFixture(*std::get<1>(GetParam())), table_(Make(AllTypes(pager_->Version()))),
+          dice_(std::get<0>(GetParam()))
+    {
+    }
 
     Value Random(std::size_t column)
     {
@@ -215,6 +227,13 @@ TEST_P(TableModelTest, EveryRowIsWhatWasWrittenLast)
     ExpectModel();
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, TableModelTest, testing::Values(1U, 2U, 3U, 4U));
+INSTANTIATE_TEST_SUITE_P(Seeds, TableModelTest,
+                         testing::Combine(testing::Values(1U, 2U, 3U, 4U),
+                                          testing::Values(&jet::format::kJet3,
+                                                          &jet::format::kJet4)),
+                         [](const auto& each) {
+                             return "Jet" + std::string(1, std::get<1>(each.param)->name[0]) +
+                                    "Seed" + std::to_string(std::get<0>(each.param));
+                         });
 
 }  // namespace
