@@ -19,8 +19,7 @@ struct TableDefinitionLayout;
 //         writer.WritePage(i, nextOf(i), pageOf(i));
 //
 // Requires: there are columns; numbers, offsets, maps and roots are set; namedIndexes stand in the
-// sort order of
-//           their names.
+//           sort order of their names.
 // Rule:     columns are written in the order in which they stand. Index statistics are those of
 //           indexes over no rows. What the format leaves undefined is written as 0.
 // Errors:   3421 for a name that the code page of the columns cannot hold.
