@@ -84,8 +84,8 @@ std::string AttributesText(const ColumnDefinition& column, const FieldProperties
     if (properties.allowZeroLength) text += ", zero length allowed";
     if (column.compressed) text += ", compressed";
     if (!properties.defaultValue.empty()) text += ", default " + properties.defaultValue;
-    if (!properties.validationRule.empty()) text += ", rule " + properties.validationRule;
-    if (!properties.validationText.empty()) text += ", rule text " + properties.validationText;
+    if (!properties.rule.expression.empty()) text += ", rule " + properties.rule.expression;
+    if (!properties.rule.text.empty()) text += ", rule text " + properties.rule.text;
     return text.empty() ? text : text.substr(1);
 }
 

@@ -154,6 +154,7 @@ OpenTable Catalog::Open(std::string_view name) const
                                      : format::PropertyBlock::Parse(bytes, objects.Text().codePage);
     for (const format::ColumnDefinition& column : table.rows->Definition().columns)
         table.properties.push_back(ReadProperties(block, column.name));
+    table.rule = ReadRule(block, {});
     return table;
 }
 

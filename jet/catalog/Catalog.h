@@ -4,7 +4,7 @@
 
 #include "jet/catalog/NewTable.h"
 #include "jet/pages/WriteSet.h"
-#include "jet/table/RowSource.h"
+#include "jet/table/NativeTable.h"
 
 #include <memory>
 #include <optional>
@@ -29,8 +29,9 @@ struct CatalogEntry {
 // A table opened by name.
 struct OpenTable {
     CatalogEntry entry;
-    std::unique_ptr<table::RowSource> rows;
+    std::unique_ptr<table::NativeTable> rows;
     std::vector<FieldProperties> properties;  // by place in rows->Definition().columns
+    ValidationRule rule;                      // of whole rows
 };
 
 class Catalog {

@@ -18,8 +18,19 @@ FieldProperties ReadProperties(const format::PropertyBlock& block, std::string_v
     return {.defaultValue = block.TextValue(field, kDefaultValue).value_or(""),
             .allowZeroLength = block.BooleanValue(field, kAllowZeroLength),
             .required = block.BooleanValue(field, kRequired),
-            .validationRule = block.TextValue(field, kValidationRule).value_or(""),
-            .validationText = block.TextValue(field, kValidationText).value_or("")};
+            .rule = ReadRule(block, field)};
+}
+
+ValidationRule ReadRule(const format::PropertyBlock& block, std::string_view field)
+{
+    return {.expression = block.TextValue(field, kValidationRule).value_or(""),
+            .text = block.TextValue(field, kValidationText).value_or("")};
+}
+
+void AddRule(format::PropertyBlock& block, std::string_view field, const ValidationRule& rule)
+{
+    if (!rule.expression.empty()) block.SetMemo(field, kValidationRule, rule.expression);
+    if (!rule.text.empty()) block.SetText(field, kValidationText, rule.text);
 }
 
 void AddProperties(format::PropertyBlock& block, std::string_view field,
@@ -30,10 +41,7 @@ void AddProperties(format::PropertyBlock& block, std::string_view field,
         block.SetMemo(field, kDefaultValue, properties.defaultValue);
     if (properties.allowZeroLength) block.SetBoolean(field, kAllowZeroLength, true);
     if (properties.required) block.SetBoolean(field, kRequired, true);
-    if (!properties.validationRule.empty())
-        block.SetMemo(field, kValidationRule, properties.validationRule);
-    if (!properties.validationText.empty())
-        block.SetText(field, kValidationText, properties.validationText);
+    AddRule(block, field, properties.rule);
 }
 
 }  // namespace jet::catalog

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// FieldProperties: what a table's property block says of one field.
+// FieldProperties: what a table's property block says of one field, and its rule for whole rows.
 #pragma once
 
 #include <string>
@@ -11,17 +11,28 @@ class PropertyBlock;
 
 namespace jet::catalog {
 
+// What must hold of a field or of a row, and what to say when it does not.
+struct ValidationRule {
+    std::string expression;  // empty means none
+    std::string text;        // empty means the engine's own words
+    friend bool operator==(const ValidationRule&, const ValidationRule&) = default;
+};
+
 struct FieldProperties {
     std::string defaultValue;  // an expression; empty means none
     bool allowZeroLength = false;
     bool required = false;
-    std::string validationRule, validationText;
+    ValidationRule rule;
     friend bool operator==(const FieldProperties&, const FieldProperties&) = default;
 };
 
 // What `block` says of the field. Rule: what it does not say is false or empty.
 [[nodiscard]] FieldProperties ReadProperties(const format::PropertyBlock& block,
                                              std::string_view field);
+
+// The rule of a field, of whole rows when `field` is empty.
+[[nodiscard]] ValidationRule ReadRule(const format::PropertyBlock& block, std::string_view field);
+void AddRule(format::PropertyBlock& block, std::string_view field, const ValidationRule& rule);
 
 // Adds what differs from false and empty, and nothing else.
 void AddProperties(format::PropertyBlock& block, std::string_view field,

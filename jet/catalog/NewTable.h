@@ -35,6 +35,7 @@ struct NewTable {
     std::string name;
     std::vector<NewColumn> columns;
     std::vector<NewIndex> indexes;
+    ValidationRule rule = {};  // of whole rows
 };
 
 }  // namespace jet::catalog

@@ -185,6 +185,7 @@ format::TableDefinition DesignOf(const NewTable& wish, const DatabaseText& text,
 std::vector<std::byte> PropertiesOf(const NewTable& table, std::uint16_t codePage)
 {
     format::PropertyBlock block(codePage);
+    AddRule(block, {}, table.rule);
     for (const NewColumn& column : table.columns)
         if (!column.autoNumber) AddProperties(block, column.name, column.properties);
     return block.Empty() ? std::vector<std::byte>{} : block.Encode();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "jet/dao/Core.h"
 
+#include "jet/sql/TableRules.h"
+
 namespace dao {
 
 using jet::catalog::CatalogEntry;
@@ -18,6 +20,7 @@ jet::sql::TablePtr Core::Table(std::string_view name)
     std::weak_ptr<jet::catalog::OpenTable>& known = tables_[entry->id];
     if (jet::sql::TablePtr open = known.lock()) return open;
     auto opened = std::make_shared<jet::catalog::OpenTable>(catalog_.Open(name));
+    opened->rows->Obey(std::make_shared<jet::sql::TableRules>(*opened, now_));
     known = opened;
     return opened;
 }

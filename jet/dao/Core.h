@@ -6,6 +6,7 @@
 #include "jet/pages/Pager.h"
 #include "jet/sql/Session.h"
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string_view>
@@ -14,8 +15,9 @@ namespace dao {
 
 class Core {
 public:
-    explicit Core(std::shared_ptr<jet::pages::Pager> pager)
-        : pager_(std::move(pager)), catalog_(pager_)
+    // `now` tells the time to the rules of the tables.
+    Core(std::shared_ptr<jet::pages::Pager> pager, std::function<base::Date()> now)
+        : pager_(std::move(pager)), catalog_(pager_), now_(std::move(now))
     {
     }
 
@@ -30,6 +32,7 @@ public:
 private:
     std::shared_ptr<jet::pages::Pager> pager_;
     jet::catalog::Catalog catalog_;
+    std::function<base::Date()> now_;
     std::map<std::int32_t, std::weak_ptr<jet::catalog::OpenTable>> tables_;  // by catalog id
 };
 

@@ -62,7 +62,7 @@ std::shared_ptr<Core> DBEngine::State::Open(const std::string& path, bool readOn
         if (std::shared_ptr<Core> core = known.readOnly.lock()) return core;
     }
     const auto open = [&](OpenMode mode) {
-        return std::make_shared<Core>(jet::pages::Pager::Open(*files, path, mode));
+        return std::make_shared<Core>(jet::pages::Pager::Open(*files, path, mode), settings.now);
     };
     if (!readOnly) {
         try {

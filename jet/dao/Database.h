@@ -34,7 +34,7 @@ public:
     // A copy of a table's definition. Errors: 3265 no such table.
     [[nodiscard]] dao::TableDef TableDef(std::string_view name) const;
     // Creates the table in the file at once.
-    // Errors: 3010, 3012, 3125, 3191, 3259, 3264, 3027.
+    // Errors: 3010, 3012, 3125, 3191, 3259, 3264, 3320, 3355, 3027.
     void Append(const dao::TableDef& table);
 
     // `source` is a table's name or SQL text.

@@ -61,7 +61,8 @@ public:
     // Errors: 3021, 3167, 3027 not updatable, 3251 snapshot, 3197 changed by somebody else.
     void Edit();
     void AddNew();
-    // Errors: 3020 without Edit or AddNew; 3022, 3058, 3314, 3315 with the edit kept.
+    // Errors: 3020 without Edit or AddNew; with the edit kept: 3022, 3058 keys, 3314, 3315, 3316,
+    //         3317 rules, 3320, 3344, 3388 a rule that cannot be worked out, 3047.
     void Update();
     void CancelUpdate();
     void Delete();

@@ -113,9 +113,7 @@ void Recordset::State::WriteEdit()
 {
     std::vector<Assignment> changes;
     for (std::size_t i = 0; i < edit.assigned.size(); ++i) {
-        if (!edit.assigned[i]) continue;
-        jet::sql::CheckStorable(*query->Table(), i, *edit.assigned[i]);
-        changes.push_back({i, *edit.assigned[i]});
+        if (edit.assigned[i]) changes.push_back({i, *edit.assigned[i]});
     }
     const RowId row = rows->Id(*current);
     if (!changes.empty()) Source().Update(row, changes);
@@ -129,8 +127,8 @@ void Recordset::State::WriteNew()
     std::vector<Assignment> row;
     for (std::size_t i = 0; i < edit.assigned.size(); ++i) {
         Value value = ColumnValue(i);
-        jet::sql::CheckStorable(*query->Table(), i, value);
-        if (!value.IsNull()) row.push_back({i, std::move(value)});
+        // A null that was put there is held against a rule, one that was always there is not.
+        if (edit.assigned[i] || !value.IsNull()) row.push_back({i, std::move(value)});
     }
     const RowId added = Source().Insert(row);
     rows->Add(added);

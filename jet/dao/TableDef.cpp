@@ -33,4 +33,10 @@ void TableDef::Append(IndexDef index)
     indexes_.push_back(std::move(index));
 }
 
+void TableDef::SetValidation(std::string_view rule, std::string_view text)
+{
+    validationRule_ = rule;
+    validationText_ = text;
+}
+
 }  // namespace dao

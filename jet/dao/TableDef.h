@@ -19,6 +19,8 @@ struct FieldDef {
     std::string defaultValue;  // an expression: `0`, `""`, `Now()`; no characters means none
     bool allowZeroLength = false;
     bool required = false;
+    std::string validationRule;  // an expression: `>0 And <24`, `In ("A", "B")`
+    std::string validationText;  // what to say when it does not hold
 };
 
 struct IndexDef {
@@ -46,10 +48,16 @@ public:
     void Append(FieldDef field);
     void Append(IndexDef index);
 
+    // A rule for whole rows, and what to say when it does not hold.
+    void SetValidation(std::string_view rule, std::string_view text);
+    [[nodiscard]] const std::string& ValidationRule() const { return validationRule_; }
+    [[nodiscard]] const std::string& ValidationText() const { return validationText_; }
+
 private:
     std::string name_;
     std::vector<FieldDef> fields_;
     std::vector<IndexDef> indexes_;
+    std::string validationRule_, validationText_;
 };
 
 }  // namespace dao

@@ -48,6 +48,14 @@ IndexDef IndexDefOf(const NamedIndex& named, const jet::format::TableDefinition&
     return index;
 }
 
+// Errors: 3320 when it cannot be read as an expression.
+jet::catalog::ValidationRule RuleOf(const std::string& rule, const std::string& text,
+                                    std::string_view field)
+{
+    if (!rule.empty()) (void)jet::sql::ParseRule(rule, field, {});
+    return {rule, text};
+}
+
 NewColumn NewColumnOf(const FieldDef& field)
 {
     const auto type = ColumnTypeOf(field.type);
@@ -64,6 +72,7 @@ NewColumn NewColumnOf(const FieldDef& field)
     column.properties.defaultValue = field.defaultValue;
     column.properties.allowZeroLength = field.allowZeroLength;
     column.properties.required = field.required;
+    column.properties.rule = RuleOf(field.validationRule, field.validationText, field.name);
     return column;
 }
 
@@ -79,12 +88,15 @@ TableDef TableDefOf(const jet::catalog::OpenTable& table, std::size_t bytesPerCh
             field.defaultValue = table.properties[i].defaultValue;
             field.allowZeroLength = table.properties[i].allowZeroLength;
             field.required = table.properties[i].required;
+            field.validationRule = table.properties[i].rule.expression;
+            field.validationText = table.properties[i].rule.text;
         }
         made.Append(std::move(field));
     }
     for (const NamedIndex& named : definition.namedIndexes)
         if (named.kind != kRelationship && named.tree < definition.indexes.size())
             made.Append(IndexDefOf(named, definition));
+    made.SetValidation(table.rule.expression, table.rule.text);
     return made;
 }
 
@@ -92,6 +104,7 @@ NewTable NewTableOf(const TableDef& table)
 {
     NewTable made;
     made.name = table.Name();
+    made.rule = RuleOf(table.ValidationRule(), table.ValidationText(), {});
     for (const FieldDef& field : table.Fields())
         made.columns.push_back(NewColumnOf(field));
     const auto counters = std::count_if(made.columns.begin(), made.columns.end(),

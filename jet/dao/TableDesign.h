@@ -11,7 +11,7 @@ namespace dao {
                                   std::size_t bytesPerCharacter);
 
 // Errors: 3259 unknown type, 3017 a text too wide, 3001 a counter that is no long, 3090 two
-//         counters, 3355 a default that is no expression.
+//         counters, 3355 a default that is no expression, 3320 a rule that is none.
 [[nodiscard]] jet::catalog::NewTable NewTableOf(const TableDef& table);
 
 }  // namespace dao

@@ -220,13 +220,10 @@ private:
         }
     }
 
-    // The value a column gets, with all that may be wrong with it.
-    [[nodiscard]] Assignment Checked(std::size_t column, const base::Value& value) const
+    // The value a column gets.
+    [[nodiscard]] Assignment Converted(std::size_t column, const base::Value& value) const
     {
-        Assignment made{column,
-                        ForColumn(value, Definition().columns[column], session_.bytesPerCharacter)};
-        CheckStorable(*table_, column, made.value);
-        return made;
+        return {column, ForColumn(value, Definition().columns[column], session_.bytesPerCharacter)};
     }
 
     [[nodiscard]] Change UpdateOf(table::RowId id, const std::vector<std::size_t>& columns,
@@ -240,7 +237,7 @@ private:
         Change change{Change::Kind::Update, id, {}};
         for (std::size_t i = 0; i < columns.size(); ++i) {
             if (Definition().columns[columns[i]].autoNumber) throw NumberedError(3164);
-            change.values.push_back(Checked(columns[i], Evaluate(*values[i], row, environment_)));
+            change.values.push_back(Converted(columns[i], Evaluate(*values[i], row, environment_)));
         }
         return change;
     }
@@ -250,10 +247,9 @@ private:
     {
         std::vector<base::Value> values = NewRowValues(*table_, session_);
         for (std::size_t i = 0; i < columns.size(); ++i)
-            values[columns[i]] = Checked(columns[i], given[i]).value;
+            values[columns[i]] = Converted(columns[i], given[i]).value;
         Change change{Change::Kind::Insert, {}, {}};
         for (std::size_t i = 0; i < values.size(); ++i) {
-            CheckStorable(*table_, i, values[i]);
             const bool counter = Definition().columns[i].autoNumber;
             if (counter && values[i].IsNull()) values[i] = table_->rows->NextAutoNumber();
             if (!values[i].IsNull()) change.values.push_back({i, std::move(values[i])});

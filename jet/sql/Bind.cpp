@@ -47,6 +47,18 @@ ValueKind Common(ValueKind left, ValueKind right)
     return left == ValueKind::Null ? right : ValueKind::Any;
 }
 
+// The name of the first unknown function; null when all are joined.
+const std::string* JoinFunctions(Expression& expression)
+{
+    if (expression.kind == ExpressionKind::Call) {
+        expression.function = FindFunction(expression.name);
+        if (expression.function == nullptr) return &expression.name;
+    }
+    for (const ExpressionPtr& operand : expression.operands)
+        if (const std::string* const unknown = JoinFunctions(*operand)) return unknown;
+    return nullptr;
+}
+
 class TypeChecker {
 public:
     explicit TypeChecker(const Scope& scope) : scope_(scope) {}
@@ -196,12 +208,8 @@ Scope ScopeOf(const format::TableDefinition& table, std::string_view name)
 
 void BindFunctions(Expression& expression)
 {
-    if (expression.kind == ExpressionKind::Call) {
-        expression.function = FindFunction(expression.name);
-        if (expression.function == nullptr) throw NumberedError(3085, {expression.name});
-    }
-    for (const ExpressionPtr& operand : expression.operands)
-        BindFunctions(*operand);
+    if (const std::string* const unknown = JoinFunctions(expression))
+        throw NumberedError(3085, {*unknown});
 }
 
 void BindNames(Expression& expression, const Scope& scope, std::vector<std::string>& unknown)
@@ -241,6 +249,18 @@ void BindCriteria(Expression& expression, const Scope& scope)
     BindNames(expression, scope, unknown);
     if (!unknown.empty()) throw NumberedError(3070, {unknown.front()});
     BindCondition(expression, scope);
+}
+
+void BindKept(Expression& expression, const Scope& scope, std::string_view field,
+              std::string_view table)
+{
+    if (const std::string* const unknown = JoinFunctions(expression))
+        throw NumberedError(3388, {std::string(field.empty() ? table : field), *unknown});
+    std::vector<std::string> unknown;
+    BindNames(expression, scope, unknown);
+    if (const Expression* const aggregate = FindAggregate(expression))
+        unknown.push_back(aggregate->text);
+    if (!unknown.empty()) throw NumberedError(3344, {unknown.front(), std::string(table)});
 }
 
 const Expression* FindAggregate(const Expression& expression)

@@ -44,6 +44,11 @@ void BindCondition(Expression& expression, const Scope& scope);
 // All steps of a Find criterion. Errors: 3085, 3070, 3095, 3464.
 void BindCriteria(Expression& expression, const Scope& scope);
 
+// Functions and names of an expression that a table keeps for `field`, or for whole rows when that
+// is empty. Errors: 3388 unknown function, 3344 unknown name or an aggregate.
+void BindKept(Expression& expression, const Scope& scope, std::string_view field,
+              std::string_view table);
+
 // The first aggregate in the tree; nothing when there is none.
 [[nodiscard]] const Expression* FindAggregate(const Expression& expression);
 

@@ -173,6 +173,7 @@ private:
     ExpressionPtr Prefixed(int lowest)
     {
         const Nesting nesting(nesting_);
+        if (lowest <= kComparison && LacksLeftSide()) return ImpliedField();
         if (reader_.TakeIf("Not"))
             return Make(ExpressionKind::Unary, Operator::Not, Binary(std::max<int>(kNot, lowest)));
         if (reader_.TakeIf("-"))
@@ -180,6 +181,21 @@ private:
         if (reader_.TakeIf("+"))
             return Make(ExpressionKind::Unary, Operator::Identity, Binary(kPower));
         return Primary();
+    }
+
+    [[nodiscard]] bool LacksLeftSide() const
+    {
+        if (reader_.implied.empty()) return false;
+        const BinaryOperator* const found = BinaryOperatorOf(reader_.Peek());
+        return (found != nullptr && found->rank == kComparison) || IsSpecialComparison();
+    }
+
+    [[nodiscard]] ExpressionPtr ImpliedField() const
+    {
+        auto made = std::make_unique<Expression>();
+        made->kind = ExpressionKind::Name;
+        made->name = reader_.implied;
+        return made;
     }
 
     [[nodiscard]] bool IsSpecialComparison() const

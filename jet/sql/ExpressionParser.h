@@ -25,6 +25,8 @@ struct TokenReader {
     std::string_view text;  // what the tokens were cut from
     std::vector<Token> tokens;
     std::size_t at = 0;
+    std::string_view implied =
+        {};  // the field that a comparison without left side means; empty: none
 
     [[nodiscard]] const Token& Peek(std::size_t ahead = 0) const;
     const Token& Take();

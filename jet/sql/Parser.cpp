@@ -291,6 +291,37 @@ ExpressionPtr WholeExpression(TokenReader& reader, base::Date today)
     return made;
 }
 
+// Whether it is a literal other than True, False and Null, maybe with a sign.
+bool IsLiteral(const Expression& e)
+{
+    if (e.kind == ExpressionKind::Unary && e.op != Operator::Not) return IsLiteral(*e.operands[0]);
+    return e.kind == ExpressionKind::Constant && !e.constant.IsNull() &&
+           e.constant.As<bool>() == nullptr;
+}
+
+// A field's rule with its lone literals made equalities.
+ExpressionPtr WithEqualities(ExpressionPtr rule, std::string_view field)
+{
+    if (field.empty()) return rule;
+    if (IsLogical(rule->op) || rule->op == Operator::Not) {
+        for (ExpressionPtr& operand : rule->operands)
+            operand = WithEqualities(std::move(operand), field);
+        return rule;
+    }
+    if (!IsLiteral(*rule)) return rule;
+    auto name = std::make_unique<Expression>();
+    name->kind = ExpressionKind::Name;
+    name->name = field;
+    auto equality = std::make_unique<Expression>();
+    equality->kind = ExpressionKind::Binary;
+    equality->op = Operator::Equal;
+    equality->depth = rule->depth + 1;
+    equality->text = rule->text;
+    equality->operands.push_back(std::move(name));
+    equality->operands.push_back(std::move(rule));
+    return equality;
+}
+
 void CheckLength(std::string_view text)
 {
     if (text.size() > kTextLimit && base::Length(text) > kTextLimit) throw NumberedError(3360);
@@ -323,6 +354,17 @@ ExpressionPtr ParseDefault(std::string_view text, base::Date today)
         return WholeExpression(reader, today);
     } catch (const ExpressionFault&) {
         throw NumberedError(3355);
+    }
+}
+
+ExpressionPtr ParseRule(std::string_view text, std::string_view field, base::Date today)
+{
+    TokenReader reader{text, Tokenize(text), 0, field};
+    try {
+        CheckLength(text);
+        return WithEqualities(WholeExpression(reader, today), field);
+    } catch (const ExpressionFault& fault) {
+        throw NumberedError(3320, {fault.fragment});
     }
 }
 

@@ -23,6 +23,14 @@ namespace jet::sql {
 // A field's default value; one leading "=" is passed over. Errors: 3355.
 [[nodiscard]] ExpressionPtr ParseDefault(std::string_view text, base::Date today);
 
+// A validation rule, of one field or (when `field` is empty) of whole rows.
+//
+// Rule:   in a field's rule the field may be left out: `>0 And <24`, `In (1, 2)`, `Is Null Or > 5`,
+//         and a lone literal stands for equality with it: `"M" Or "F"`.
+// Errors: 3320.
+[[nodiscard]] ExpressionPtr ParseRule(std::string_view text, std::string_view field,
+                                      base::Date today);
+
 // Whether the text begins like a statement, and whether like a SELECT.
 enum class StatementStart { Select, Action, None };
 [[nodiscard]] StatementStart StartOf(std::string_view text);

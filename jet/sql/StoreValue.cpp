@@ -172,15 +172,7 @@ Value DefaultOf(const std::string& text, const catalog::OpenTable& table,
                 const format::ColumnDefinition& column, const Session& session)
 {
     const ExpressionPtr expression = ParseDefault(text, session.now());
-    try {
-        BindFunctions(*expression);
-    } catch (const NumberedError&) {
-        throw NumberedError(3388, {column.name, text});
-    }
-    std::vector<std::string> unknown;
-    BindNames(*expression, {}, unknown);
-    if (!unknown.empty() || FindAggregate(*expression) != nullptr)
-        throw NumberedError(3344, {unknown.empty() ? text : unknown.front(), table.entry.name});
+    BindKept(*expression, {}, column.name, table.entry.name);
     const Environment environment = EnvironmentFor(session, table.rows->Definition());
     return ForColumn(Evaluate(*expression, NoRow(), environment), column,
                      session.bytesPerCharacter);
@@ -227,18 +219,6 @@ Value ForColumn(const Value& value, const format::ColumnDefinition& column,
         return DecimalFrom(value, column);
     }
     throw NumberedError(3421);
-}
-
-void CheckStorable(const catalog::OpenTable& table, std::size_t column, const Value& value)
-{
-    if (column >= table.properties.size()) return;
-    const catalog::FieldProperties& rules = table.properties[column];
-    const std::string& name = table.rows->Definition().columns[column].name;
-    if (rules.required && value.IsNull())
-        throw NumberedError(3314, {table.entry.name + "." + name});
-    const auto* const text = value.As<std::string>();
-    if (text != nullptr && text->empty() && !rules.allowZeroLength)
-        throw NumberedError(3315, {table.entry.name + "." + name});
 }
 
 std::vector<Value> NewRowValues(const catalog::OpenTable& table, const Session& session)

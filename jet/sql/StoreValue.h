@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// StoreValue: a value made fit for the column it is assigned to, and what a row must satisfy.
+// StoreValue: a value made fit for the column it is assigned to, and what a new row begins with.
 #pragma once
 
 #include "jet/sql/Session.h"
@@ -17,10 +17,6 @@ namespace jet::sql {
 [[nodiscard]] base::Value ForColumn(const base::Value& value,
                                     const format::ColumnDefinition& column,
                                     std::size_t bytesPerCharacter);
-
-// What a row's column must satisfy before it is stored.
-// Errors: 3314 null in a required field, 3315 empty text where none may be.
-void CheckStorable(const catalog::OpenTable& table, std::size_t column, const base::Value& value);
 
 // The values with which a new row begins, one per column: the defaults worked out, booleans false,
 // everything else null. Counters are not drawn.

@@ -109,19 +109,24 @@ void NativeTable::Apply(std::span<const Change> changes)
     together.Commit();
 }
 
+RowChanges NativeTable::ChangesIn(pages::WriteSet& changes)
+{
+    return {changes, *definition_.Current(), rules_.get()};
+}
+
 RowId NativeTable::Insert(pages::WriteSet& changes, std::span<const Assignment> values)
 {
-    return RowChanges(changes, *definition_.Current()).Insert(values);
+    return ChangesIn(changes).Insert(values);
 }
 
 void NativeTable::Update(pages::WriteSet& changes, RowId row, std::span<const Assignment> values)
 {
-    RowChanges(changes, *definition_.Current()).Update(row, values);
+    ChangesIn(changes).Update(row, values);
 }
 
 void NativeTable::Delete(pages::WriteSet& changes, RowId row)
 {
-    RowChanges(changes, *definition_.Current()).Delete(row);
+    ChangesIn(changes).Delete(row);
 }
 
 }  // namespace jet::table

@@ -4,15 +4,21 @@
 
 #include "jet/pages/WriteSet.h"
 #include "jet/table/LiveDefinition.h"
+#include "jet/table/RowRules.h"
 #include "jet/table/RowSource.h"
 
 namespace jet::table {
+
+class RowChanges;
 
 class NativeTable : public RowSource {
 public:
     // `definition` is the page on which the table's definition begins. Errors: 3343.
     NativeTable(std::shared_ptr<pages::Pager> pager, PageNumber definition);
     ~NativeTable() override;
+
+    // From here on no row is stored against these rules.
+    void Obey(std::shared_ptr<const RowRules> rules) { rules_ = std::move(rules); }
 
     [[nodiscard]] const format::TableDefinition& Definition() const override;
     [[nodiscard]] std::uint32_t RowCount() const override;
@@ -38,8 +44,11 @@ public:
     void Delete(pages::WriteSet& changes, RowId row);
 
 private:
+    [[nodiscard]] RowChanges ChangesIn(pages::WriteSet& changes);
+
     std::shared_ptr<pages::Pager> pager_;
     mutable LiveDefinition definition_;
+    std::shared_ptr<const RowRules> rules_;  // null: none
 };
 
 }  // namespace jet::table

@@ -71,15 +71,19 @@ base::Value ReadColumn(const pages::Pager& pager, const RowView& row, std::size_
     return bytes;
 }
 
-RowChanges::RowChanges(pages::WriteSet& changes, const TableDefinition& table)
-    : changes_(changes), pager_(changes.Of()), table_(table), rows_(changes, OwnerOf(table))
+RowChanges::RowChanges(pages::WriteSet& changes, const TableDefinition& table,
+                       const RowRules* rules)
+    : changes_(changes), pager_(changes.Of()), table_(table), rules_(rules),
+      rows_(changes, OwnerOf(table))
 {
 }
 
 RowId RowChanges::Insert(std::span<const Assignment> values)
 {
     RowBuilder builder(table_, values, pager_.Version());
-    KeyChanges keys(pager_, table_, {}, Assigned(values));
+    const ColumnReader after = Assigned(values);
+    CheckRules(true, values, after);
+    KeyChanges keys(pager_, table_, {}, after);
     keys.Check(nullptr);
 
     const RowId row = rows_.Append(builder.Store(changes_));
@@ -95,7 +99,9 @@ void RowChanges::Update(RowId row, std::span<const Assignment> values)
     const RowView view(found.bytes, table_);
     const ColumnReader stored = Stored(pager_, view);
     RowBuilder builder(view, values, pager_.Version());
-    KeyChanges keys(pager_, table_, stored, AssignedOr(values, stored));
+    const ColumnReader after = AssignedOr(values, stored);
+    CheckRules(false, values, after);
+    KeyChanges keys(pager_, table_, stored, after);
     keys.Check(&row);
 
     for (std::size_t column = 0; column < table_.columns.size(); ++column)
@@ -153,6 +159,12 @@ void RowChanges::FreeLongValue(const RowView& row, std::size_t column)
     const ColumnDefinition& definition = table_.columns[column];
     if (!format::IsLongValue(definition.type) || row.IsNull(column)) return;
     LongValueStore(changes_, definition).Free(row.Field(column));
+}
+
+void RowChanges::CheckRules(bool isNew, std::span<const Assignment> values,
+                            const ColumnReader& valueOf) const
+{
+    if (rules_ != nullptr) rules_->Check({isNew, values, valueOf});
 }
 
 void RowChanges::RaiseCounter(std::span<const Assignment> values)

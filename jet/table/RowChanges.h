@@ -3,6 +3,7 @@
 #pragma once
 
 #include "jet/table/RowPages.h"
+#include "jet/table/RowRules.h"
 #include "jet/table/RowSource.h"
 #include "jet/table/StoredRows.h"
 
@@ -14,12 +15,14 @@ namespace jet::table {
 [[nodiscard]] base::Value ReadColumn(const pages::Pager& pager, const format::RowView& row,
                                      std::size_t column);
 
-// Requires: changes and table outlive it.
+// Requires: changes, table and rules outlive it.
 // Rule:     each call makes all its checks before the first change.
-// Errors:   those of RowSource::Insert.
+// Errors:   those of RowSource::Insert, and of the rules.
 class RowChanges {
 public:
-    RowChanges(pages::WriteSet& changes, const format::TableDefinition& table);
+    // No rules: null.
+    RowChanges(pages::WriteSet& changes, const format::TableDefinition& table,
+               const RowRules* rules);
 
     RowId Insert(std::span<const Assignment> values);
     void Update(RowId row, std::span<const Assignment> values);
@@ -30,11 +33,14 @@ private:
     void Rewrite(RowId row, format::Span bytes);
     void RewriteMoved(RowId row, RowId moved, format::Span bytes);
     void FreeLongValue(const format::RowView& row, std::size_t column);
+    void CheckRules(bool isNew, std::span<const Assignment> values,
+                    const ColumnReader& valueOf) const;
     void RaiseCounter(std::span<const Assignment> values);
 
     pages::WriteSet& changes_;
     pages::Pager& pager_;
     const format::TableDefinition& table_;
+    const RowRules* rules_;
     RowPages rows_;
 };
 

@@ -48,8 +48,8 @@ TableWish& TableWish::Default(std::string_view expression)
 
 TableWish& TableWish::Rule(std::string_view rule, std::string_view text)
 {
-    table_.columns.back().properties.validationRule = rule;
-    table_.columns.back().properties.validationText = text;
+    table_.columns.back().properties.rule.expression = rule;
+    table_.columns.back().properties.rule.text = text;
     return *this;
 }
 

@@ -186,8 +186,8 @@ TEST(TableDesignTest, OnlyWhatDiffersFromTheDefaultIsStored)
     EXPECT_TRUE(jet::catalog::PropertiesOf(wish, 0).empty());
     wish.columns[0].properties.defaultValue = "0";  // a counter's is not stored
     wish.columns[1].properties.allowZeroLength = true;
-    wish.columns[1].properties.validationRule = "<>\"x\"";
-    wish.columns[1].properties.validationText = "not x";
+    wish.columns[1].properties.rule.expression = "<>\"x\"";
+    wish.columns[1].properties.rule.text = "not x";
     wish.columns[5].properties.defaultValue = "0";
     wish.columns[5].properties.required = true;
     const auto block = jet::format::PropertyBlock::Parse(jet::catalog::PropertiesOf(wish, 0));

@@ -37,7 +37,7 @@ jet::catalog::NewTable Wish()
     auto name = Column("Name", ColumnType::Text);
     name.size = 80;
     name.properties.required = true;
-    name.properties.validationText = "A job has the name of its customer.";
+    name.properties.rule.text = "A job has the name of its customer.";
     return {.name = "Job",
             .columns = {id, name, Column("Note", ColumnType::Memo)},
             .indexes = {{.name = "PrimaryKey", .columns = {{.column = "Id"}}, .primary = true},
