@@ -15,6 +15,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -25,8 +26,9 @@ constexpr int kDone = 0, kFailed = 1, kMisused = 2;
 constexpr std::string_view kUsage =
     R"(usage: make_shop [OPTION ...] DIR
 
-Makes DIR/Kelvaro.mdb, a shop of invented people, vehicles and work. DIR is made when
-it is missing; a database that is there already is never overwritten.
+Makes DIR/Kelvaro.mdb, a shop of invented people, vehicles and work, and prints its path
+and, of up to 20 technicians, names and PINs. DIR is made when it is missing; a database
+that is there already is never overwritten.
 
 --fresh            without the tables of the clock, as before its first start
 --employees N      technicians on the board (14)
@@ -152,6 +154,15 @@ private:
     int history_;
 };
 
+// Whom to choose on the board of a small shop, and what to answer.
+void TellPINs(const std::vector<tools::shop::Technician>& technicians)
+{
+    constexpr std::size_t kFew = 20;
+    if (technicians.size() > kFew) return;
+    for (const auto& [name, pin] : technicians)
+        std::cout << "  " << name << ": " << (pin.empty() ? "no PIN" : "PIN " + pin) << "\n";
+}
+
 // The file is made in memory and written out whole, so that no half of it is ever seen.
 void Make(const Wishes& wishes)
 {
@@ -160,7 +171,8 @@ void Make(const Wishes& wishes)
     jet::io::StdFileSystem disk;
     if (disk.Exists(path)) throw base::NumberedError(3204, {path});
     jet::io::MemoryFileSystem memory;
-    tools::shop::MakeSampleShop(memory, path, wishes.shop, Reporter(wishes.shop.history));
+    const auto technicians =
+        tools::shop::MakeSampleShop(memory, path, wishes.shop, Reporter(wishes.shop.history));
     const auto file = disk.Create(path);
     try {
         file->Write(0, memory.Content(path));
@@ -170,6 +182,7 @@ void Make(const Wishes& wishes)
         throw;
     }
     std::cout << path << "\n";
+    TellPINs(technicians);
 }
 
 }  // namespace

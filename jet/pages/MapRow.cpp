@@ -26,7 +26,7 @@ format::Span MapBytes(const Page& page, format::RowId where)
 
 bool TestBit(format::Span bitmap, std::size_t bit)
 {
-    return ((format::ReadU8(bitmap, bit / 8) >> (bit % 8)) & 1U) != 0;
+    return ((unsigned{format::ReadU8(bitmap, bit / 8)} >> (bit % 8)) & 1U) != 0;
 }
 
 void SetBit(format::MutableSpan bitmap, std::size_t bit, bool on)

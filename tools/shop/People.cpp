@@ -88,7 +88,8 @@ RowValues ProfileRow(Dice& dice, base::Date today, std::string_view type, const 
 void AddEmployee(ShopFile& file, Dice& dice, base::Date today, Employee employee, People& people)
 {
     const auto place = people.employees.size();
-    RowValues row = ProfileRow(dice, today, "Employee", AddressOf(dice));
+    const bool hidden = employee.lastName.front() == '@';
+    RowValues row = ProfileRow(dice, today, hidden ? "Office" : "Employee", AddressOf(dice));
     row.insert(row.end(), {{"LastName", employee.lastName},
                            {"FirstName", employee.firstName},
                            {"EmpRate", Cents(employee.rate)},
@@ -98,15 +99,16 @@ void AddEmployee(ShopFile& file, Dice& dice, base::Date today, Employee employee
                            {"DefaultDept", 10 * dice.Between(1, 10)},
                            {"Efficiency", dice.Between(80, 135) / 100.0}});
     if (place == 0)
-        row.emplace_back("PIN", "1234");
-    else if (place == 2)
+        employee.pin = "1234";
+    else if (place > 2 && dice.Percent(60))
+        employee.pin = Digits(dice, 4);
+    if (place == 2)
         row.emplace_back("PIN", "  ");
-    else if (place != 1 && dice.Percent(60))
-        row.emplace_back("PIN", Digits(dice, 4));
+    else if (!employee.pin.empty())
+        row.emplace_back("PIN", employee.pin);
     file.Add("Profile", row);
     employee.number = file.LastCounter("Profile");
-    auto& among = employee.lastName.front() == '@' ? people.hidden : people.employees;
-    among.push_back(std::move(employee));
+    (hidden ? people.hidden : people.employees).push_back(std::move(employee));
 }
 
 Employee SomeEmployee(Dice& dice, std::vector<Employee>& known)
@@ -115,7 +117,8 @@ Employee SomeEmployee(Dice& dice, std::vector<Employee>& known)
         Employee employee{.number = 0,
                           .lastName = std::string(dice.Pick(kLastNames)),
                           .firstName = std::string(dice.Pick(kFirstNames)),
-                          .rate = dice.Between(1650, 3475)};
+                          .rate = dice.Between(1650, 3475),
+                          .pin = {}};
         const auto same = [&](const Employee& other) {
             return other.BoardName() == employee.BoardName();
         };
@@ -225,7 +228,8 @@ People MakePeople(ShopFile& file, Dice dice, base::Date today, int employees, in
     while (static_cast<int>(people.employees.size()) < employees)
         AddEmployee(file, dice, today, SomeEmployee(dice, people.employees), people);
     AddEmployee(file, dice, today,
-                {.number = 0, .lastName = "@Office", .firstName = "Front", .rate = 2000}, people);
+                {.number = 0, .lastName = "@Office", .firstName = "Front", .rate = 2000, .pin = {}},
+                people);
     for (const std::string_view company : kInsurers)
         AddVendor(file, dice, today, company, "Insurance", people);
     for (const char* company : {"Alder Falls Auto Parts", "Kettle Paint & Supply", "Recyclers' Row",

@@ -14,6 +14,7 @@ struct Employee {
     std::int32_t number = 0;
     std::string lastName, firstName;
     std::int64_t rate = 0;  // hundredths an hour
+    std::string pin;        // empty: none, or blanks
     [[nodiscard]] std::string BoardName() const { return lastName + ", " + firstName; }
 };
 
@@ -32,7 +33,7 @@ struct OwnedVehicle {
 
 struct People {
     std::vector<Employee> employees;  // who stand on the board
-    std::vector<Employee> hidden;     // whose names begin with "@"
+    std::vector<Employee> hidden;     // whose names begin with "@"; no employees to the management
     std::vector<Customer> customers;
     std::vector<OwnedVehicle> vehicles;
     std::vector<std::int32_t> vendors;

@@ -9,8 +9,8 @@
 
 namespace tools::shop {
 
-void MakeSampleShop(jet::io::FileSystem& files, const std::string& path, const SampleShop& wishes,
-                    const Progress& progress)
+std::vector<Technician> MakeSampleShop(jet::io::FileSystem& files, const std::string& path,
+                                       const SampleShop& wishes, const Progress& progress)
 {
     const base::Date today{std::floor(wishes.today.days)};
     const Dice dice(wishes.seed);
@@ -37,6 +37,11 @@ void MakeSampleShop(jet::io::FileSystem& files, const std::string& path, const S
     progress("orders", 0);
     WriteOrders(file, dice.Fork(5), people, days, book);
     file.Finish();
+
+    std::vector<Technician> technicians;
+    for (const Employee& employee : people.employees)
+        technicians.push_back({employee.BoardName(), employee.pin});
+    return technicians;
 }
 
 }  // namespace tools::shop

@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tools::shop {
 
@@ -23,12 +24,18 @@ struct SampleShop {
     const jet::format::FileVersion* format = &jet::format::kJet4;
 };
 
+// Somebody on the board, as he stands there.
+struct Technician {
+    std::string name;
+    std::string pin;  // empty: he is not asked
+};
+
 // Told what is being made, and how much of it is done. Units: rows.
 using Progress = std::function<void(std::string_view what, int done)>;
 
-// Makes the database at `path`. Rule: the same wishes give the same bytes.
-// Errors: 3204 when the file exists, 3044, 3051, 3026.
-void MakeSampleShop(jet::io::FileSystem& files, const std::string& path, const SampleShop& wishes,
-                    const Progress& progress);
+// Makes the database at `path` and tells who works there. Rule: the same wishes give the same
+// bytes. Errors: 3204 when the file exists, 3044, 3051, 3026.
+std::vector<Technician> MakeSampleShop(jet::io::FileSystem& files, const std::string& path,
+                                       const SampleShop& wishes, const Progress& progress);
 
 }  // namespace tools::shop
