@@ -43,6 +43,8 @@ int NumberOf(int error, const std::string& path)
     case ETXTBSY:
         return kPermissionDenied;
     case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
         return kDiskFull;
     default:
         return kPathFileAccess;
@@ -98,8 +100,8 @@ std::string Target(std::string_view path)
     return failed ? existing : target.string();
 }
 
-// A new file beside `path`; one that a power cut left behind is taken over. Empty when the folder
-// refuses.
+// A new file beside `path`; one that a power cut left behind is taken over. Null when the folder
+// refuses new files.
 OpenFile OpenBeside(const std::string& path)
 {
     std::error_code ignored;
@@ -111,8 +113,7 @@ void Replace(const std::string& path, const std::string& beside, OpenFile file,
              std::string_view content)
 {
     try {
-        // Before it takes the former file's place: after a power cut one of the two is there,
-        // whole.
+        // Before it takes the former file's place: a power cut leaves one of the two, whole.
         WriteAll(std::move(file), content, beside, Until::OnDisk);
         std::error_code failed;
         const fs::file_status former = fs::status(path, failed);
@@ -162,7 +163,17 @@ void StdFiles::Write(std::string_view path, std::string_view content)
 void StdFiles::Append(std::string_view path, std::string_view content)
 {
     const std::string existing = ExistingPath(path);
-    WriteAll(Open(existing, "ab"), content, existing);
+    OpenFile file = Open(existing, "ab");
+    std::error_code noLength;
+    const std::uintmax_t length = fs::file_size(existing, noLength);
+    try {
+        WriteAll(std::move(file), content, existing);
+    } catch (const base::NumberedError&) {
+        // What a full disk took of it goes again, so that the next one starts on its own line.
+        std::error_code ignored;
+        if (!noLength) fs::resize_file(existing, length, ignored);
+        throw;
+    }
 }
 
 }  // namespace platform

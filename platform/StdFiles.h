@@ -7,7 +7,8 @@
 namespace platform {
 
 // Rule: Write replaces the file through a new one beside it, so that a power cut leaves the old
-//       content or the new; only where the folder refuses new files it writes in place.
+//       content or the new; only where the folder refuses new files it writes in place. What
+//       Append could not add whole it takes back.
 class StdFiles : public Files {
 public:
     [[nodiscard]] bool Exists(std::string_view path) const override;

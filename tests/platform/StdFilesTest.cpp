@@ -13,6 +13,8 @@
 #include <string>
 
 #ifndef _WIN32
+#include <csignal>
+#include <sys/resource.h>
 #include <unistd.h>
 #endif
 
@@ -109,6 +111,46 @@ TEST_F(StdFilesTest, LeftOverOfAnInterruptedReplacementIsTakenOver)
 }
 
 #ifndef _WIN32
+// While it lives no file of this process grows beyond `size` bytes: a write that would is stored up
+// to there, and the next one is refused.
+class NoRoomBeyond {
+public:
+    explicit NoRoomBeyond(rlim_t size) : handler_(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &former_);
+        const rlimit limit{.rlim_cur = size, .rlim_max = former_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~NoRoomBeyond()
+    {
+        setrlimit(RLIMIT_FSIZE, &former_);
+        std::signal(SIGXFSZ, handler_);
+    }
+    NoRoomBeyond(const NoRoomBeyond&) = delete;
+    NoRoomBeyond& operator=(const NoRoomBeyond&) = delete;
+
+private:
+    void (*handler_)(int);
+    rlimit former_{};
+};
+
+TEST_F(StdFilesTest, RecordThatFindsNoRoomLeavesTheEarlierOnesWhole)
+{
+    const std::string path = PathOf("Lodrin.Log");
+    files.Append(path, "1 whole\r\n");
+    {
+        const NoRoomBeyond limit(13);
+        // The limit is a real one: a plain write is cut short there.
+        std::ofstream(PathOf("plain"), std::ios::binary) << "0123456789abcdef" << std::flush;
+        ASSERT_EQ(fs::file_size(PathOf("plain")), 13U);
+        EXPECT_EQ(ErrorOf([&] { files.Append(path, "2 cut short\r\n"); }), 61);
+        EXPECT_EQ(ErrorOf([&] { files.Append(path, std::string(100'000, 'x')); }), 61);
+    }
+    EXPECT_EQ(files.Read(path), "1 whole\r\n");
+    files.Append(path, "3 whole\r\n");
+    EXPECT_EQ(files.Read(path), "1 whole\r\n3 whole\r\n");
+}
+
 TEST_F(StdFilesTest, RefusedFileIs75AndStaysAsItWas)
 {
     if (geteuid() == 0) GTEST_SKIP() << "the superuser is refused nothing";
