@@ -6,6 +6,7 @@
 #include "jet/dao/Recordset.h"
 
 #include <cstdint>
+#include <set>
 #include <string>
 
 namespace lodrin {
@@ -23,6 +24,7 @@ struct MainWindowState {
 
     std::int32_t currentEmployee = -1;  // EmpID of the chosen board row, -1 when none is
     bool automaticEndOfDay = false;
+    std::set<std::string> closedOnBoard;  // jobs that are closed and stand on the board still
     bool firstActivation = false;
 
     // Filled by the labor type dialog.

@@ -12,7 +12,9 @@ struct Shop;
 //
 // Rule: the working date alone decides. It stays on the row: until he comes back, the totals of
 //       that day are written at every start, also when he had ended the day himself. A day that
-//       cannot be cleared although its job was recorded is closed, with its job, once more.
+//       cannot be cleared although its job was recorded is closed, with its job, once more: the
+//       history cannot tell that job from a like one of the day after, while the working date
+//       stays, and a job that was worked is never dropped.
 void CloseForgottenDays(const ResumeNext& attempt, Shop& shop);
 
 }  // namespace lodrin

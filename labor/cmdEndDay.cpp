@@ -14,6 +14,8 @@
 #include "labor/LeaveJob.h"
 #include "labor/WriteHistory.h"
 
+#include <string>
+
 namespace lodrin {
 
 namespace {
@@ -37,6 +39,22 @@ bool EmployeeEndsHisDay(const ResumeNext& attempt, Shop& shop)
     return TellsProgress(attempt, shop);
 }
 
+// The open job of the board's row: whose, and since when on which order.
+std::string JobOnBoard(const platform::Grid& board)
+{
+    std::string job;
+    for (const BoardField& field : {LDEmp::EmpID, LDEmp::WorkDate, LDEmp::StartJob, LDEmp::WOID})
+        job += board.Text(field.column) + " ";
+    return job;
+}
+
+// Nobody sees that a job stands on the board still after it was closed when the day ends by itself,
+// once for each row of the board and each second of the minute: it is posted the first time only.
+bool WasClosedBefore(const MainWindowState& state, const platform::Grid& board)
+{
+    return state.automaticEndOfDay && state.closedOnBoard.count(JobOnBoard(board)) > 0;
+}
+
 void EndDay(EmployeeRow& row, const platform::Clock& clock)
 {
     row.Edit();
@@ -50,22 +68,27 @@ void EndDay(EmployeeRow& row, const platform::Clock& clock)
 void cmdEndDay_Click(Shop& shop)
 {
     const ResumeNext attempt(shop, "Sub frmLodrin!cmdEndDay_Click()");
-    dao::Recordset& employee = shop.state.employees;
+    MainWindowState& state = shop.state;
+    dao::Recordset& employee = state.employees;
     platform::Grid& board = shop.window.grdEmp;
 
     // At the end of the calendar day nobody is there to be asked.
-    if (!shop.state.automaticEndOfDay && !EmployeeEndsHisDay(attempt, shop)) return;
+    if (!state.automaticEndOfDay && !EmployeeEndsHisDay(attempt, shop)) return;
 
     // The repair order becomes the current record. Whoever has no job has none, and is told so: his
     // day stays open until the next start of the program.
     if (!FindsOrderOfJob(attempt, shop)) return;
 
     // The job is closed before it is cleared from the board, and counted afterwards.
-    if (attempt.Test([&] { return OrderOfJob(board) != 0; }, TakeBranch))
-        attempt([&] { WriteHistory(shop); });
+    const auto jobIsOpen = [&] { return OrderOfJob(board) != 0 && !WasClosedBefore(state, board); };
+    if (attempt.Test(jobIsOpen, TakeBranch)) attempt([&] { WriteHistory(shop); });
+
+    // Where his record is gone, his row of the board stays as it is.
     EmployeeRow row(attempt, employee, board);
     if (Finds(attempt, employee, [&] { return "EmpID = " + board.Text(LDEmp::EmpID.column); }))
         EndDay(row, shop.platform.clock);
+    else
+        attempt([&] { state.closedOnBoard.insert(JobOnBoard(board)); });
     DailyTotals(attempt, shop);
 }
 

@@ -6,7 +6,8 @@ namespace lodrin {
 
 struct Shop;
 
-// Rule: with the automatic end-of-day flag set nobody is asked anything.
+// Rule: with the automatic end-of-day flag set nobody is asked anything, and a job that was closed
+//       before and could not be taken from the board is not posted again.
 void cmdEndDay_Click(Shop& shop);
 
 }  // namespace lodrin

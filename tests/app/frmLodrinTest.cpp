@@ -237,6 +237,39 @@ TEST_F(LastMinuteTest, ADayThatCannotBeEndedIsToldOncePerRowAndAgainAtTheNextTic
     EXPECT_EQ(Stored(), before);
 }
 
+// His job stays on the board, and the minute comes round once per row and second.
+TEST_F(LastMinuteTest, AJobOfAnEmployeeWithoutARecordIsPostedOnceInTheWholeMinute)
+{
+    Loses("LDEmp", "EmpID = 8");
+    At("11:59 PM").Ticks();
+    At("11:59:01 PM").Ticks();
+    EXPECT_EQ(Jobs().size(), 1U);
+    EXPECT_EQ(LaborLines().size(), 1U);
+    EXPECT_EQ(Order(1002).Text("FrameWorked"), "15.98");
+    EXPECT_EQ(Board("Baker, Bob", LDEmp::WONumber), "1002");
+    EXPECT_EQ(Totals().size(), 1U);
+}
+
+TEST_F(LastMinuteTest, AJobThatHeClosedHimselfWithoutARecordIsNotPostedAgain)
+{
+    Loses("LDEmp", "EmpID = 8");
+    At("05:00 PM").IsSure().ConfirmsProgress().EndsDay();
+    At("11:59 PM").Ticks();
+    ASSERT_EQ(Jobs().size(), 1U);
+    EXPECT_EQ(Jobs()[0].Text("JobEnd"), "5:00:00 PM");
+    EXPECT_EQ(LaborLines().size(), 1U);
+}
+
+TEST_F(LastMinuteTest, EachEmployeeWithoutARecordHasHisJobPosted)
+{
+    Loses("LDEmp", "EmpID = 8").Loses("LDEmp", "EmpID = 7");
+    At("11:59 PM").Ticks();
+    Select("Able, Ann").Ticks();
+    Select("Baker, Bob").Ticks();
+    EXPECT_EQ(Jobs().size(), 2U);
+    EXPECT_EQ(LaborLines().size(), 2U);
+}
+
 TEST_F(LastMinuteTest, AnswersAreWantedAgainAfterTheUnattendedEnd)
 {
     At("11:59 PM").Ticks();

@@ -215,6 +215,18 @@ TEST_F(CarryOverTest, AJobThatCouldNotBeRecordedIsNotPostedAndStaysOpenForTheNex
     EXPECT_EQ(EmployeeRecord("Smith, Ann").Text("Customer"), "");
 }
 
+// While the program runs for days his working date stays, so that a job begun at eight on the same
+// order on two days looks the same twice, and both are his.
+TEST_F(CarryOverTest, AJobThatLooksLikeOneInTheHistoryIsRecordedAndPostedAllTheSame)
+{
+    Given({OnAJob("Smith, Ann", 7, kFriday)});
+    OpenDatabase();
+    Loses("LDEmp", "EmpID = 7").Given({OnAJob("Smith, Ann", 7, kFriday).Without("Profile")});
+    OpenDatabase();
+    EXPECT_EQ(Rows("SELECT * FROM LDHistory WHERE EmpID = 7").size(), 2U);
+    EXPECT_EQ(Rows("SELECT * FROM Labor WHERE EmployeeID = 7").size(), 2U);
+}
+
 TEST_F(CarryOverTest, AWorkingDateThatCannotBeReadClosesNobodysDay)
 {
     Given({OnAJob("Smith, Ann", 7, kFriday)});

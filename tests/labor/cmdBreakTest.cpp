@@ -96,10 +96,7 @@ TEST_F(cmdBreakTest, BreakWithoutAnOpenJobWritesAndSaysNothingAfterTheDialog)
 TEST_F(cmdBreakTest, OrderDeletedMeanwhileIsToldAndTheJobStaysOpen)
 {
     BobWorks();
-    dao::Database other = engine.DefaultWorkspace().OpenDatabase(DatabasePath());
-    dao::Recordset orders = other.OpenRecordset("SELECT * FROM WorkOrder");
-    orders.FindFirst("WorkOrderNumber = 1001");
-    orders.Delete();
+    Loses("WorkOrder", "WorkOrderNumber = 1001");
     const Contents before = Stored();
     fakes.prompts.Expect(kUnknownOrder);
     ConfirmsProgress().GoesOnBreak();

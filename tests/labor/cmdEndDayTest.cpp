@@ -136,10 +136,7 @@ TEST_F(cmdEndDayTest, EmployeeOnBreakCannotEndHisDayAndIsTold)
 TEST_F(cmdEndDayTest, OrderDeletedMeanwhileIsToldAndNothingIsWritten)
 {
     AnnWorks();
-    dao::Database other = engine.DefaultWorkspace().OpenDatabase(DatabasePath());
-    dao::Recordset orders = other.OpenRecordset("SELECT * FROM WorkOrder");
-    orders.FindFirst("WorkOrderNumber = 1001");
-    orders.Delete();
+    Loses("WorkOrder", "WorkOrderNumber = 1001");
     const Contents before = Stored();
     fakes.prompts.Expect(kUnknownOrder);
     EndsUnattended();
@@ -198,18 +195,24 @@ TEST_F(cmdEndDayTest, DayEndedTwiceLeavesOneTotalsRowWithTheSecondFigures)
 TEST_F(cmdEndDayTest, VanishedEmployeeRecordStillGetsHisTotals)
 {
     AnnWorks();
-    {
-        dao::Database other = engine.DefaultWorkspace().OpenDatabase(DatabasePath());
-        dao::Recordset employees = other.OpenRecordset("SELECT * FROM LDEmp");
-        employees.FindFirst("EmpID = 7");
-        employees.Delete();
-    }
+    Loses("LDEmp", "EmpID = 7");
     EndsUnattended();
     EXPECT_EQ(Jobs().size(), 1U);
     EXPECT_EQ(Board("Smith, Ann", LDEmp::WONumber), "1001");
     ASSERT_EQ(Totals().size(), 1U);
     EXPECT_EQ(Totals()[0].Text(LDTotals::JobHrs), "8.5");
     EXPECT_TRUE(Totals()[0][LDTotals::EndDay].IsNull());
+}
+
+// What he works on after it is his: the board has shown the job as open all the while.
+TEST_F(cmdEndDayTest, VanishedEmployeeWhoEndsHisDayAgainIsAskedAgainAndHasTheLongerJobRecorded)
+{
+    AnnWorks();
+    Loses("LDEmp", "EmpID = 7");
+    IsSure().Types("77").ConfirmsProgress().EndsDay();
+    At("05:00 PM").IsSure().Types("77").ConfirmsProgress().EndsDay();
+    ASSERT_EQ(Jobs().size(), 2U);
+    EXPECT_EQ(Jobs()[1].Text(LDHistory::JobEnd), "5:00:00 PM");
 }
 
 TEST_F(cmdEndDayTest, FailuresAreReportedUnderItsNameAndTheTotalsAreStillWritten)

@@ -109,6 +109,16 @@ ShopWorld& ShopWorld::GivenNo(std::string_view table)
     return *this;
 }
 
+ShopWorld& ShopWorld::Loses(std::string_view table, std::string_view criteria)
+{
+    dao::Database other = engine.DefaultWorkspace().OpenDatabase(DatabasePath());
+    dao::Recordset rows = other.OpenRecordset("SELECT * FROM " + std::string(table));
+    rows.FindFirst(criteria);
+    if (rows.NoMatch()) throw std::logic_error("no row for " + std::string(criteria));
+    rows.Delete();
+    return *this;
+}
+
 ShopWorld& ShopWorld::Open()
 {
     lodrin::MainWindowState& state = shop.state;

@@ -51,6 +51,8 @@ public:
     ShopWorld& Given(std::initializer_list<ShopEntry> entries);
     // Deletes all rows of a table.
     ShopWorld& GivenNo(std::string_view table);
+    // Somebody else deletes the one row of the table that is so.
+    ShopWorld& Loses(std::string_view table, std::string_view criteria);
 
     // Leaves the window as the opening of the database does: sets open, board and lists filled, no
     // employee chosen. Nothing is synchronised and no day closed out.
