@@ -98,13 +98,35 @@ void StampOnce(const ResumeNext& attempt, dao::Recordset& repairOrder, std::stri
     if (attempt.Test(missing, TakeBranch)) Stamp(attempt, repairOrder, field, [&] { return now; });
 }
 
+// The new job, on his row and on the repair order.
+void WriteJob(const ResumeNext& attempt, Shop& shop)
+{
+    dao::Recordset& employee = shop.state.employees;
+    dao::Recordset& repairOrder = shop.state.workOrders;
+    platform::Grid& board = shop.window.grdEmp;
+    const base::Date now = shop.platform.clock.Now();
+    EmployeeRow row(attempt, employee, board);
+    row.Edit();
+    StartDay(attempt, row, employee, board, now);
+    row.Write(LDEmp::VehDesc, repairOrder[WorkOrder::ServiceItemDescriptionL1]);
+    row.Write(LDEmp::Customer, repairOrder[WorkOrder::ProfileDescriptionL1]);
+    row.Write(LDEmp::WONumber, repairOrder[WorkOrder::WorkOrderNumber]);
+    row.Write(LDEmp::WOID, repairOrder[WorkOrder::EntryNumber]);
+    row.Write(LDEmp::GLType, [&] { return shop.state.GLCode; });
+    StampTechnician(attempt, repairOrder, board, shop.state.GLCode);
+    MoveToDepartment(attempt, repairOrder, board, shop.state, now);
+    StampOnce(attempt, repairOrder, WorkOrder::Started, now);
+    StampOnce(attempt, repairOrder, WorkOrder::Arrived, now);
+    row.Write(LDEmp::StartJob, [&] { return base::Format(now, kClockTime); });
+    row.Save();
+}
+
 }  // namespace
 
 void StartJob(Shop& shop, std::int32_t roNumber)
 {
     const ResumeNext attempt(shop, "Sub frmLodrin!StartJob()");
     dao::Recordset& employee = shop.state.employees;
-    dao::Recordset& repairOrder = shop.state.workOrders;
     platform::Grid& board = shop.window.grdEmp;
 
     // There is a job to start, and the employee may start it.
@@ -136,22 +158,7 @@ void StartJob(Shop& shop, std::int32_t roNumber)
     if (!Finds(attempt, employee, [&] { return "EmpID = " + board.Text(LDEmp::EmpID.column); }))
         return;
 
-    // The new job, on his row and on the repair order.
-    const base::Date now = shop.platform.clock.Now();
-    EmployeeRow row(attempt, employee, board);
-    row.Edit();
-    StartDay(attempt, row, employee, board, now);
-    row.Write(LDEmp::VehDesc, repairOrder[WorkOrder::ServiceItemDescriptionL1]);
-    row.Write(LDEmp::Customer, repairOrder[WorkOrder::ProfileDescriptionL1]);
-    row.Write(LDEmp::WONumber, repairOrder[WorkOrder::WorkOrderNumber]);
-    row.Write(LDEmp::WOID, repairOrder[WorkOrder::EntryNumber]);
-    row.Write(LDEmp::GLType, [&] { return shop.state.GLCode; });
-    StampTechnician(attempt, repairOrder, board, shop.state.GLCode);
-    MoveToDepartment(attempt, repairOrder, board, shop.state, now);
-    StampOnce(attempt, repairOrder, WorkOrder::Started, now);
-    StampOnce(attempt, repairOrder, WorkOrder::Arrived, now);
-    row.Write(LDEmp::StartJob, [&] { return base::Format(now, kClockTime); });
-    row.Save();
+    WriteJob(attempt, shop);
 }
 
 }  // namespace lodrin

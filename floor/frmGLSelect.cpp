@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "floor/frmGLSelect.h"
 
+#include "app/Dispatch.h"
 #include "app/ForEachRecord.h"
 #include "app/ResumeNext.h"
 #include "app/Shop.h"
@@ -22,7 +23,12 @@ constexpr const char* kDepartmentsByPlace = "SELECT * FROM Departments ORDER BY 
 constexpr const char* kHelp = "Select the desired Labor Type and Department for this entry "
                               "then press okay.";
 constexpr const char* kBetweenCodeAndText = " ";
+constexpr const char* kNoSuchSequence =
+    "This department cannot be chosen: its sequence in the management system is beyond the numbers "
+    "that a repair order can hold (Error 6, Overflow).\r\n\r\nChoose another department, or have "
+    "its sequence corrected.";
 
+using IfItFails::SkipBranch;
 using IfItFails::TakeBranch;
 
 void OpenSet(const ResumeNext& attempt, Shop& shop, dao::Database& database,
@@ -134,13 +140,21 @@ void frmGLSelect::SelectionChanged()
 void frmGLSelect::cmdExit_Click(Shop& shop)
 {
     if (!cmdExit.enabled) return;
+    const ResumeNext attempt(shop, "Sub frmGLSelect!cmdExit_Click()");
     MainWindowState& state = shop.state;
+
+    // A repair order holds a department of 16 bits. One beyond them is refused; nothing is chosen.
+    const auto fits = [&] {
+        state.Sequence = base::ToInteger(lstDepartments.ItemData(lstDepartments.ListIndex()));
+        return true;
+    };
+    if (!attempt.Test(fits, SkipBranch)) return Say(shop, kNoSuchSequence);
+
     const std::string laborType = lstGLCodes.Text();
     const long blank = base::InStr(laborType, kBetweenCodeAndText);
     state.GLCode = base::Left(laborType, blank - 1);
     state.GLDesc = base::Mid(laborType, blank + 1);
     state.Department = lstDepartments.Text();
-    state.Sequence = base::ToInteger(lstDepartments.ItemData(lstDepartments.ListIndex()));
     if (close) close();
 }
 

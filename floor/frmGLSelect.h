@@ -21,10 +21,12 @@ struct frmGLSelect {
     std::function<void()> setFocusToGLCodes;  // set by the view
     std::function<void()> close;              // set by the view
 
-    // Locations: "Sub frmGLSelect!Form_Load()", "Sub frmGLSelect!Form_Activate()".
+    // Location of each event procedure: "Sub frmGLSelect!" + its name + "()".
     void Form_Load(Shop& shop);
     void Form_Activate(Shop& shop);
     // Writes the choice into the main window's selection values and closes.
+    // Errors: 6 for a department whose sequence has more than 16 bits; it is reported and told, and
+    //         the dialog stays.
     void cmdExit_Click(Shop& shop);
     // A selection changed: the confirm button follows.
     void SelectionChanged();

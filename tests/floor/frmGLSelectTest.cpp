@@ -147,6 +147,32 @@ TEST_F(frmGLSelectTest, OkayWaitsUntilBothListsHaveASelection)
     EXPECT_TRUE(Reports().empty());
 }
 
+TEST_F(frmGLSelectTest, DepartmentBeyondSixteenBitsIsToldAndLoggedAndTheDialogStays)
+{
+    GivenNo("Departments").Given({Department("Body", 32767)});
+    Open();
+    form.Form_Load(shop);
+    form.lstDepartments.AddItem("Yard", 32768);
+    bool closed = false;
+    form.close = [&] { closed = true; };
+    form.lstDepartments.SetListIndex(1);
+    fakes.prompts.Expect(
+        "This department cannot be chosen: its sequence in the management system is beyond the "
+        "numbers that a repair order can hold (Error 6, Overflow).\r\n\r\nChoose another "
+        "department, or have its sequence corrected.");
+    form.cmdExit_Click(shop);
+    EXPECT_FALSE(closed);
+    EXPECT_EQ(shop.state.GLCode, "");
+    EXPECT_EQ(shop.state.Department, "");
+    EXPECT_EQ(Reports(), (std::vector<std::string>{"6 Sub frmGLSelect!cmdExit_Click()"}));
+
+    form.lstDepartments.SetListIndex(0);
+    form.cmdExit_Click(shop);
+    EXPECT_TRUE(closed);
+    EXPECT_EQ(shop.state.Sequence, 32767);
+    EXPECT_EQ(Reports().size(), 1U);
+}
+
 TEST_F(frmGLSelectTest, ClosedDatabasesLeaveTheMainOneOpen)
 {
     Given({RepairOrder(1001)});
