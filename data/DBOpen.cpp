@@ -3,6 +3,7 @@
 
 #include "app/ResumeNext.h"
 #include "app/Shop.h"
+#include "base/NumberedError.h"
 #include "data/CarryOver.h"
 #include "data/Kelvaro.h"
 #include "data/SyncEmployees.h"
@@ -38,6 +39,13 @@ bool HasEmployeeTable(const ResumeNext& attempt, Shop& shop)
     return shop.values.LastErrNumber == 0 && member == LDEmp::table;
 }
 
+// Whoever looks after the shop's files shall find it in the log.
+void ReportDamage(const dao::Database& database)
+{
+    constexpr int kProblemInDatabase = 3428;
+    if (database.HasSetJournalAside()) throw base::NumberedError(kProblemInDatabase);
+}
+
 // The program's own tables are made where they are missing. With no database open there is nothing
 // to look at: the lists stay empty and File/Open stays in reach.
 void CheckTables(const ResumeNext& attempt, Shop& shop)
@@ -67,6 +75,7 @@ void DBOpen(Shop& shop)
     // The database, with the program's tables in it.
     attempt([&] { shop.window.lstHistory.Clear(); });
     attempt([&] { state.database = OpenKelvaro(shop); });
+    if (IsOpen(state.database)) attempt([&] { ReportDamage(state.database); });
     CheckTables(attempt, shop);
 
     // Who works here, and what was done; days left open are closed before anybody sees the board.

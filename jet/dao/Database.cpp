@@ -96,6 +96,11 @@ bool Database::Updatable() const
     return !state.readOnly && !state.core->Pager().ReadOnly();
 }
 
+bool Database::HasSetJournalAside() const
+{
+    return Opened(state_).core->Pager().Recovered() == jet::pages::Recovery::SetAside;
+}
+
 std::vector<std::string> Database::TableNames() const
 {
     std::vector<std::string> names;

@@ -28,6 +28,10 @@ public:
     [[nodiscard]] std::string Name() const;     // path as opened
     [[nodiscard]] std::string Version() const;  // "3.0", "4.0"
     [[nodiscard]] bool Updatable() const;
+    // Whether a stopped process left changes in the file that could not be undone, because others
+    // had written since; what they replaced stands beside the file, under the name of its journal
+    // and ".set-aside". Rule: told by the instance that found it, until its last database closes.
+    [[nodiscard]] bool HasSetJournalAside() const;
 
     // Names of all tables, system tables included.
     [[nodiscard]] std::vector<std::string> TableNames() const;
@@ -39,8 +43,8 @@ public:
 
     // `source` is a table's name or SQL text.
     // Rule:   a table's name gives a table-type set, a SELECT a dynaset, unless `type` says
-    // otherwise. Errors: 3078 unknown table, 3061 unknown names, 3075 and other syntax errors,
-    // 3464, 3219.
+    //         otherwise.
+    // Errors: 3078 unknown table, 3061 unknown names, 3075 and other syntax errors, 3464, 3219.
     [[nodiscard]] Recordset OpenRecordset(std::string_view source,
                                           RecordsetType type = RecordsetType::Default,
                                           int options = 0);
