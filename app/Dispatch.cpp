@@ -12,8 +12,7 @@ namespace {
 
 using Modal = EventGate::Modal;
 
-// What the platform does with an error that nobody handles: it is shown once, and the program is
-// over.
+// What the platform does with an error that nobody handles: it is shown once, and that is the end.
 [[noreturn]] void EndUnhandled(Shop& shop, int number, const std::string& description)
 {
     const EventGate::Window window(shop.gate, Modal::Box);

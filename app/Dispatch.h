@@ -12,8 +12,8 @@ namespace lodrin {
 struct Shop;
 
 // Runs an event procedure of the main window, or drops the event when a procedure is running or a
-// box or dialog is open. An error that reaches this door is shown once and ends the program. Rule:
-// nothing but platform::ProgramEnded ever leaves it.
+// box or dialog is open. An error that reaches this door is shown once and ends the program.
+// Rule: nothing but platform::ProgramEnded ever leaves it.
 void Dispatch(Shop& shop, const std::function<void(Shop&)>& procedure);
 
 // The same for an event of the modal dialog that is open: it runs while the procedure that opened

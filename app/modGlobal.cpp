@@ -34,8 +34,7 @@ std::string ReadIniString(const platform::Services& services, std::string_view s
                           std::string_view file)
 {
     const std::string path = HostPathOf(services.paths, file);
-    // A value that fills the buffer, or all of it but one, may have been cut: a larger one is
-    // tried.
+    // A value that fills the buffer, or all of it but one, may have been cut: take a larger one.
     std::int16_t size = kFirstBufferSize;
     while (true) {
         const auto buffer = static_cast<std::size_t>(size);

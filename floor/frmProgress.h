@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// frmProgress: the dialog "Update Progress", in which whoever leaves a job says how far it has
-// come.
+// frmProgress: the dialog "Update Progress", in which whoever leaves a job says how far it is.
 #pragma once
 
 #include "platform/controls/Label.h"

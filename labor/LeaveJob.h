@@ -20,7 +20,8 @@ struct Shop;
 [[nodiscard]] bool TellsProgress(const ResumeNext& attempt, Shop& shop);
 
 // Makes that order the current one, so that the job's labor goes there. One that is not listed is
-// told to the user. Rule: without a job there is no order either.
+// told to the user.
+// Rule: without a job there is no order either.
 [[nodiscard]] bool FindsOrderOfJob(const ResumeNext& attempt, Shop& shop);
 
 }  // namespace lodrin

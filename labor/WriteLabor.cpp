@@ -42,8 +42,7 @@ void AddLaborLine(const ResumeNext& attempt, dao::Recordset& labor, dao::Records
 {
     attempt([&] { labor.AddNew(); });
     attempt([&] { labor[Labor::EmployeeID] = history[LDHistory::EmpID]; });
-    // Crossed on purpose: the line's WONumber is the order's entry number, its WorkOrder the
-    // number.
+    // Crossed on purpose: WONumber is the order's entry number, WorkOrder is its number.
     attempt([&] { labor[Labor::WONumber] = history[LDHistory::WOID]; });
     attempt([&] { labor[Labor::EmpRate] = profile[Profile::EmpRate]; });
     attempt([&] { labor[Labor::LastName] = profile[Profile::LastName]; });

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Clipboard, Pointer, Events, Instance, Program: what the program asks of the desktop and of
-// itself.
+// Clipboard, Pointer, Events, Instance, Program: what the program asks of desktop and machine.
 #pragma once
 
 #include <string>

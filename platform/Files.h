@@ -7,8 +7,8 @@
 
 namespace platform {
 
-// Errors: 53 no such file, 75 access refused or a folder, 76 no such folder, 70 locked, 61 disk
-// full.
+// Errors: 53 no such file, 75 access refused or a folder, 76 no such folder, 70 locked,
+//         61 disk full.
 class Files {
 public:
     Files() = default;
@@ -16,8 +16,8 @@ public:
     Files& operator=(const Files&) = delete;
     virtual ~Files() = default;
 
-    // Whether a file (no folder) of that name is there; the case of names does not count. Never
-    // fails.
+    // Whether a file (no folder) of that name is there; the case of names does not count.
+    // Errors: none.
     [[nodiscard]] virtual bool Exists(std::string_view path) const = 0;
     [[nodiscard]] virtual std::string Read(std::string_view path) const = 0;
     // Replaces the content whole; the file is made when missing.

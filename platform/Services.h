@@ -24,4 +24,21 @@ struct Services {
     SystemFormats& formats;
 };
 
+// The members of a bundle that has one of each, under the same names.
+// Requires: the bundle outlives what is returned.
+template <class Bundle>
+[[nodiscard]] Services ServicesOf(Bundle& bundle)
+{
+    return {.clock = bundle.clock,
+            .prompts = bundle.prompts,
+            .files = bundle.files,
+            .paths = bundle.paths,
+            .clipboard = bundle.clipboard,
+            .pointer = bundle.pointer,
+            .events = bundle.events,
+            .instance = bundle.instance,
+            .program = bundle.program,
+            .formats = bundle.formats};
+}
+
 }  // namespace platform

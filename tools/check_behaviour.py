@@ -14,6 +14,8 @@ import re
 import sys
 import tempfile
 
+import check_tree
+
 PAGE = "docs/behaviour.md"
 TEST = re.compile(r"^\s*TEST(?:_F|_P)?\(\s*(\w+)\s*,\s*(\w+)\s*\)", re.MULTILINE)
 NAMED = re.compile(r"`(\w+)\.(\w+)`")
@@ -90,14 +92,5 @@ def self_test():
     return failed
 
 
-def main():
-    if "--self-test" in sys.argv:
-        return 1 if self_test() else 0
-    root = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else ".").resolve()
-    found = list(faults(root))
-    print("\n".join(found) if found else "every claim has its tests")
-    return 1 if found else 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(check_tree.main(faults, self_test, "every claim has its tests"))

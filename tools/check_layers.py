@@ -11,6 +11,8 @@ import re
 import sys
 import tempfile
 
+import check_tree
+
 SOURCE_FOLDERS = ["base", "jet", "platform", "app", "data", "floor", "labor", "setup", "tests", "tools", "bench"]
 SHOP_FOLDERS = {"app", "data", "floor", "labor", "setup"}
 
@@ -135,14 +137,5 @@ def self_test():
     return failed
 
 
-def main():
-    if "--self-test" in sys.argv:
-        return 1 if self_test() else 0
-    root = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else ".").resolve()
-    found = list(faults(root))
-    print("\n".join(found) if found else "every include lies within the dependency table")
-    return 1 if found else 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(check_tree.main(faults, self_test, "every include lies within the dependency table"))

@@ -25,19 +25,7 @@ struct Fakes {
     FixedFormats formats;
 
     // Requires: this bundle outlives what it returns.
-    [[nodiscard]] Services AsServices()
-    {
-        return {.clock = clock,
-                .prompts = prompts,
-                .files = files,
-                .paths = paths,
-                .clipboard = clipboard,
-                .pointer = pointer,
-                .events = events,
-                .instance = instance,
-                .program = program,
-                .formats = formats};
-    }
+    [[nodiscard]] Services AsServices() { return ServicesOf(*this); }
 };
 
 }  // namespace platform

@@ -2,6 +2,7 @@
 #include "app/Dispatch.h"
 
 #include "base/NumberedError.h"
+#include "platform/fake/OtherServices.h"
 #include "tests/support/ShellFixture.h"
 
 #include <functional>
@@ -41,16 +42,7 @@ protected:
     }
 
     BusyPrompts prompts_;
-    platform::Services services_{.clock = fakes.clock,
-                                 .prompts = prompts_,
-                                 .files = fakes.files,
-                                 .paths = fakes.paths,
-                                 .clipboard = fakes.clipboard,
-                                 .pointer = fakes.pointer,
-                                 .events = fakes.events,
-                                 .instance = fakes.instance,
-                                 .program = fakes.program,
-                                 .formats = fakes.formats};
+    platform::Services services_ = platform::With(fakes.AsServices(), prompts_);
     Shop busyShop_{dialogs, services_, engine};
     int ticks_ = 0;
 };

@@ -2,6 +2,7 @@
 #include "app/frmSplash.h"
 #include "app/modErrTrap.h"
 #include "base/NumberedError.h"
+#include "platform/fake/OtherServices.h"
 #include "tests/support/ShellFixture.h"
 
 namespace lodrin {
@@ -74,16 +75,7 @@ TEST_F(MainTest, AFailingSplashDoesNotKeepTheShopFromWorking)
 TEST_F(MainTest, WhereAnotherCopyCannotBeFoundOutThisOneIsTheFirst)
 {
     UnknownInstance unknown;
-    platform::Services world{.clock = fakes.clock,
-                             .prompts = fakes.prompts,
-                             .files = fakes.files,
-                             .paths = fakes.paths,
-                             .clipboard = fakes.clipboard,
-                             .pointer = fakes.pointer,
-                             .events = fakes.events,
-                             .instance = unknown,
-                             .program = fakes.program,
-                             .formats = fakes.formats};
+    platform::Services world = platform::With(fakes.AsServices(), unknown);
     Shop other(dialogs, world, engine);
     fakes.prompts.Expect(kDateQuestion, platform::Answer::Yes);
     Main(other);

@@ -3,6 +3,7 @@
 
 #include "base/NumberedError.h"
 #include "platform/fake/Fakes.h"
+#include "platform/fake/OtherServices.h"
 
 #include <gtest/gtest.h>
 
@@ -42,16 +43,7 @@ protected:
 
     [[nodiscard]] platform::Services With(platform::Paths& paths)
     {
-        return {.clock = fakes_.clock,
-                .prompts = fakes_.prompts,
-                .files = files_,
-                .paths = paths,
-                .clipboard = fakes_.clipboard,
-                .pointer = fakes_.pointer,
-                .events = fakes_.events,
-                .instance = fakes_.instance,
-                .program = fakes_.program,
-                .formats = fakes_.formats};
+        return platform::With(platform::With(fakes_.AsServices(), files_), paths);
     }
 
     platform::Fakes fakes_;

@@ -13,11 +13,9 @@ ExportedChange Change(const std::filesystem::path& before, const std::filesystem
     return ChangeBetween(MdbExport(before, table), MdbExport(after, table));
 }
 
-}  // namespace
-
-void ExpectEvening(const std::filesystem::path& before, const std::filesystem::path& after)
+// His row, and the row that synchronisation adds beside a hidden one.
+void ExpectEveningBoard(const std::filesystem::path& before, const std::filesystem::path& after)
 {
-    // The board: his row, and the row that synchronisation adds beside a hidden one.
     const ExportedChange board = Change(before, after, "LDEmp");
     ASSERT_EQ(board.removed.size(), 1U);
     ASSERT_EQ(board.added.size(), 2U);
@@ -30,8 +28,11 @@ void ExpectEvening(const std::filesystem::path& before, const std::filesystem::p
                   {"GLType", "ML"}});
     ExpectFields(RowWith(board.added, "EmpID", "28"),
                  {{"EmpEntry", "15"}, {"Name", "Carter, Edward"}, {"StartDay", kExportedNull}});
+}
 
-    // Three closed jobs.
+// Three closed jobs.
+void ExpectEveningJobs(const std::filesystem::path& before, const std::filesystem::path& after)
+{
     const ExportedChange history = Change(before, after, "LDHistory");
     EXPECT_TRUE(history.removed.empty());
     ASSERT_EQ(history.added.size(), 3U);
@@ -65,8 +66,11 @@ void ExpectEvening(const std::filesystem::path& before, const std::filesystem::p
                                                        {"Hrs", "1.83"},
                                                        {"VehDesc", "1996 Hyundai Sonata LX"},
                                                        {"Customer", "Evans, Ryan"}});
+}
 
-    // Three labor lines, each with the order it was worked on.
+// Three labor lines, each with the order it was worked on.
+void ExpectEveningLabor(const std::filesystem::path& before, const std::filesystem::path& after)
+{
     const ExportedChange labor = Change(before, after, "Labor");
     EXPECT_TRUE(labor.removed.empty());
     ASSERT_EQ(labor.added.size(), 3U);
@@ -87,8 +91,11 @@ void ExpectEvening(const std::filesystem::path& before, const std::filesystem::p
                  {{"WONumber", "119"}, {"WorkOrder", "10125"}, {"HrsFlagged", "0.67"}});
     ExpectFields(RowWith(labor.added, "LaborID", "903"),
                  {{"WONumber", "5"}, {"WorkOrder", "10011"}, {"HrsFlagged", "1.83"}});
+}
 
-    // Two orders: stamps, and the hours of the jobs closed while they were chosen.
+// Two orders: stamps, and the hours of the jobs closed while they were chosen.
+void ExpectEveningOrders(const std::filesystem::path& before, const std::filesystem::path& after)
+{
     const ExportedChange orders = Change(before, after, "WorkOrder");
     ASSERT_EQ(orders.removed.size(), 2U);
     ASSERT_EQ(orders.added.size(), 2U);
@@ -104,10 +111,9 @@ void ExpectEvening(const std::filesystem::path& before, const std::filesystem::p
     ExpectChange(RowWith(orders.removed, "WorkOrderNumber", "10011"),
                  RowWith(orders.added, "WorkOrderNumber", "10011"),
                  {{"RLTech", "9"}, {"BodyWorked", "18.15"}, {"BodyCost", "408.3281"}});
-    ExpectSameTables(before, after, {"LDEmp", "LDHistory", "Labor", "WorkOrder"});
 }
 
-void ExpectFirstMorning(const std::filesystem::path& before, const std::filesystem::path& after)
+void ExpectMorningBoard(const std::filesystem::path& after)
 {
     const std::vector<ExportedRow> board = MdbExport(after, "LDEmp");
     EXPECT_EQ(board.size(), 14U);
@@ -124,7 +130,10 @@ void ExpectFirstMorning(const std::filesystem::path& before, const std::filesyst
                   {"GLType", "BL"}});
     ExpectFields(RowWith(board, "Name", "Taylor, Stephanie"),
                  {{"EmpID", "4"}, {"StartDay", kExportedNull}, {"WO#", "0"}});
+}
 
+void ExpectMorningJobs(const std::filesystem::path& after)
+{
     const std::vector<ExportedRow> history = MdbExport(after, "LDHistory");
     ASSERT_EQ(history.size(), 2U);
     ExpectFields(RowWith(history, "ID", "1"), {{"EmpID", "9"},
@@ -140,13 +149,19 @@ void ExpectFirstMorning(const std::filesystem::path& before, const std::filesyst
                                                {"WOID", "117"},
                                                {"GLType", "DL"},
                                                {"Hrs", "1.17"}});
+}
 
+void ExpectMorningLabor(const std::filesystem::path& before, const std::filesystem::path& after)
+{
     const ExportedChange labor = Change(before, after, "Labor");
     EXPECT_TRUE(labor.removed.empty());
     ASSERT_EQ(labor.added.size(), 2U);
     ExpectFields(RowWith(labor.added, "LaborID", "901"),
                  {{"EmployeeID", "9"}, {"WONumber", "33"}, {"HrsFlagged", "1.5"}});
+}
 
+void ExpectMorningOrders(const std::filesystem::path& before, const std::filesystem::path& after)
+{
     const ExportedChange orders = Change(before, after, "WorkOrder");
     ASSERT_EQ(orders.added.size(), 2U);
     const ExportedRow& chevrolet = RowWith(orders.removed, "WorkOrderNumber", "10037");
@@ -167,6 +182,25 @@ void ExpectFirstMorning(const std::filesystem::path& before, const std::filesyst
                                      "changed to Body"},
                   {"FrameWorked", "22.37"},
                   {"FrameCost", "495.0300"}});
+}
+
+}  // namespace
+
+void ExpectEvening(const std::filesystem::path& before, const std::filesystem::path& after)
+{
+    ExpectEveningBoard(before, after);
+    ExpectEveningJobs(before, after);
+    ExpectEveningLabor(before, after);
+    ExpectEveningOrders(before, after);
+    ExpectSameTables(before, after, {"LDEmp", "LDHistory", "Labor", "WorkOrder"});
+}
+
+void ExpectFirstMorning(const std::filesystem::path& before, const std::filesystem::path& after)
+{
+    ExpectMorningBoard(after);
+    ExpectMorningJobs(after);
+    ExpectMorningLabor(before, after);
+    ExpectMorningOrders(before, after);
     EXPECT_TRUE(MdbExport(after, "LDTotals").empty());
     EXPECT_TRUE(MdbExport(after, "Status").empty());
     ExpectSameTables(before, after, {"Labor", "WorkOrder"});

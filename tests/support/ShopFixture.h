@@ -15,8 +15,8 @@ struct MemoryDisk {
 };
 
 // Rule: a test fails that leaves an expected question or dialog unasked, or a database file in
-//       which the integrity checker finds anything to remark. A test about a missing file removes
-//       it.
+//       which the integrity checker finds anything to remark. A test about a missing file takes
+//       it away.
 class ShopFixture : public ::testing::Test, protected MemoryDisk, protected ShopWorld {
 protected:
     ShopFixture() : ShopWorld(disk) { MakeDatabase(); }

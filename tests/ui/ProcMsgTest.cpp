@@ -4,6 +4,7 @@
 #include "app/ui/QtDialogs.h"
 #include "data/SyncEmployees.h"
 #include "data/modBuildLD.h"
+#include "platform/fake/OtherServices.h"
 #include "tests/support/ShopFixture.h"
 #include "tools/demo/Hands.h"
 
@@ -77,16 +78,7 @@ protected:
 
     Painted painted;
     PaintingEvents events;
-    platform::Services painting{.clock = fakes.clock,
-                                .prompts = fakes.prompts,
-                                .files = fakes.files,
-                                .paths = fakes.paths,
-                                .clipboard = fakes.clipboard,
-                                .pointer = fakes.pointer,
-                                .events = events,
-                                .instance = fakes.instance,
-                                .program = fakes.program,
-                                .formats = fakes.formats};
+    platform::Services painting = platform::With(fakes.AsServices(), events);
     lodrin::ui::QtDialogs qt;
     lodrin::Shop real{qt, painting, engine};
 };

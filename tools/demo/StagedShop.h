@@ -50,16 +50,7 @@ public:
     platform::qt::QtInstance instance;
     platform::qt::QtProgram program{{1, 0, 0}};
     platform::qt::QtSystemFormats formats{QLocale(QLocale::English, QLocale::UnitedStates)};
-    platform::Services services{.clock = clock,
-                                .prompts = prompts,
-                                .files = files,
-                                .paths = paths,
-                                .clipboard = clipboard,
-                                .pointer = pointer,
-                                .events = events,
-                                .instance = instance,
-                                .program = program,
-                                .formats = formats};
+    platform::Services services = platform::ServicesOf(*this);
     dao::DBEngine engine{{.now = [this] { return clock.Now(); }}};
     lodrin::ui::QtDialogs dialogs;
     lodrin::Shop shop{dialogs, services, engine};
