@@ -18,8 +18,6 @@ namespace {
 
 constexpr int kOneSecond = 1000;
 
-constexpr const char* kStatusQuery =
-    "SELECT * FROM Status WHERE AcctType = 'LDStatus' ORDER BY GLType";
 constexpr const char* kNoStatusDescriptions =
     "You have not yet set up your status descriptions.  Select Setup/Status Descriptions from the "
     "menu before you start using the Lodrin program.";
@@ -30,7 +28,7 @@ void OpenStatus(const ResumeNext& attempt, Shop& shop)
 {
     MainWindowState& state = shop.state;
     attempt([&] { state.statusDatabase = OpenKelvaro(shop); });
-    state.sqlText = kStatusQuery;
+    state.sqlText = Status::descriptions;
     attempt([&] { state.rsStatus = state.statusDatabase.OpenRecordset(state.sqlText); });
     if (attempt.Test([&] { return state.rsStatus.RecordCount() < 1; }, IfItFails::TakeBranch))
         attempt([&] { Say(shop, kNoStatusDescriptions); });

@@ -195,4 +195,10 @@ void ErrTrap(Shop& shop, std::string_view location, int number, std::string_view
     values.LastErrNumber = number;
 }
 
+bool IsTold(int number)
+{
+    const Trouble trouble = TroubleOf(number);
+    return trouble == Trouble::Serious || trouble == Trouble::Locked;
+}
+
 }  // namespace lodrin

@@ -44,6 +44,11 @@ struct LDHistory {
                                       JobStart = "JobStart", JobEnd = "JobEnd", WONumb = "WONumb",
                                       WOID = "WOID", GLType = "GLType", Hrs = "Hrs",
                                       VehDesc = "VehDesc", Customer = "Customer";
+    // Places in the table, which are the columns of a grid.
+    struct Column {
+        static constexpr int JobStart = 4, JobEnd = 5, WONumb = 6, GLType = 8, Hrs = 9,
+                             VehDesc = 10;
+    };
 };
 
 // Labor type descriptions.
@@ -51,6 +56,12 @@ struct Status {
     static constexpr std::string_view table = "Status";
     static constexpr std::string_view ID = "ID", AcctType = "AcctType", GLType = "GLType",
                                       GLDesc = "GLDesc", Description = "Description";
+    struct Column {
+        static constexpr int GLType = 3, GLDesc = 4, Description = 5;
+    };
+    // The query for the program's own rows.
+    static constexpr std::string_view descriptions =
+        "SELECT * FROM Status WHERE AcctType = 'LDStatus' ORDER BY GLType";
 };
 
 // The management system's tables, as far as the program uses them.

@@ -23,14 +23,15 @@ using platform::Alignment;
 constexpr int kLastJobs = 10;
 constexpr const char* kBetweenNumberAndVehicle = "   ";
 
-// From left to right; the columns are the places of the fields in LDHistory.
+// From left to right.
+using Column = LDHistory::Column;
 constexpr std::array<ColumnLayout, 6> kDailyColumns{{
-    {10, "Vehicle", 2500},
-    {6, "WO #", 900, "", Alignment::Center},
-    {8, "Type", 500, "", Alignment::Center},
-    {4, "Job Start", 1100, kClockTime, Alignment::Center, Alignment::Center},
-    {5, "Job End", 1100, kClockTime, Alignment::Center, Alignment::Center},
-    {9, "Hrs", 900, "", Alignment::Center, Alignment::Center},
+    {Column::VehDesc, "Vehicle", 2500},
+    {Column::WONumb, "WO #", 900, "", Alignment::Center},
+    {Column::GLType, "Type", 500, "", Alignment::Center},
+    {Column::JobStart, "Job Start", 1100, kClockTime, Alignment::Center, Alignment::Center},
+    {Column::JobEnd, "Job End", 1100, kClockTime, Alignment::Center, Alignment::Center},
+    {Column::Hrs, "Hrs", 900, "", Alignment::Center, Alignment::Center},
 }};
 
 }  // namespace

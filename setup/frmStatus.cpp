@@ -5,6 +5,7 @@
 #include "app/ForEachRecord.h"
 #include "app/ResumeNext.h"
 #include "app/Shop.h"
+#include "app/modErrTrap.h"
 #include "base/Convert.h"
 #include "base/NumberedError.h"
 #include "base/Text.h"
@@ -23,20 +24,14 @@ using IfItFails::TakeBranch;
 
 constexpr const char* kLaborAccounts =
     "SELECT * FROM GenLedger WHERE GLLaborFlag = True ORDER BY GLCode";
-constexpr const char* kDescriptions =
-    "SELECT * FROM Status WHERE AcctType = 'LDStatus' ORDER BY GLType";
-// The engine takes the text with and without the semicolon.
-constexpr const char* kDescriptionsShown =
-    "SELECT * FROM Status WHERE AcctType = 'LDStatus' ORDER BY GLType;";
 constexpr const char* kOwnRows = "LDStatus";
 constexpr const char* kEndOfFirstWord = " ";
 
 constexpr int kTooLong = 3163;
-constexpr int kDescriptionColumn = 5;
 constexpr std::array<ColumnLayout, 3> kColumns{{
-    {3, "GL Type", 1000},
-    {4, "GL Description", 1500},
-    {kDescriptionColumn, "Status Description", 3000},
+    {Status::Column::GLType, "GL Type", 1000},
+    {Status::Column::GLDesc, "GL Description", 1500},
+    {Status::Column::Description, "Status Description", 3000},
 }};
 
 constexpr const char* kNotStored = "The description was not stored.\r\n\r\n";
@@ -83,8 +78,8 @@ std::string Refusal(const base::NumberedError& error, const std::string& typed,
     std::string text = kNotStored + std::string(error.what());
     if (error.Number() == kTooLong)
         text += "\r\n\r\nA description has room for " +
-                std::to_string(status.SizeOf(kDescriptionColumn - 1)) + " characters; yours has " +
-                std::to_string(base::Length(typed)) + ".";
+                std::to_string(status.SizeOf(Status::Column::Description - 1)) +
+                " characters; yours has " + std::to_string(base::Length(typed)) + ".";
     return text + kStillThere;
 }
 
@@ -105,7 +100,7 @@ void frmStatus::InitializeGrid(Shop& shop)
     attempt([&] { database = OpenKelvaro(shop); });
     attempt([&] { sqlText = kLaborAccounts; });
     attempt([&] { genLedger = database.OpenRecordset(sqlText); });
-    attempt([&] { sqlText = kDescriptions; });
+    attempt([&] { sqlText = Status::descriptions; });
     attempt([&] { status = database.OpenRecordset(sqlText); });
 
     // An account that has no row yet gets one, worded with the first word of its name.
@@ -122,7 +117,8 @@ void frmStatus::InitializeGrid(Shop& shop)
 void frmStatus::QueryGrid(Shop& shop)
 {
     const ResumeNext attempt(shop, "Sub frmStatus!QueryGrid()");
-    attempt([&] { sqlText = kDescriptionsShown; });
+    // The engine takes the text with and without the semicolon.
+    attempt([&] { sqlText = std::string(Status::descriptions) + ";"; });
     attempt([&] { status = database.OpenRecordset(sqlText); });
 
     // What is typed into the grid goes straight into the row.
@@ -137,7 +133,7 @@ void frmStatus::GetView(Shop& shop)
     const platform::ChangesHeld held(grdStatus);
     LayOut(attempt, grdStatus, kColumns);
     // The wording is the shop's; code and account belong to the management system.
-    attempt([&] { grdStatus.ColumnAt(kDescriptionColumn).editable = true; });
+    attempt([&] { grdStatus.ColumnAt(Status::Column::Description).editable = true; });
     attempt([&] { grdStatus.allowEdit = true; });
     attempt([&] { grdStatus.LayoutChanged(); });
 }
@@ -155,10 +151,11 @@ bool frmStatus::StoreDescription(Shop& shop, int row, const std::string& typed)
 {
     try {
         grdStatus.SetRow(row);
-        grdStatus.SetValue(kDescriptionColumn, typed);
+        grdStatus.SetValue(Status::Column::Description, typed);
         return true;
     } catch (const base::NumberedError& error) {
-        Say(shop, Refusal(error, typed, status));
+        ErrTrap(shop, "Sub frmStatus!StoreDescription()", error.Number(), error.what());
+        if (!IsTold(error.Number())) Say(shop, Refusal(error, typed, status));
         return false;
     }
 }

@@ -38,8 +38,9 @@ struct frmStatus {
     // Requires: what was typed has been stored.
     void cmdExit_Click(Shop& shop);
 
-    // The user typed a description; whether it is stored now. Rule: a refusal is told, and changes
-    // nothing. Units: rows of the grid, from 1.
+    // The user typed a description; whether it is stored now.
+    // Units: rows of the grid, from 1.
+    // Rule:  a refusal goes to the error trap, is told in one box, and changes nothing.
     [[nodiscard]] bool StoreDescription(Shop& shop, int row, const std::string& typed);
 };
 

@@ -13,10 +13,6 @@ namespace {
 constexpr const char* kDot = " \u00b7 ";
 constexpr const char* kComma = ", ";
 
-// Columns of the history.
-constexpr int kJobStart = 4, kJobEnd = 5, kJobOrder = 6, kJobType = 8, kJobHours = 9,
-              kJobVehicle = 10;
-
 std::string Joined(const char* between, std::initializer_list<std::string> parts)
 {
     std::string joined;
@@ -81,11 +77,13 @@ std::string BoardRowInWords(const platform::Grid& board, int number)
 
 std::string JobRowInWords(const platform::Grid& jobs, int row)
 {
-    if (row < 1 || row > jobs.RowCount() || jobs.ColumnCount() < kJobVehicle) return {};
+    using Column = LDHistory::Column;
+    if (row < 1 || row > jobs.RowCount() || jobs.ColumnCount() < Column::VehDesc) return {};
     const auto shown = [&](int column) { return jobs.Shown(row, column); };
     return Joined(kComma,
-                  {"Repair order " + shown(kJobOrder), shown(kJobVehicle), shown(kJobType),
-                   shown(kJobStart) + " to " + shown(kJobEnd), shown(kJobHours) + " hours"});
+                  {"Repair order " + shown(Column::WONumb), shown(Column::VehDesc),
+                   shown(Column::GLType), shown(Column::JobStart) + " to " + shown(Column::JobEnd),
+                   shown(Column::Hrs) + " hours"});
 }
 
 }  // namespace lodrin::ui

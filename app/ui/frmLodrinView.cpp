@@ -216,8 +216,7 @@ QBoxLayout* frmLodrinView::BuildBoard(QWidget* content)
 
 QBoxLayout* frmLodrinView::BuildJobs(QWidget* content)
 {
-    constexpr int kVehicle = 10;
-    daily_ = new GridWidget(shop_.window.grdDaily, {kVehicle}, content);
+    daily_ = new GridWidget(shop_.window.grdDaily, {LDHistory::Column::VehDesc}, content);
     NameControl(daily_, "grdDaily", "Jobs of today");
     // To be read only: a second chosen row beside the board's would mislead.
     daily_->setSelectionMode(QAbstractItemView::NoSelection);

@@ -2,6 +2,7 @@
 #include "setup/ui/frmStatusView.h"
 
 #include "app/Shop.h"
+#include "data/Tables.h"
 #include "platform/qt/GridWidget.h"
 #include "platform/qt/Mirror.h"
 #include "platform/qt/ShopStyle.h"
@@ -19,7 +20,7 @@ namespace {
 using namespace platform::qt;
 
 constexpr int kMargin = 20;
-constexpr int kWording = 5;  // the column that takes the room the others leave
+constexpr int kWording = Status::Column::Description;  // takes the room the others leave
 
 }  // namespace
 

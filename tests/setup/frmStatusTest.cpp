@@ -194,6 +194,24 @@ TEST_F(frmStatusTest, WordingThatIsTooLongIsToldAndChangesNothing)
         EXPECT_TRUE(Word("BL", std::string(75, 'x')));
     });
     EXPECT_EQ(Wordings(), (Map{{"BL", std::string(75, 'x')}}));
+    EXPECT_EQ(Reports(), (std::vector<std::string>{"3163 Sub frmStatus!StoreDescription()"}));
+}
+
+// The trap's own box is enough: the user is not told twice.
+TEST_F(frmStatusTest, FullDiskIsToldByTheTrapAlone)
+{
+    Given({LaborType("BL", "Body")});
+    fakes.prompts.Expect(
+        "Error 61 in Sub frmStatus!StoreDescription() (Line = 0)\r\nwhile running Lodrin.exe v1.00 "
+        "(Build 5)\r\n\r\nError = 'Disk full'\r\n\r\nThis message has been copied to your "
+        "clipboard "
+        "for easy retreval.\r\n\r\n\r\nSelect 'OK' and the program will attempt to continue "
+        "running.");
+    Show([this](lodrin::frmStatus& form) {
+        form.grdStatus.changed = [] { throw base::NumberedError(61); };
+        EXPECT_FALSE(Word("BL", "Paint"));
+        form.grdStatus.changed = nullptr;
+    });
 }
 
 TEST_F(frmStatusTest, RowDeletedMeanwhileIsTold)
