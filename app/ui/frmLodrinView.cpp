@@ -15,8 +15,10 @@
 #include "platform/qt/GridWidget.h"
 #include "platform/qt/ListWidget.h"
 #include "platform/qt/Mirror.h"
+#include "platform/qt/Placing.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/RepairOrderBox.h"
+#include "platform/qt/ScrollPage.h"
 #include "platform/qt/ShopStyle.h"
 #include "platform/qt/WindowFrame.h"
 #include "setup/mnuSetup.h"
@@ -28,7 +30,6 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
-#include <QScrollArea>
 #include <QStatusBar>
 #include <QVBoxLayout>
 
@@ -141,12 +142,7 @@ void frmLodrinView::BuildStatusBar()
 
 void frmLodrinView::BuildContent()
 {
-    auto* scroll = new QScrollArea(this);
-    scroll->setObjectName("scroll");
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    auto* content = new QWidget(scroll);
+    auto* content = new QWidget(this);
     content->setObjectName("central");
 
     auto* page = new QVBoxLayout(content);
@@ -160,7 +156,8 @@ void frmLodrinView::BuildContent()
     lower->addLayout(BuildJobStart(content), 3);
     page->addLayout(lower, 4);
 
-    scroll->setWidget(content);
+    auto* scroll = new ScrollPage(content, this);
+    scroll->setObjectName("scroll");
     setCentralWidget(scroll);
 }
 
@@ -295,7 +292,7 @@ void frmLodrinView::OrderTabs()
 // As large as its work needs; on a small screen, all of it.
 void frmLodrinView::FitScreen()
 {
-    setMinimumSize(480, 360);
+    setMinimumSize(480, 300);
     const QRect free = screen()->availableGeometry();
     resize(WithinScreen(*this, kWholeSize));
     move(free.center() - QPoint(width() / 2, height() / 2));

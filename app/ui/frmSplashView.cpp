@@ -3,6 +3,7 @@
 
 #include "app/Shop.h"
 #include "platform/qt/Mirror.h"
+#include "platform/qt/Placing.h"
 
 #include <QLabel>
 #include <QPainter>
@@ -30,7 +31,7 @@ frmSplashView::frmSplashView(Shop& shop) : QWidget(nullptr, Qt::Window | Qt::Fra
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(kMargin, kBand + kMargin, kMargin, kMargin);
     column->addWidget(version);
-    setFixedWidth(kWidth);
+    setFixedWidth(platform::qt::WithinScreen(*this, QSize(kWidth, 0)).width());
     adjustSize();
 }
 

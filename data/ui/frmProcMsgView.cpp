@@ -3,11 +3,11 @@
 
 #include "app/Shop.h"
 #include "platform/qt/Mirror.h"
+#include "platform/qt/Placing.h"
 #include "platform/qt/QtText.h"
 
 #include <QGroupBox>
 #include <QLabel>
-#include <QScreen>
 #include <QVBoxLayout>
 
 namespace lodrin::ui {
@@ -42,10 +42,14 @@ frmProcMsgView::frmProcMsgView(Shop& shop, QWidget* owner)
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(16, 16, 16, 16);
     outer->addWidget(frame);
-    setFixedWidth(kWidth);
+    setFixedWidth(platform::qt::WithinScreen(*this, QSize(kWidth, 0)).width());
     adjustSize();
-    const QRect over = owner != nullptr ? owner->geometry() : screen()->geometry();
-    move(over.center() - rect().center());
+}
+
+void frmProcMsgView::showEvent(QShowEvent* event)
+{
+    platform::qt::StandOverOwner(*this);
+    QWidget::showEvent(event);
 }
 
 }  // namespace lodrin::ui

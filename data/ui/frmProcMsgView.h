@@ -14,6 +14,9 @@ namespace lodrin::ui {
 class frmProcMsgView : public QWidget {
 public:
     frmProcMsgView(Shop& shop, QWidget* owner);
+
+protected:
+    void showEvent(QShowEvent* event) override;
 };
 
 }  // namespace lodrin::ui

@@ -4,13 +4,13 @@
 #include "app/Shop.h"
 #include "platform/qt/ListWidget.h"
 #include "platform/qt/Mirror.h"
+#include "platform/qt/Placing.h"
 #include "platform/qt/ShopStyle.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -33,9 +33,9 @@ frmGLSelectView::frmGLSelectView(Shop& shop, EventDoor door, QWidget* owner)
 
     auto* lists = new QHBoxLayout;
     lists->setSpacing(kMargin);
-    lists->addLayout(BuildList(form.lstGLCodes, "lstGLCodes", "&Labor Codes"), 4);
-    lists->addLayout(BuildList(form.lstDepartments, "lstDepartments", "&Departments"), 3);
-    lists->addLayout(BuildList(form.lstProgress, "lstProgress", "&Progress"), 3);
+    lists->addLayout(BuildList(form.lstGLCodes, "lstGLCodes", "&Labor Codes"), 1);
+    lists->addLayout(BuildList(form.lstDepartments, "lstDepartments", "&Departments"), 1);
+    lists->addLayout(BuildList(form.lstProgress, "lstProgress", "&Progress"), 1);
     auto* page = new QVBoxLayout(this);
     page->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     page->setSpacing(kSpacing);
@@ -44,7 +44,7 @@ frmGLSelectView::frmGLSelectView(Shop& shop, EventDoor door, QWidget* owner)
 
     form.setFocusToGLCodes = [this] { findChild<QWidget*>("lstGLCodes")->setFocus(); };
     form.close = [this] { accept(); };
-    resize(WithinScreen(*this, QSize(860, 520)));
+    resize(WithinScreen(*this, QSize(960, 520)));
 }
 
 frmGLSelectView::~frmGLSelectView()
@@ -114,6 +114,12 @@ void frmGLSelectView::Activate()
 {
     activated_ = true;
     door_.Always([](Shop& shop) { shop.forms.glSelect.Form_Activate(shop); });
+}
+
+void frmGLSelectView::showEvent(QShowEvent* event)
+{
+    StandOverOwner(*this);
+    QDialog::showEvent(event);
 }
 
 }  // namespace lodrin::ui

@@ -27,6 +27,7 @@ public:
     void Wait();
 
 protected:
+    void showEvent(QShowEvent* event) override;
     bool event(QEvent* event) override;
 
 private:

@@ -4,13 +4,13 @@
 #include "app/Shop.h"
 #include "platform/qt/ListWidget.h"
 #include "platform/qt/Mirror.h"
+#include "platform/qt/Placing.h"
 #include "platform/qt/ShopStyle.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QVBoxLayout>
 
 namespace lodrin::ui {
@@ -113,6 +113,12 @@ void frmProgressView::closeEvent(QCloseEvent* event)
 {
     event->accept();
     done(Rejected);
+}
+
+void frmProgressView::showEvent(QShowEvent* event)
+{
+    StandOverOwner(*this);
+    QDialog::showEvent(event);
 }
 
 }  // namespace lodrin::ui

@@ -15,7 +15,8 @@ namespace platform::qt {
 namespace {
 
 constexpr int kColumns = 7;
-constexpr int kRows = 7;  // six weeks under the names of the days
+constexpr int kDayWidth = 54;  // for the name of the day over it
+constexpr int kRows = 7;       // six weeks under the names of the days
 
 base::Date DateOf(const QDate& date)
 {
@@ -64,11 +65,13 @@ void CalendarWidget::Enlarge()
     const auto name = [this](const char* button, const char* spoken) {
         if (auto* found = findChild<QToolButton*>(button)) found->setAccessibleName(spoken);
     };
+    if (auto* days = findChild<QWidget*>("qt_calendar_calendarview"))
+        days->setAccessibleName("Days of the month");
     name("qt_calendar_prevmonth", "Previous month");
     name("qt_calendar_nextmonth", "Next month");
     name("qt_calendar_monthbutton", "Month");
     name("qt_calendar_yearbutton", "Year");
-    setMinimumSize(kColumns * kButtonHeight + kSpacing, bar + kRows * kButtonHeight + kSpacing);
+    setMinimumSize(kColumns * kDayWidth + kSpacing, bar + kRows * kButtonHeight + kSpacing);
 }
 
 // The days of a weekend can be worked on: they are as readable as the others.

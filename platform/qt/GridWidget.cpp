@@ -158,30 +158,41 @@ void GridWidget::ApplyLayout()
                 horizontalHeader()->moveSection(horizontalHeader()->visualIndex(column),
                                                 position - 1);
     AllowTyping();
-    naturalWidths_.clear();
+    wishes_.clear();
     for (int column = 1; column <= count; ++column)
-        naturalWidths_.push_back(NaturalWidth(column));
+        wishes_.push_back(WishOf(column));
     FitWidths();
 }
 
 // The width of the layout in the size of the present font; more when the caption, a time or a name
-// would not fit.
-int GridWidget::NaturalWidth(int column) const
+// would not fit. At the least the layout's own pixels and its texts; an elastic column can be cut
+// down further.
+ColumnWish GridWidget::WishOf(int column) const
 {
     const Column& layout = layout_[static_cast<std::size_t>(column - 1)];
+    if (!layout.visible) return {};
     const double scale = fontMetrics().height() / kDesignFontHeight;
     const int designed = qRound(layout.width * scale / kTwipsPerPixel);
-    const int caption = horizontalHeader()->fontMetrics().horizontalAdvance(ToQt(layout.caption));
-    int widest = std::max(designed, caption + kCellMargin);
+    const int caption =
+        kCellMargin + horizontalHeader()->fontMetrics().horizontalAdvance(ToQt(layout.caption));
+    const int wished = std::max(designed, caption);
     if (std::find(stretching_.begin(), stretching_.end(), column) != stretching_.end())
-        return widest;
-    const int limit = widest + designed / 2;
+        return {wished, std::max(caption, wished * 2 / 5), true};
+    const int needed = std::min(WidestText(column), wished + designed / 2);
+    return {std::max(wished, needed), std::max({caption, needed, layout.width / kTwipsPerPixel}),
+            false};
+}
+
+int GridWidget::WidestText(int column) const
+{
+    const Column& layout = layout_[static_cast<std::size_t>(column - 1)];
     // Times come and go; there is always room for one.
-    if (layout.format.find("AM/PM") != std::string::npos)
-        widest = std::max(widest, WidthOf(base::Format(kWideTime, layout.format)));
+    int widest = layout.format.find("AM/PM") != std::string::npos
+                     ? WidthOf(base::Format(kWideTime, layout.format))
+                     : 0;
     for (int row = 1; row <= grid_->RowCount(); ++row)
         widest = std::max(widest, WidthOf(grid_->Shown(row, column)));
-    return std::min(widest, limit);
+    return widest;
 }
 
 int GridWidget::WidthOf(const std::string& text) const
@@ -189,29 +200,11 @@ int GridWidget::WidthOf(const std::string& text) const
     return kCellMargin + fontMetrics().horizontalAdvance(ToQt(text));
 }
 
-// Vehicle and customer take the room that is left, or give some up before the columns have to be
-// scrolled.
 void GridWidget::FitWidths()
 {
-    int left = viewport()->width();
-    int elastic = 0;
-    for (int column = 1; column <= static_cast<int>(naturalWidths_.size()); ++column) {
-        if (isColumnHidden(column - 1)) continue;
-        left -= naturalWidths_[static_cast<std::size_t>(column - 1)];
-        if (std::find(stretching_.begin(), stretching_.end(), column) != stretching_.end())
-            ++elastic;
-    }
-    for (int column = 1; column <= static_cast<int>(naturalWidths_.size()); ++column) {
-        int width = naturalWidths_[static_cast<std::size_t>(column - 1)];
-        if (std::find(stretching_.begin(), stretching_.end(), column) != stretching_.end()) {
-            const int share = left / elastic;
-            const int narrowest = width * 3 / 5;
-            left -= std::max(share, narrowest - width);
-            width = std::max(width + share, narrowest);
-            --elastic;
-        }
-        setColumnWidth(column - 1, width);
-    }
+    const std::vector<int> widths = ShareRoom(wishes_, viewport()->width());
+    for (std::size_t column = 0; column < widths.size(); ++column)
+        if (layout_[column].visible) setColumnWidth(static_cast<int>(column), widths[column]);
 }
 
 void GridWidget::currentChanged(const QModelIndex& current, const QModelIndex& previous)
@@ -281,7 +274,7 @@ void GridWidget::keyPressEvent(QKeyEvent* event)
 void GridWidget::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);
-    if (!naturalWidths_.empty()) FitWidths();
+    if (!wishes_.empty()) FitWidths();
 }
 
 void GridWidget::changeEvent(QEvent* event)

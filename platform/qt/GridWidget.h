@@ -4,6 +4,7 @@
 #pragma once
 
 #include "platform/qt/CellEditor.h"
+#include "platform/qt/ColumnWidths.h"
 #include "platform/qt/GridModel.h"
 
 #include <QTableView>
@@ -52,7 +53,8 @@ private:
     void ShowCurrentRow();
     void ApplyLayout();
     void FitWidths();
-    [[nodiscard]] int NaturalWidth(int column) const;
+    [[nodiscard]] ColumnWish WishOf(int column) const;
+    [[nodiscard]] int WidestText(int column) const;
     [[nodiscard]] int WidthOf(const std::string& text) const;
     [[nodiscard]] int FirstColumn() const;
     [[nodiscard]] int TypedColumn() const;
@@ -65,7 +67,7 @@ private:
     CellEditor* editor_;
     std::vector<int> stretching_;
     std::vector<Column> layout_;      // as laid out last
-    std::vector<int> naturalWidths_;  // of each column, in pixels
+    std::vector<ColumnWish> wishes_;  // of each column
     bool mirroring_ = false;
 };
 

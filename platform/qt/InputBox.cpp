@@ -2,7 +2,9 @@
 #include "platform/qt/InputBox.h"
 
 #include "platform/qt/KeyPad.h"
+#include "platform/qt/Placing.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/ScrollPage.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -27,7 +29,6 @@ InputBox::InputBox(QWidget* owner, const InputPrompt& prompt)
 {
     setObjectName("InputBox");
     setWindowTitle(ToQt(prompt.title));
-    setMinimumWidth(kNarrowest);
 
     auto* label = new QLabel(this);
     label->setObjectName("lblPrompt");
@@ -54,9 +55,10 @@ InputBox::InputBox(QWidget* owner, const InputPrompt& prompt)
     column->setSpacing(12);
     column->addWidget(label);
     column->addWidget(text_);
-    column->addWidget(new KeyPad(text_, this));
+    column->addWidget(new ScrollPage(new KeyPad(text_, this), this), 1);
     column->addSpacing(8);
     column->addWidget(buttons);
+    resize(WithinScreen(*this, sizeHint().expandedTo({kNarrowest, 0})));
 }
 
 QString InputBox::Wait()

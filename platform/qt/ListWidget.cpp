@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/qt/ListWidget.h"
 
+#include "platform/qt/Entries.h"
 #include "platform/qt/Mirror.h"
 #include "platform/qt/QtText.h"
 
 #include <QKeyEvent>
-#include <QScroller>
 #include <QTimer>
 
 namespace platform::qt {
@@ -14,10 +14,8 @@ ListWidget::ListWidget(ListBox& list, QWidget* parent) : QListWidget(parent), li
 {
     setSelectionMode(SingleSelection);
     setUniformItemSizes(true);
-    setAlternatingRowColors(true);
-    setVerticalScrollMode(ScrollPerPixel);
     setTabKeyNavigation(false);
-    QScroller::grabGesture(viewport(), QScroller::TouchGesture);
+    OneLineEach(*this);
     connect(this, &QListWidget::currentRowChanged, this, &ListWidget::Choose);
     // Not itemActivated: it would double the double click.
     connect(this, &QListWidget::itemDoubleClicked, this, [this] {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/qt/MatchList.h"
 
-#include <QScroller>
+#include "platform/qt/Entries.h"
 
 #include <algorithm>
 
@@ -44,10 +44,7 @@ MatchList::MatchList(QWidget* field) : QListWidget(field->window()), field_(fiel
     setAccessibleDescription("Repair orders that match what is typed");
     setFocusPolicy(Qt::NoFocus);
     setUniformItemSizes(true);
-    setAlternatingRowColors(true);
-    setVerticalScrollMode(ScrollPerPixel);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    QScroller::grabGesture(viewport(), QScroller::TouchGesture);
+    OneLineEach(*this);
     connect(this, &QListWidget::itemClicked, this, [this](const QListWidgetItem* item) {
         const QString entry = item->text();
         hide();
@@ -68,7 +65,7 @@ void MatchList::Offer(const QStringList& entries)
     scrollToTop();
 }
 
-// Under its field, or over it where there is more room.
+// Under its field, or over it where there is more room; to the left as wide as its entries.
 void MatchList::Place()
 {
     const QWidget& window = *parentWidget();
@@ -78,7 +75,8 @@ void MatchList::Place()
     const int wanted = std::min(count(), kEntriesAtOnce) * sizeHintForRow(0) + 2 * frameWidth();
     const bool under = below >= wanted || below >= above;
     const int height = std::min(wanted, under ? below : above);
-    setGeometry(field.left(), under ? field.bottom() + 1 : field.top() - height, field.width(),
+    const int width = std::clamp(WidestEntry(*this), field.width(), field.right() + 1 - kMargin);
+    setGeometry(field.right() + 1 - width, under ? field.bottom() + 1 : field.top() - height, width,
                 height);
 }
 

@@ -1,18 +1,25 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/qt/MessageBox.h"
 
+#include "platform/qt/Placing.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/ScrollPage.h"
 
 #include <QAbstractButton>
 #include <QCloseEvent>
+#include <QGridLayout>
 #include <QKeyEvent>
-#include <QLayout>
+#include <QLabel>
+
+#include <algorithm>
 
 namespace platform::qt {
 
 namespace {
 
 constexpr int kMargin = 20;
+constexpr int kBesideIcon = 14;      // that Qt leaves, whether there is an icon or not
+constexpr int kScrolledWidth = 640;  // of a box with more text than fits
 
 QMessageBox::StandardButtons ButtonsOf(const Box& box)
 {
@@ -49,6 +56,13 @@ void MessageBox::reject()
     if (!mustChoose_) QMessageBox::reject();
 }
 
+// A box whose text is scrolled has the size that the screen allows, not the one its text asks for.
+bool MessageBox::event(QEvent* event)
+{
+    if (scrolled_ && event->type() == QEvent::LayoutRequest) return QDialog::event(event);
+    return QMessageBox::event(event);
+}
+
 void MessageBox::closeEvent(QCloseEvent* event)
 {
     if (mustChoose_)
@@ -67,10 +81,50 @@ void MessageBox::keyPressEvent(QKeyEvent* event)
 
 void MessageBox::showEvent(QShowEvent* event)
 {
-    // Set here, because the box lays itself out anew whenever its text changes.
-    layout()->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
-    layout()->activate();
+    LayOut();
     QMessageBox::showEvent(event);
+    if (!HasRoom()) ScrollText();
+    StandOverOwner(*this);
+}
+
+// When it is shown, because the box lays itself out anew whenever its text changes.
+void MessageBox::LayOut()
+{
+    // Without an icon there still is the blank beside it.
+    const int blank = icon() == NoIcon ? kBesideIcon + std::max(0, grid()->horizontalSpacing()) : 0;
+    layout()->setContentsMargins(std::max(0, kMargin - blank), kMargin, kMargin, kMargin);
+    layout()->activate();
+}
+
+bool MessageBox::HasRoom() const
+{
+    const int needed = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width())
+                                                     : layout()->totalMinimumSize().height();
+    return needed <= height() && WithinScreen(*this, size()) == size();
+}
+
+void MessageBox::ScrollText()
+{
+    auto* text = findChild<QLabel*>("qt_msgbox_label");
+    const int place = layout()->indexOf(text);
+    if (text == nullptr || place < 0) return;
+    int row = 0, column = 0, rows = 0, columns = 0;
+    grid()->getItemPosition(place, &row, &column, &rows, &columns);
+    scrolled_ = true;
+    layout()->removeWidget(text);
+    text->setWordWrap(true);
+    text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    auto* page = new ScrollPage(text, this);
+    page->setObjectName("scroll");
+    page->setFocusPolicy(Qt::StrongFocus);
+    page->setAccessibleName("Text of the message");
+    grid()->addWidget(page, row, column, rows, columns);
+    setFixedSize(WithinScreen(*this, {kScrolledWidth, QWIDGETSIZE_MAX}));
+}
+
+QGridLayout* MessageBox::grid() const
+{
+    return static_cast<QGridLayout*>(layout());
 }
 
 }  // namespace platform::qt

@@ -12,7 +12,16 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace platform::qt {
+
+namespace {
+
+constexpr int kWideEnough = 800;  // for all buttons in one row
+constexpr int kButtonWidth = 104;
+
+}  // namespace
 
 PreviewWidget::PreviewWidget(GridPreview& preview, QWidget* parent)
     : QWidget(parent), preview_(&preview), printer_(QPrinter::ScreenResolution),
@@ -21,6 +30,9 @@ PreviewWidget::PreviewWidget(GridPreview& preview, QWidget* parent)
     NameControl(this, "GEXPreview1", "Print preview");
     pages_->setObjectName("pages");
     pages_->setAccessibleName("Pages");
+    // The paper itself has the keyboard.
+    for (auto* paper : pages_->findChildren<QWidget*>())
+        if (paper->focusPolicy() != Qt::NoFocus) paper->setAccessibleName("Pages");
     connect(pages_, &QPrintPreviewWidget::paintRequested, this, [this](QPrinter* printer) {
         if (preview_->Filled() != nullptr)
             Print(*preview_->Filled(), ToQt(preview_->Title()), *printer);
@@ -29,7 +41,8 @@ PreviewWidget::PreviewWidget(GridPreview& preview, QWidget* parent)
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addLayout(BuildBar());
+    bar_ = BuildBar();
+    column->addLayout(bar_);
     column->addWidget(pages_, 1);
     Follow(preview, this, [this] { Mirror(); });
 }
@@ -46,24 +59,35 @@ int PreviewWidget::CurrentPage() const
 
 QBoxLayout* PreviewWidget::BuildBar()
 {
-    auto* bar = new QHBoxLayout;
-    bar->setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
-    bar->setSpacing(kSpacing);
     previous_ = MakeButton("cmdPrevious", "&Previous", &PreviewWidget::Previous);
     next_ = MakeButton("cmdNext", "&Next", &PreviewWidget::Next);
     page_ = new QLabel(this);
     page_->setObjectName("lblPage");
     page_->setAlignment(Qt::AlignCenter);
-    bar->addWidget(previous_);
-    bar->addWidget(page_);
-    bar->addWidget(next_);
-    bar->addSpacing(kSpacing);
-    bar->addWidget(MakeButton("cmdLarger", "&Larger", &PreviewWidget::Larger));
-    bar->addWidget(MakeButton("cmdSmaller", "&Smaller", &PreviewWidget::Smaller));
-    bar->addWidget(MakeButton("cmdWholePage", "&Whole Page", &PreviewWidget::WholePage));
-    bar->addStretch(1);
-    bar->addWidget(MakeButton("cmdClose", "&Close", &PreviewWidget::Close));
+    auto* turning = new QHBoxLayout;
+    turning->setSpacing(kSpacing);
+    turning->addWidget(previous_);
+    turning->addWidget(page_);
+    turning->addWidget(next_);
+    auto* others = new QHBoxLayout;
+    others->setSpacing(kSpacing);
+    others->addWidget(MakeButton("cmdLarger", "&Larger", &PreviewWidget::Larger));
+    others->addWidget(MakeButton("cmdSmaller", "&Smaller", &PreviewWidget::Smaller));
+    others->addWidget(MakeButton("cmdWholePage", "&Whole Page", &PreviewWidget::WholePage));
+    others->addStretch(1);
+    others->addWidget(MakeButton("cmdClose", "&Close", &PreviewWidget::Close));
+    auto* bar = new QBoxLayout(QBoxLayout::LeftToRight);
+    bar->setContentsMargins(kSpacing, kSpacing, kSpacing, kSpacing);
+    bar->setSpacing(kSpacing);
+    bar->addLayout(turning);
+    bar->addLayout(others, 1);
     return bar;
+}
+
+void PreviewWidget::resizeEvent(QResizeEvent* event)
+{
+    bar_->setDirection(width() < kWideEnough ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    QWidget::resizeEvent(event);
 }
 
 QPushButton* PreviewWidget::MakeButton(const char* name, const QString& caption,
@@ -71,6 +95,8 @@ QPushButton* PreviewWidget::MakeButton(const char* name, const QString& caption,
 {
     auto* button = new QPushButton(caption, this);
     button->setObjectName(name);
+    const int text = button->fontMetrics().horizontalAdvance(QString(caption).remove('&'));
+    button->setFixedWidth(std::max(kButtonWidth, text + 2 * kSpacing));
     connect(button, &QPushButton::clicked, this, act);
     return button;
 }

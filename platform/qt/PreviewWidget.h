@@ -16,7 +16,9 @@ class QPushButton;
 
 namespace platform::qt {
 
-// Rule: it stands where its control says, inside its window. No printer is needed.
+// Rule: it stands where its control says, inside its window; where that is narrow, the buttons
+// stand
+//       in two rows. No printer is needed.
 class PreviewWidget : public QWidget {
 public:
     PreviewWidget(GridPreview& preview, QWidget* parent);
@@ -26,6 +28,9 @@ public:
 
     [[nodiscard]] int PageCount() const;
     [[nodiscard]] int CurrentPage() const;  // from 1
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     [[nodiscard]] QBoxLayout* BuildBar();
@@ -43,6 +48,7 @@ private:
     GridPreview* preview_;
     QPrinter printer_;
     QPrintPreviewWidget* pages_;
+    QBoxLayout* bar_ = nullptr;
     QLabel* page_ = nullptr;
     QPushButton *previous_ = nullptr, *next_ = nullptr;
     int shown_ = 0;  // filling of the control

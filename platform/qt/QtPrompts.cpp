@@ -4,18 +4,22 @@
 #include "base/NumberedError.h"
 #include "platform/qt/InputBox.h"
 #include "platform/qt/MessageBox.h"
+#include "platform/qt/Placing.h"
 #include "platform/qt/QtPointer.h"
 #include "platform/qt/QtText.h"
 
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QSplitter>
 
 namespace platform::qt {
 
 namespace {
 
 constexpr int kCancelWasSelected = 32755;
+constexpr QSize kFileDialog(840, 480);
+constexpr int kPlaces = 160;  // width of the list of places
 
 // The arrow while a box is open; the hourglass comes back afterwards.
 class ArrowMeanwhile {
@@ -45,6 +49,18 @@ QWidget* Owner()
     for (QWidget* window : QApplication::topLevelWidgets())
         if (window->isVisible() && window->objectName().startsWith("frm")) shown = window;
     return shown;
+}
+
+// On a small screen what is not needed to pick a file goes.
+void FitScreen(QFileDialog& dialog)
+{
+    if (WithinScreen(dialog, kFileDialog) != kFileDialog)
+        for (const char* name : {"sidebar", "newFolderButton", "listModeButton", "detailModeButton",
+                                 "backButton", "forwardButton", "lookInLabel"})
+            if (auto* piece = dialog.findChild<QWidget*>(name)) piece->hide();
+    if (auto* parts = dialog.findChild<QSplitter*>())
+        parts->setSizes({kPlaces, kFileDialog.width() - kPlaces});
+    dialog.resize(WithinScreen(dialog, kFileDialog));
 }
 
 }  // namespace
@@ -84,6 +100,7 @@ std::string QtPrompts::OpenFile(const std::string& filter)
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setNameFilters(NameFilters(filter));
+    FitScreen(dialog);
     if (!lastFolder_.isEmpty()) dialog.setDirectory(lastFolder_);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         throw base::NumberedError(kCancelWasSelected);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/qt/RepairOrderBox.h"
 
+#include "platform/qt/Entries.h"
 #include "platform/qt/MatchList.h"
 #include "platform/qt/Mirror.h"
 #include "platform/qt/QtText.h"
@@ -9,7 +10,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QScroller>
+#include <QListView>
 #include <QWheelEvent>
 
 namespace platform::qt {
@@ -39,8 +40,10 @@ bool IsEnter(const QEvent* event)
 
 }  // namespace
 
-RepairOrderBox::RepairOrderBox(ComboBox& box, QWidget* parent) : QComboBox(parent), box_(&box)
+RepairOrderBox::RepairOrderBox(ComboBox& box, QWidget* parent)
+    : QComboBox(parent), box_(&box), popup_(new QListView(this))
 {
+    setView(popup_);
     setEditable(true);
     setInsertPolicy(NoInsert);
     setCompleter(nullptr);
@@ -49,8 +52,7 @@ RepairOrderBox::RepairOrderBox(ComboBox& box, QWidget* parent) : QComboBox(paren
     setMinimumContentsLength(kShortest);
     lineEdit()->setTextMargins(6, 0, 6, 0);
     lineEdit()->setPlaceholderText("Type number and Enter, or pick");
-    view()->setAlternatingRowColors(true);
-    QScroller::grabGesture(view()->viewport(), QScroller::TouchGesture);
+    OneLineEach(*popup_);
     // Where Enter was pressed is only known by watching everybody.
     qApp->installEventFilter(this);
     connect(this, &QComboBox::activated, this, &RepairOrderBox::Pick);
@@ -217,6 +219,7 @@ void RepairOrderBox::resizeEvent(QResizeEvent* event)
 void RepairOrderBox::showPopup()
 {
     HideMatches();
+    popup_->setMinimumWidth(std::min(WidestEntry(*popup_), window()->width()));
     QComboBox::showPopup();
 }
 

@@ -9,6 +9,8 @@
 
 #include <functional>
 
+class QListView;
+
 namespace platform::qt {
 
 class MatchList;
@@ -53,6 +55,7 @@ private:
     void TakeOver(QKeyEvent* key);
 
     ComboBox* box_;
+    QListView* popup_;
     QPointer<MatchList> matches_;  // goes with the window that it lies over
     bool mirroring_ = false;
     bool pressSeen_ = false;  // since the last release of Enter

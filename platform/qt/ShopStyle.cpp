@@ -4,7 +4,6 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QPainter>
-#include <QScreen>
 #include <QStyleOption>
 
 #include <algorithm>
@@ -16,7 +15,6 @@ namespace {
 
 constexpr double kFontPoints = 12;
 constexpr double kReadableContrast = 4.5;
-constexpr QSize kFrame(16, 48);  // what a desktop puts around a window
 
 double Luminance(const QColor& colour)
 {
@@ -33,11 +31,6 @@ QSize AtLeast(const QSize& size, int width, int height)
 }
 
 }  // namespace
-
-QSize WithinScreen(const QWidget& window, const QSize& wish)
-{
-    return wish.boundedTo(window.screen()->availableSize() - kFrame);
-}
 
 double Contrast(const QColor& left, const QColor& right)
 {

@@ -42,9 +42,6 @@ public:
                      const QWidget* widget) const override;
 };
 
-// The wished size of a window, or as much of it as its screen has room for beside the frame.
-[[nodiscard]] QSize WithinScreen(const QWidget& window, const QSize& wish);
-
 // How far apart two colours are for the eye, 1 (none) to 21 (black on white).
 [[nodiscard]] double Contrast(const QColor& left, const QColor& right);
 

@@ -4,6 +4,8 @@
 #include "app/Shop.h"
 #include "platform/qt/CalendarWidget.h"
 #include "platform/qt/Mirror.h"
+#include "platform/qt/Placing.h"
+#include "platform/qt/ScrollPage.h"
 #include "platform/qt/ShopStyle.h"
 
 #include <QHBoxLayout>
@@ -53,8 +55,9 @@ frmDateSelView::frmDateSelView(Shop& shop, EventDoor door, QWidget* owner)
     auto* page = new QVBoxLayout(this);
     page->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     page->setSpacing(kSpacing);
-    page->addWidget(calendar, 1);
+    page->addWidget(new ScrollPage(calendar, this), 1);
     page->addLayout(buttons);
+    resize(WithinScreen(*this, sizeHint()));
 }
 
 void frmDateSelView::Wait()
@@ -69,6 +72,12 @@ void frmDateSelView::Wait()
 void frmDateSelView::reject()
 {
     door_.Dialog([](Shop& on) { on.forms.dateSel.Command1_Click(on); });
+}
+
+void frmDateSelView::showEvent(QShowEvent* event)
+{
+    StandOverOwner(*this);
+    QDialog::showEvent(event);
 }
 
 }  // namespace lodrin::ui

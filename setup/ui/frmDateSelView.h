@@ -17,6 +17,9 @@ public:
     void Wait();
     void reject() override;
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     Shop& shop_;
     EventDoor door_;

@@ -12,6 +12,12 @@ namespace lodrin::ui {
 
 using namespace platform::qt;
 
+namespace {
+
+constexpr QSize kSmallest(480, 300);
+
+}  // namespace
+
 frmPreviewView::frmPreviewView(Shop& shop, EventDoor door, QWidget* owner)
     : QWidget(owner, Qt::Window), shop_(shop), door_(std::move(door))
 {
@@ -23,7 +29,7 @@ frmPreviewView::frmPreviewView(Shop& shop, EventDoor door, QWidget* owner)
     preview->closed = [this] {
         door_.Main([](Shop& on) { on.forms.preview.GEXPreview1_Close(on); });
     };
-    setMinimumSize(preview->minimumSizeHint());
+    setMinimumSize(kSmallest);
     form.unload = [this] { close(); };
     if (owner != nullptr) {
         setGeometry(owner->geometry());

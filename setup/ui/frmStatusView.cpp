@@ -5,12 +5,12 @@
 #include "data/Tables.h"
 #include "platform/qt/GridWidget.h"
 #include "platform/qt/Mirror.h"
+#include "platform/qt/Placing.h"
 #include "platform/qt/ShopStyle.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QVBoxLayout>
 
 namespace lodrin::ui {
@@ -49,7 +49,7 @@ frmStatusView::frmStatusView(Shop& shop, EventDoor door, QWidget* owner)
     page->setSpacing(kSpacing);
     page->addWidget(grid_, 1);
     page->addLayout(footer);
-    resize(QSize(860, 600).boundedTo(screen()->availableSize()));
+    resize(WithinScreen(*this, QSize(860, 600)));
 }
 
 void frmStatusView::BuildGrid()
@@ -79,6 +79,12 @@ void frmStatusView::reject()
 {
     if (!grid_->FinishTyping()) return;
     door_.Dialog([](Shop& shop) { shop.forms.status->cmdExit_Click(shop); });
+}
+
+void frmStatusView::showEvent(QShowEvent* event)
+{
+    StandOverOwner(*this);
+    QDialog::showEvent(event);
 }
 
 }  // namespace lodrin::ui

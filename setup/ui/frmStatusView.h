@@ -23,6 +23,9 @@ public:
     void Wait();
     void reject() override;
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     void BuildGrid();
 

@@ -5,6 +5,7 @@ Where the system allows it, everything runs in a root folder of its own, in whic
 lock folder are private; so neither an installed program nor another test is in the way.
 """
 import contextlib
+import datetime
 import fcntl
 import os
 import pathlib
@@ -111,15 +112,23 @@ def wait_for_shared_root():
 
 
 class Clock:
-    """The program's clock: it stands at the time that was set last."""
+    """The program's clock: it stands at the time that was set last, or goes on from there."""
 
     def __init__(self, folder):
         self.file = folder / "clock"
 
     def at(self, moment):
         """`moment` is "2024-01-15 07:42:00"."""
+        self.write(moment)
+
+    def goes_on_from(self, moment):
+        """As a clock does; the program runs in UTC."""
+        there = datetime.datetime.fromisoformat(moment + "+00:00").timestamp()
+        self.write(f"{there - time.time():+.3f}")
+
+    def write(self, setting):
         beside = self.file.with_suffix(".new")
-        beside.write_text(moment + "\n")
+        beside.write_text(setting + "\n")
         beside.rename(self.file)
 
     def environment(self, program):

@@ -97,6 +97,9 @@ class Shop:
         self.set_clock(f"{self.moment[:10]} {time}:00")
         self.wait_for_tick()
 
+    def clock_goes_on_from(self, time):
+        self.stage.clock.goes_on_from(f"{self.moment[:10]} {time}")
+
     def wait_for_tick(self):
         self.person.window("Lodrin -      " + clock_text(self.moment))
 
@@ -255,9 +258,9 @@ def job_closed(books, employee, order, code, start, end, hours, date=DATE):
         "Paid": "0", "PayBatch": "0", "Adjusted": "0"}})
 
 
-def day_added_up(books, employee, start, end, hours, jobs, job_hours):
+def day_added_up(books, employee, start, end, hours, jobs, job_hours, date=DATE):
     books.tables["LDTotals"].append({
-        "ID": str(len(books.tables["LDTotals"]) + 1), "EmpID": str(employee), "WorkDate": day(DATE),
+        "ID": str(len(books.tables["LDTotals"]) + 1), "EmpID": str(employee), "WorkDate": day(date),
         "StartDay": at(start), "EndDay": at(end), "TotHrs": hours, "JobCount": str(jobs),
         "JobHrs": job_hours})
 
@@ -389,6 +392,50 @@ def next_morning(shop, books):
         raise AssertionError(f"reports of the morning: {new}")
 
 
+def late_shift(shop, books):
+    """The timer ends the day of the chosen employee at 11:59 PM, and of nobody else."""
+    date = "2024-01-16"
+    known = len(shop.reports())
+    shop.start("20:00", date, "Tuesday, January 16, 2024")
+    shop.choose_by_touch("Beaumont, Chloé")
+    shop.type_order(10112)
+    shop.pin("1234")
+    shop.labor("BL", "Body")
+    shop.job_line("WO 10112 · BL · since 08:00 PM · 2010 Stellar Pulse EX 4D SED · Dunleavy, Orson")
+    books.change("LDEmp", "EmpID", BEAUMONT, StartDay=at("20:00"), WorkDate=day(date))
+    job_open(books, BEAUMONT, 10112, "BL", "20:00")
+
+    shop.at("20:10")
+    shop.choose_by_touch("Chisholm, Selma")
+    shop.type_order(10118)
+    shop.labor("RL", "Paint")
+    shop.job_line("WO 10118 · RL · since 08:10 PM · 2012 Hallmark Convoy 2500 VAN · Nightingale, Naomi")
+    books.change("LDEmp", "EmpID", CHISHOLM, StartDay=at("20:10"), WorkDate=day(date))
+    job_open(books, CHISHOLM, 10118, "RL", "20:10")
+
+    # 23:58:57. Selma's row is the chosen one and nobody touches the screen any more.
+    shop.clock_goes_on_from("23:58:57")
+    shop.person.window("Lodrin -      11:58:5")
+    shop.check(books, "before the last minute")
+    shop.person.window("Lodrin -      11:59:0")
+    shop.job_line("Day ended 11:59 PM")
+    expect(shop.person.titles(), [shop.window().get_name()])
+    job_closed(books, CHISHOLM, 10118, "RL", "20:10", "23:59", "3.82", date)
+    no_job(books, CHISHOLM, EndDay=at("23:59"))
+    books.add_to(10118, "RefinishWorked", 3.82)
+    books.add_to(10118, "RefinishCost", float(books.the("Profile", "ProfileNumber", CHISHOLM)["EmpRate"]) * 3.82)
+    day_added_up(books, CHISHOLM, "20:10", "23:59", "3.82", 1, "3.82", date)
+
+    # The minute goes by with a tick each second, and the date changes.
+    shop.person.window("Lodrin -      11:59:05")
+    shop.clock_goes_on_from("23:59:58")
+    shop.person.window("Lodrin -      12:00:0")
+    shop.leave()
+    shop.check(books, "after midnight")
+    expect(shop.reports()[known:], [TYPED_NUMBER + when + '"' for when in
+                                    ("1/16/2024:8:00:00 PM", "1/16/2024:8:10:00 PM")])
+
+
 def main():
     stage.require_tools()
     stage.enter_own_root()
@@ -398,6 +445,7 @@ def main():
         connect()
         books = working_day(shop)
         next_morning(shop, books)
+        late_shift(shop, books)
     except BaseException:
         shop.stage.picture()
         print(shop.stage.errors())

@@ -28,7 +28,7 @@ public:
     void Window(QWidget& window)
     {
         const QRect free = window.screen()->availableGeometry();
-        if (!free.contains(window.geometry())) Fault(window, "sticks out of the screen");
+        if (!free.contains(window.frameGeometry())) Fault(window, "sticks out of the screen");
         for (QWidget* widget : window.findChildren<QWidget*>())
             if (widget->isVisibleTo(&window) && widget->window() == &window) Control(*widget);
     }
@@ -60,6 +60,7 @@ private:
     void Button(const QAbstractButton& button)
     {
         Inside(button);
+        Apart(button);
         Target(button, button.size());
         const int text = button.fontMetrics().horizontalAdvance(QString(button.text()).remove('&'));
         if (text + 8 > button.width()) Fault(button, "has a caption that is cut");
@@ -100,6 +101,16 @@ private:
         const QWidget* holder = widget.parentWidget();
         if (holder == nullptr || holder->objectName() == "qt_scrollarea_viewport") return;
         if (!holder->rect().contains(widget.geometry())) Fault(widget, "sticks out");
+    }
+
+    void Apart(const QWidget& widget)
+    {
+        for (const QObject* other : widget.parent()->children()) {
+            const auto* beside = qobject_cast<const QAbstractButton*>(other);
+            if (beside != nullptr && beside != &widget && beside->isVisible() &&
+                beside->geometry().intersects(widget.geometry()))
+                Fault(widget, "lies over " + beside->objectName().toStdString());
+        }
     }
 
     void Target(const QWidget& widget, QSize size)

@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 // WindowsTest: every window and box of a day, on whatever screen and scale the tests run.
+#include "app/Dispatch.h"
 #include "base/NumberedError.h"
 #include "tests/ui/StagedDay.h"
 #include "tests/ui/WindowFaults.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QCoreApplication>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPointer>
 #include <QTest>
+#include <QTimer>
 
 namespace tests {
 namespace {
@@ -115,6 +120,64 @@ TEST_F(WindowsTest, OpenDatabaseDialog)
     });
     EXPECT_THROW((void)staged->prompts.OpenFile("Ostrel (Kelvaro.mdb)|Kelvaro.mdb|ALL (*.*)|*.*"),
                  base::NumberedError);
+}
+
+TEST_F(WindowsTest, StatusDescriptionsDateSelectionAndPreview)
+{
+    Open();
+    robot.Then([](QDialog& window) {
+        ExpectRight(window);
+        auto& grid = demo::Find<QTableView>(window, "grdStatus");
+        QTest::keyClick(&grid, Qt::Key_F2);
+        auto& line = demo::Find<QLineEdit>(window, "cellEditor");
+        line.setText(QString(80, 'x'));
+        // The robot is busy with this window: the box over it is answered apart.
+        QTimer::singleShot(50, &window, [] {
+            auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ExpectRight(*box);
+            demo::Press(*box, QMessageBox::Ok);
+        });
+        QTest::keyClick(&line, Qt::Key_Return);
+        QTest::keyClick(&line, Qt::Key_Escape);
+        demo::Find<QPushButton>(window, "cmdExit").click();
+    });
+    demo::Find<QAction>(Window(), "mnuSetupItems").trigger();
+
+    robot.Then([](QDialog& window) {
+        ExpectRight(window);
+        demo::Find<QPushButton>(window, "Command1").click();
+    });
+    lodrin::Dispatch(staged->shop, [](lodrin::Shop& shop) { lodrin::ShowDateSel(shop); });
+
+    staged->shop.forms.preview.GEXPreview1.Fill(staged->shop.window.grdEmp, "Employees");
+    staged->dialogs.ShowPreview(staged->shop);
+    ExpectRight(demo::Window("frmPreview"));
+    demo::Find<QPushButton>(demo::Window("frmPreview"), "cmdClose").click();
+}
+
+TEST_F(WindowsTest, SplashAndProcessingMessage)
+{
+    staged.emplace(Program(), Data(), base::DateFrom({2009, 12, 30, 7, 0, 0}));
+    lodrin::Shop& shop = staged->shop;
+    staged->dialogs.ShowSplash(shop);
+    ExpectRight(demo::Window("frmSplash"));
+    staged->dialogs.ShowProcMsg(shop);
+    shop.forms.procMsg.Label1.SetCaption("Synchronizing LD - Processing employees");
+    ExpectRight(demo::Window("frmProcMsg"));
+    staged->dialogs.UnloadProcMsg(shop);
+    staged->dialogs.UnloadSplash(shop);
+}
+
+// A desktop without a window manager activates nothing, and one with it puts a box anywhere.
+TEST_F(WindowsTest, BoxStandsInTheMiddleOfTheWindowItBelongsTo)
+{
+    Open();
+    robot.Then([this](QDialog& box) {
+        const QPoint off = box.geometry().center() - Window().geometry().center();
+        EXPECT_LE(off.manhattanLength(), 60);
+        demo::Press(box, QMessageBox::Ok);
+    });
+    staged->prompts.Show({.text = "Invalid PIN entered"});
 }
 
 // The main window's activation unloads it while the desktop still has to tell it that it is no
