@@ -260,8 +260,10 @@ TEST_F(LastMinuteTest, AJobThatHeClosedHimselfWithoutARecordIsNotPostedAgain)
     EXPECT_EQ(LaborLines().size(), 1U);
 }
 
+// Also when both have worked on the same order since the same minute.
 TEST_F(LastMinuteTest, EachEmployeeWithoutARecordHasHisJobPosted)
 {
+    At("08:00 AM").Select("Able, Ann").Picks("FL", "Body").Starts(1002).Select("Baker, Bob");
     Loses("LDEmp", "EmpID = 8").Loses("LDEmp", "EmpID = 7");
     At("11:59 PM").Ticks();
     Select("Able, Ann").Ticks();
