@@ -18,7 +18,7 @@ constexpr const char* kUsage = "usage: check_mdb [--quiet] FILE\n"
                                "       check_mdb --help\n";
 
 constexpr const char* kHelp =
-    "Reads a Jet 4 database (.mdb) and checks every page, map, row, long value,\n"
+    "Reads a Jet database (.mdb) and checks every page, map, row, long value,\n"
     "index entry and catalog row against each other. Writes nothing.\n"
     "\n"
     "Each finding is one line: its kind, page, offset in the page, and what is\n"

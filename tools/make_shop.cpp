@@ -38,6 +38,7 @@ that is there already is never overwritten.
 --date YYYY-MM-DD  the shop's today (the clock's date)
 --format F         of the file: jet4, as Access 2000 to 2003 write it, or jet3, as
                    Access 97 does (jet4)
+--encoded          with pages that show no text to who looks into the file
 --help
 
 Exit code: 0 done, 1 the file cannot be made, 2 wrong usage.
@@ -122,6 +123,8 @@ std::optional<Wishes> WishesOf(const std::vector<std::string_view>& arguments)
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         if (arguments[i] == "--fresh") {
             wishes.shop.fresh = true;
+        } else if (arguments[i] == "--encoded") {
+            wishes.shop.encoded = true;
         } else if (arguments[i].substr(0, 2) == "--") {
             if (i + 1 == arguments.size()) return std::nullopt;
             if (!TakeOption(wishes, arguments[i], arguments[i + 1])) return std::nullopt;

@@ -54,9 +54,11 @@ public:
     //         one name, 3001 too many indexes or fields in one, 3027 read-only.
     void Create(const NewTable& table, base::Date now);
 
-    // A new, empty database with its system tables. Errors: 3204 the file exists, 3044, 3051.
+    // A new, empty database with its system tables.
+    // Errors: 3204 the file exists, 3044, 3051, 3031 for a password that is too long.
     static void CreateDatabase(io::FileSystem& files, const std::string& path,
-                               const format::FileVersion& version);
+                               const format::FileVersion& version,
+                               const format::Protection& protection = {});
 
 private:
     std::shared_ptr<pages::Pager> pager_;

@@ -214,9 +214,10 @@ void FillNewFile(const std::shared_ptr<pages::Pager>& pager)
 }  // namespace
 
 void Catalog::CreateDatabase(io::FileSystem& files, const std::string& path,
-                             const format::FileVersion& version)
+                             const format::FileVersion& version,
+                             const format::Protection& protection)
 {
-    auto pager = pages::Pager::Create(files, path, version);
+    auto pager = pages::Pager::Create(files, path, version, protection);
     try {
         FillNewFile(pager);
     } catch (...) {

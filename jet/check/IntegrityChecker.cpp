@@ -120,10 +120,11 @@ bool CheckReport::Clean() const
            });
 }
 
-CheckReport CheckIntegrity(io::FileSystem& files, const std::string& path, const Progress& progress)
+CheckReport CheckIntegrity(io::FileSystem& files, const std::string& path, const Progress& progress,
+                           std::string_view password)
 {
     CheckReport report;
-    const auto pager = pages::Pager::Open(files, path, io::OpenMode::ReadOnly);
+    const auto pager = pages::Pager::Open(files, path, io::OpenMode::ReadOnly, password);
     report.pages = pager->PageCount();
     const std::uint64_t size = files.Open(path, io::OpenMode::ReadOnly)->Size();
     if (size % pager->Version().pageSize != 0) {

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace jet::check {
@@ -36,6 +37,7 @@ using Progress = std::function<void(std::uint32_t done, std::uint32_t of)>;
 // Errors: those of opening: 3024, 3044, 3051, 3343 for a file that is no database of ours, 3031;
 //         3043 when the disk fails.
 [[nodiscard]] CheckReport CheckIntegrity(io::FileSystem& files, const std::string& path,
-                                         const Progress& progress = {});
+                                         const Progress& progress = {},
+                                         std::string_view password = {});
 
 }  // namespace jet::check

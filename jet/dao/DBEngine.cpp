@@ -6,6 +6,8 @@
 #include "jet/dao/WorkspaceState.h"
 #include "jet/io/StdFile.h"
 
+#include <random>
+
 namespace dao {
 
 using base::NumberedError;
@@ -46,23 +48,35 @@ Workspace DBEngine::CreateWorkspace(std::string_view, std::string_view user,
     return Workspace(std::move(made));
 }
 
-void DBEngine::CreateDatabase(const std::string& path, DatabaseVersion version)
+void DBEngine::CreateDatabase(const std::string& path, DatabaseVersion version,
+                              DatabaseEncoding encoding)
 {
     const bool jet3 = version == DatabaseVersion::Jet3;
-    jet::catalog::Catalog::CreateDatabase(*state_->files, path,
-                                          jet3 ? jet::format::kJet3 : jet::format::kJet4);
+    jet::format::Protection protection;
+    if (encoding == DatabaseEncoding::Encoded)
+        protection.encodingKey = std::random_device()() | 1;  // any key but none
+    jet::catalog::Catalog::CreateDatabase(
+        *state_->files, path, jet3 ? jet::format::kJet3 : jet::format::kJet4, protection);
 }
 
-std::shared_ptr<Core> DBEngine::State::Open(const std::string& path, bool readOnly)
+std::shared_ptr<Core> DBEngine::State::OpenAlready(const OpenFile& known, bool readOnly)
+{
+    std::shared_ptr<Core> core = known.writable.lock();
+    return core || !readOnly ? core : known.readOnly.lock();
+}
+
+std::shared_ptr<Core> DBEngine::State::Open(const std::string& path, bool readOnly,
+                                            std::string_view password)
 {
     using jet::io::OpenMode;
     OpenFile& known = open_[files->Canonical(path)];
-    if (std::shared_ptr<Core> core = known.writable.lock()) return core;
-    if (readOnly) {
-        if (std::shared_ptr<Core> core = known.readOnly.lock()) return core;
+    if (std::shared_ptr<Core> core = OpenAlready(known, readOnly)) {
+        core->Pager().RequirePassword(password);
+        return core;
     }
     const auto open = [&](OpenMode mode) {
-        return std::make_shared<Core>(jet::pages::Pager::Open(*files, path, mode), settings.now);
+        return std::make_shared<Core>(jet::pages::Pager::Open(*files, path, mode, password),
+                                      settings.now);
     };
     if (!readOnly) {
         try {

@@ -41,7 +41,8 @@ public:
                                             std::string_view password);
 
     // A new, empty database file. Errors: 3204 when the file exists, 3044, 3051.
-    void CreateDatabase(const std::string& path, DatabaseVersion version = DatabaseVersion::Jet4);
+    void CreateDatabase(const std::string& path, DatabaseVersion version = DatabaseVersion::Jet4,
+                        DatabaseEncoding encoding = DatabaseEncoding::Plain);
 
 private:
     std::shared_ptr<State> state_;

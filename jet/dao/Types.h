@@ -15,6 +15,9 @@ enum class DatabaseVersion : int {
     Jet4 = 64,  // Access 2000 to 2003
 };
 
+// Whether the pages of a new file are stored under a key, so that no text can be read in them.
+enum class DatabaseEncoding : int { Plain = 0, Encoded = 2 };
+
 // Field type codes, as DAO numbers them.
 enum class FieldType : int {
     Boolean = 1,

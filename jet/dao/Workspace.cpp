@@ -23,6 +23,18 @@ std::string WithExtension(const std::string& path)
     return has ? path : path + ".mdb";
 }
 
+// The part "pwd=SECRET" of a connect string, whose parts stand between semicolons.
+std::string_view PasswordIn(std::string_view connect)
+{
+    constexpr std::string_view kName = "pwd=";
+    while (!connect.empty()) {
+        const std::string_view part = connect.substr(0, connect.find(';'));
+        if (base::SameName(part.substr(0, kName.size()), kName)) return part.substr(kName.size());
+        connect.remove_prefix(std::min(connect.size(), part.size() + 1));
+    }
+    return {};
+}
+
 }  // namespace
 
 Workspace::Workspace(std::shared_ptr<State> state) : state_(std::move(state)) {}
@@ -32,7 +44,8 @@ Workspace::~Workspace() = default;
 
 // Nobody else is kept out by `exclusive`: the program never asks for it, and the lock file that
 // could tell of others is not written.
-Database Workspace::OpenDatabase(const std::string& path, bool exclusive, bool readOnly)
+Database Workspace::OpenDatabase(const std::string& path, bool exclusive, bool readOnly,
+                                 std::string_view connect)
 {
     (void)exclusive;
     if (!state_) throw NumberedError(91);
@@ -41,7 +54,7 @@ Database Workspace::OpenDatabase(const std::string& path, bool exclusive, bool r
     if (base::Trim(path).empty()) throw NumberedError(3055);
     const std::string file = WithExtension(path);
     auto opened = std::make_shared<Database::State>();
-    opened->core = engine->Open(file, readOnly);
+    opened->core = engine->Open(file, readOnly, PasswordIn(connect));
     opened->path = file;
     opened->readOnly = readOnly;
     opened->session.now = engine->settings.now;

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace dao {
 
@@ -19,10 +20,11 @@ public:
     ~Workspace();
 
     // Opens a database file, shared and for reading and writing; read-only when the file is.
-    // Errors: 3024 no such file, 3044 no such folder, 3051, 3343 no Jet file, 3031 password,
-    //         3420 after Close.
+    // `connect` names the file's password as ";pwd=SECRET"; a file without one opens for any.
+    // Errors: 3024 no such file, 3044 no such folder, 3051, 3343 no Jet file, 3031 another
+    //         password, 3420 after Close.
     [[nodiscard]] Database OpenDatabase(const std::string& path, bool exclusive = false,
-                                        bool readOnly = false);
+                                        bool readOnly = false, std::string_view connect = {});
 
     // Closes every database opened in it. Rule: the default workspace stays open.
     void Close();

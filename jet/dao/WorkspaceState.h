@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace dao {
@@ -22,12 +23,15 @@ struct DBEngine::State {
 
     // The core of a file, the one that is open already when there is one.
     // Errors: those of Workspace::OpenDatabase.
-    [[nodiscard]] std::shared_ptr<Core> Open(const std::string& path, bool readOnly);
+    [[nodiscard]] std::shared_ptr<Core> Open(const std::string& path, bool readOnly,
+                                             std::string_view password);
 
 private:
     struct OpenFile {
         std::weak_ptr<Core> writable, readOnly;
     };
+    [[nodiscard]] static std::shared_ptr<Core> OpenAlready(const OpenFile& known, bool readOnly);
+
     std::map<std::string, OpenFile> open_;  // by canonical path
 };
 

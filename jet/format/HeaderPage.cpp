@@ -4,7 +4,9 @@
 #include "base/NumberedError.h"
 #include "jet/format/CodePage.h"
 #include "jet/format/Collation97.h"
+#include "jet/format/PageEncoding.h"
 #include "jet/format/RowPointer.h"
+#include "jet/format/TextCompression.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,16 +19,8 @@ namespace {
 constexpr std::string_view kSignature{"Standard Jet DB\0", 16};
 constexpr std::size_t kMaskStart = 0x18;
 
-// The same in every file: the key stream of RC4 under C7 DA 39 6B.
-constexpr std::array<std::uint8_t, 128> kMask{
-    0xB5, 0x6F, 0x03, 0x62, 0x61, 0x08, 0xC2, 0x55, 0xEB, 0xA9, 0x67, 0x72, 0x43, 0x3F, 0x00, 0x9C,
-    0x7A, 0x9F, 0x90, 0xFF, 0x80, 0x9A, 0x31, 0xC5, 0x79, 0xBA, 0xED, 0x30, 0xBC, 0xDF, 0xCC, 0x9D,
-    0x63, 0xD9, 0xE4, 0xC3, 0x7B, 0x42, 0xFB, 0x8A, 0xBC, 0x4E, 0x86, 0xFB, 0xEC, 0x37, 0x5D, 0x44,
-    0x9C, 0xFA, 0xC6, 0x5E, 0x28, 0xE6, 0x13, 0xB6, 0x8A, 0x60, 0x54, 0x94, 0x7B, 0x36, 0xF5, 0x72,
-    0xDF, 0xB1, 0x77, 0xF4, 0x13, 0x43, 0xCF, 0xAF, 0xB1, 0x33, 0x34, 0x61, 0x79, 0x5B, 0x92, 0xB5,
-    0x7C, 0x2A, 0x05, 0xF1, 0x7C, 0x99, 0x01, 0x1B, 0x98, 0xFD, 0x12, 0x4F, 0x4A, 0x94, 0x6C, 0x3E,
-    0x60, 0x26, 0x5F, 0x95, 0xF8, 0xD0, 0x89, 0x24, 0x85, 0x67, 0xC6, 0x1F, 0x27, 0x44, 0xD2, 0xEE,
-    0xCF, 0x65, 0xED, 0xFF, 0x07, 0xC7, 0x46, 0xA1, 0x78, 0x16, 0x0C, 0xED, 0xE9, 0x2D, 0x62, 0xD4};
+// The mask's key; the same in every file.
+constexpr std::uint32_t kMaskKey = 0x6B39DAC7;
 
 // When a new file says that it was made.
 constexpr std::uint64_t kCreated = 0x40E4AB3E3BD3853E;  // a date, as its bits
@@ -35,8 +29,7 @@ constexpr std::uint64_t kMark = 0x00302E3400000654;     // 1620 and "4.0"
 // Once removes the mask, once again puts it back.
 void ApplyMask(MutableSpan page, const HeaderPageLayout& at)
 {
-    for (std::size_t i = 0; i < at.maskSize; ++i)
-        page[kMaskStart + i] ^= std::byte{kMask[i]};
+    ApplyKeyStream(kMaskKey, page.subspan(kMaskStart, at.maskSize));
 }
 
 // Where a day of creation is kept, the password is masked with it again, four bytes repeated.
@@ -70,11 +63,33 @@ const FileVersion& VersionOf(Span page)
     }
 }
 
+// The characters before the first that is zero.
+std::string ReadPassword(Span plain, const FileVersion& version)
+{
+    const HeaderPageLayout& at = *version.header;
+    const Span field = plain.subspan(at.password, at.passwordSize);
+    const std::size_t width = version.bytesPerCharacter;
+    std::size_t length = 0;
+    while (length < field.size() && ReadNumber(field, length, width) != 0)
+        length += width;
+    if (length == 0) return {};
+    const bool wide = version.codePage == kUtf16;
+    return DecodeTextIn(wide ? kUtf16 : ReadU16(plain, at.codePage), field.first(length));
+}
+
+void WritePassword(MutableSpan page, std::string_view password, const FileVersion& version)
+{
+    const std::vector<std::byte> stored = EncodeTextIn(version.codePage, password);
+    if (stored.size() > version.header->passwordSize) throw base::NumberedError(3031);
+    std::copy(stored.begin(), stored.end(),
+              page.begin() + static_cast<std::ptrdiff_t>(version.header->password));
+}
+
 }  // namespace
 
 HeaderPage ReadHeaderPage(Span page)
 {
-    if (page.size() < kMaskStart + kMask.size()) Foreign("shorter than a header page");
+    if (page.size() <= kVersionAt) Foreign("shorter than a header page");
     const bool signed_ = std::equal(
         kSignature.begin(), kSignature.end(), page.begin() + kSignatureAt,
         [](char expected, std::byte found) { return static_cast<std::byte>(expected) == found; });
@@ -91,13 +106,13 @@ HeaderPage ReadHeaderPage(Span page)
     header.secondMap = ReadRowPointer(plain, kFreePagesAt + kRowPointerSize);
     for (std::size_t i = 0; i < header.systemTables.size(); ++i)
         header.systemTables[i] = PageNumber{ReadU32(plain, kSystemTablesAt + 4 * i)};
-    header.encodingKey = ReadU32(plain, at.encodingKey);
-    header.passwordSet = ReadU16(plain, at.password) != 0;
+    header.protection = {.encodingKey = ReadU32(plain, at.encodingKey),
+                         .password = ReadPassword(plain, *header.version)};
     header.sortOrder = {ReadU16(plain, at.language), ReadU8Or(plain, at.sortVersion, kJet3Tables)};
     return header;
 }
 
-std::vector<std::byte> MakeHeaderPage(const FileVersion& version)
+std::vector<std::byte> MakeHeaderPage(const FileVersion& version, const Protection& protection)
 {
     const HeaderPageLayout& at = *version.header;
     std::vector<std::byte> page(version.pageSize);
@@ -111,6 +126,8 @@ std::vector<std::byte> MakeHeaderPage(const FileVersion& version)
         WriteU32(page, kSystemTablesAt + std::size_t{4} * i, 2 + i);
     WriteIfPresent(page, at.country, version.country);
     WriteU16(page, at.codePage, kWindows1252);
+    WriteU32(page, at.encodingKey, protection.encodingKey);
+    WritePassword(page, protection.password, version);
     WriteU32(page, at.build, at.newBuild);
     WriteU16(page, at.language, SortOrder{}.language);
     WriteIfPresent(page, at.created, kCreated);

@@ -5,6 +5,7 @@
 #include "jet/format/FileVersion.h"
 #include "jet/format/Layout.h"
 #include "jet/format/PageNumber.h"
+#include "jet/format/Protection.h"
 #include "jet/format/TableDefinition.h"
 
 #include <array>
@@ -24,7 +25,7 @@ namespace jet::format {
 //   country       2       Jet 3: 0 or 1
 //   codePage      2       1252; in Jet 3 of all texts
 //   encodingKey   4       0: pages are stored plain
-//   password      20, 40  Jet 4: masked with the creation date
+//   password      20, 40  filled up with zeros; Jet 4: masked with the creation date
 //   build         4       of the engine that made the file
 //   language      2       of the sort order
 //   sortVersion   1       of the sort order; Jet 4
@@ -75,8 +76,7 @@ struct HeaderPage {
     const FileVersion* version = nullptr;
     RowId freePages, secondMap;                // usage maps of the whole file
     std::array<PageNumber, 4> systemTables{};  // their definitions
-    std::uint32_t encodingKey = 0;
-    bool passwordSet = false;
+    Protection protection;
     SortOrder sortOrder;
 };
 
@@ -84,10 +84,12 @@ struct HeaderPage {
 // Errors: 3343 for anything that is no file of these versions.
 [[nodiscard]] HeaderPage ReadHeaderPage(Span page);
 
-// The header page of a new file.
+// The header page of a new file. Errors: 3031 for a password that does not fit, 3421 for one that
+// the code page cannot hold.
 // Rule: every file of ours carries one date of creation, because the ids of the accounts in its
 //       system tables are masked with it.
-[[nodiscard]] std::vector<std::byte> MakeHeaderPage(const FileVersion& version);
+[[nodiscard]] std::vector<std::byte> MakeHeaderPage(const FileVersion& version,
+                                                    const Protection& protection = {});
 
 // The commit word of a user; 0 is the one who has the file to himself.
 // Rule: below kFirstCommitWord the user was stopped while he wrote.

@@ -90,18 +90,13 @@ PropertyRecord ParseRecord(Span record)
 
 std::string PropertyBlock::Decode(Span bytes) const
 {
-    if (codePage_ != kUtf16) return DecodeCodePage(bytes, codePage_);
-    if (bytes.size() % 2 != 0) Damaged("half a character");
-    std::u16string wide;
-    for (std::size_t at = 0; at < bytes.size(); at += 2)
-        wide.push_back(static_cast<char16_t>(ReadU16(bytes, at)));
-    return base::FromUtf16(wide);
+    if (codePage_ == kUtf16 && bytes.size() % 2 != 0) Damaged("half a character");
+    return DecodeTextIn(codePage_, bytes);
 }
 
 std::vector<std::byte> PropertyBlock::EncodeText(std::string_view text) const
 {
-    return codePage_ == kUtf16 ? format::EncodeText(text, TextForm::Plain)
-                               : EncodeCodePage(text, codePage_);
+    return EncodeTextIn(codePage_, text);
 }
 
 PropertyBlock PropertyBlock::Parse(Span bytes, std::uint16_t codePage)

@@ -2,6 +2,7 @@
 #include "jet/format/TextCompression.h"
 
 #include "base/Text.h"
+#include "jet/format/CodePage.h"
 
 #include <algorithm>
 #include <optional>
@@ -108,6 +109,16 @@ std::vector<std::byte> EncodeText(std::string_view text, TextForm form)
         bytes.push_back(static_cast<std::byte>(unit >> 8));
     }
     return bytes;
+}
+
+std::string DecodeTextIn(std::uint16_t codePage, Span bytes)
+{
+    return codePage == kUtf16 ? DecodeText(bytes) : DecodeCodePage(bytes, codePage);
+}
+
+std::vector<std::byte> EncodeTextIn(std::uint16_t codePage, std::string_view text, TextForm form)
+{
+    return codePage == kUtf16 ? EncodeText(text, form) : EncodeCodePage(text, codePage);
 }
 
 }  // namespace jet::format

@@ -2,7 +2,6 @@
 #include "jet/format/ValueCodec.h"
 
 #include "base/NumberedError.h"
-#include "jet/format/CodePage.h"
 #include "jet/format/TextCompression.h"
 
 #include <algorithm>
@@ -104,14 +103,13 @@ std::vector<std::byte> EncodeNumeric(const base::Decimal& number, const ColumnDe
 
 std::string DecodeTextOf(Span bytes, const ColumnDefinition& column)
 {
-    return column.codePage == kUtf16 ? DecodeText(bytes) : DecodeCodePage(bytes, column.codePage);
+    return DecodeTextIn(column.codePage, bytes);
 }
 
 std::vector<std::byte> EncodeTextOf(std::string_view text, const ColumnDefinition& column,
                                     TextForm form)
 {
-    return column.codePage == kUtf16 ? EncodeText(text, form)
-                                     : EncodeCodePage(text, column.codePage);
+    return EncodeTextIn(column.codePage, text, form);
 }
 
 base::Value DecodeValue(Span bytes, const ColumnDefinition& column)

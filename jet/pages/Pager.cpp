@@ -4,6 +4,7 @@
 #include "base/NumberedError.h"
 #include "jet/format/DataPage.h"
 #include "jet/format/HeaderPage.h"
+#include "jet/format/PageEncoding.h"
 #include "jet/pages/MapRow.h"
 #include "jet/pages/PagerState.h"
 
@@ -36,6 +37,13 @@ format::HeaderPage ReadHeader(const io::File& file)
 void RequireWholePages(std::uint64_t size, std::size_t pageSize)
 {
     if (size < 2 * pageSize) throw base::NumberedError(3343).At("shorter than two pages");
+}
+
+// A file without a password opens for any.
+void RequireSame(const format::Protection& protection, std::string_view password)
+{
+    if (!protection.password.empty() && protection.password != password)
+        throw base::NumberedError(3031);
 }
 
 }  // namespace
@@ -74,6 +82,19 @@ void PageCache::MakeRoom()
 
 PageBytes Pager::State::Load(PageNumber page) const
 {
+    PageBytes bytes = LoadStored(page);
+    format::ApplyPageEncoding(bytes, page, protection.encodingKey);
+    return bytes;
+}
+
+PageBytes Pager::State::StoredForm(PageNumber page, PageBytes bytes) const
+{
+    format::ApplyPageEncoding(bytes, page, protection.encodingKey);
+    return bytes;
+}
+
+PageBytes Pager::State::LoadStored(PageNumber page) const
+{
     if (former) {
         const auto found = former->pages.find(page);
         if (found != former->pages.end()) return found->second;
@@ -85,7 +106,7 @@ PageBytes Pager::State::Load(PageNumber page) const
 
 void Pager::State::Store(PageNumber page, const PageBytes& bytes)
 {
-    file->Write(std::uint64_t{Raw(page)} * version.pageSize, bytes);
+    file->Write(std::uint64_t{Raw(page)} * version.pageSize, StoredForm(page, bytes));
 }
 
 std::array<std::byte, 512> Pager::State::CommitWords() const
@@ -155,15 +176,13 @@ void Pager::Settle(State& state)
 }
 
 std::shared_ptr<Pager> Pager::Open(io::FileSystem& files, const std::string& path,
-                                   io::OpenMode mode)
+                                   io::OpenMode mode, std::string_view password)
 {
     std::unique_ptr<io::File> file = files.Open(path, mode);
     const format::HeaderPage header = ReadHeader(*file);
-    if (header.passwordSet) throw base::NumberedError(3031);
-    if (header.encodingKey != 0)
-        throw base::NumberedError(3343).At("page 0: the pages are encoded");
+    RequireSame(header.protection, password);
 
-    auto state = std::make_unique<State>(files, files.Canonical(path), *header.version);
+    auto state = std::make_unique<State>(files, files.Canonical(path), header);
     state->readOnly = mode == io::OpenMode::ReadOnly;
     state->file = std::move(file);
     Settle(*state);
@@ -174,19 +193,28 @@ std::shared_ptr<Pager> Pager::Open(io::FileSystem& files, const std::string& pat
 }
 
 std::shared_ptr<Pager> Pager::Create(io::FileSystem& files, const std::string& path,
-                                     const format::FileVersion& version)
+                                     const format::FileVersion& version,
+                                     const format::Protection& protection)
 {
+    const std::vector<std::byte> header = format::MakeHeaderPage(version, protection);
+    PageBytes map = MakeMapPage(version);
+    format::ApplyPageEncoding(map, PageNumber{1}, protection.encodingKey);
     {
         const std::unique_ptr<io::File> file = files.Create(path);
-        file->Write(0, format::MakeHeaderPage(version));
-        file->Write(version.pageSize, MakeMapPage(version));
+        file->Write(0, header);
+        file->Write(version.pageSize, map);
         file->Flush();
     }
-    return Open(files, path, io::OpenMode::ReadWrite);
+    return Open(files, path, io::OpenMode::ReadWrite, protection.password);
 }
 
 Pager::Pager(std::unique_ptr<State> state) : state_(std::move(state)) {}
 Pager::~Pager() = default;
+
+void Pager::RequirePassword(std::string_view password) const
+{
+    RequireSame(state_->protection, password);
+}
 
 const format::FileVersion& Pager::Version() const
 {

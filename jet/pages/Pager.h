@@ -5,12 +5,14 @@
 #include "jet/format/Bytes.h"
 #include "jet/format/FileVersion.h"
 #include "jet/format/PageNumber.h"
+#include "jet/format/Protection.h"
 #include "jet/io/File.h"
 #include "jet/pages/Journal.h"
 
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace jet::pages {
 
@@ -33,18 +35,24 @@ private:
 class Pager {
 public:
     // Opens a database; rolls back a write set that a stopped process left unfinished.
-    // Errors: 3024, 3044, 3051, 3343 (no Jet file), 3031 (password set), and those of Journal.
+    // Errors: 3024, 3044, 3051, 3343 (no Jet file), 3031 (another password), and those of Journal.
     [[nodiscard]] static std::shared_ptr<Pager> Open(io::FileSystem& files, const std::string& path,
-                                                     io::OpenMode mode);
+                                                     io::OpenMode mode,
+                                                     std::string_view password = {});
 
     // A new file of two pages: the header and the map of free pages. The catalog fills the rest.
-    // Errors: 3204 when the file exists, 3044, 3051.
-    [[nodiscard]] static std::shared_ptr<Pager>
-    Create(io::FileSystem& files, const std::string& path, const format::FileVersion& version);
+    // Errors: 3204 when the file exists, 3044, 3051, 3031 for a password that is too long.
+    [[nodiscard]] static std::shared_ptr<Pager> Create(io::FileSystem& files,
+                                                       const std::string& path,
+                                                       const format::FileVersion& version,
+                                                       const format::Protection& protection = {});
 
     ~Pager();
     Pager(const Pager&) = delete;
     Pager& operator=(const Pager&) = delete;
+
+    // For who opens a file that is open already. Errors: 3031 when the file has another password.
+    void RequirePassword(std::string_view password) const;
 
     [[nodiscard]] const format::FileVersion& Version() const;
     [[nodiscard]] const std::string& Path() const;

@@ -3,6 +3,7 @@
 // memory.
 #pragma once
 
+#include "jet/format/HeaderPage.h"
 #include "jet/pages/Journal.h"
 #include "jet/pages/Pager.h"
 #include "jet/pages/WriteSet.h"
@@ -50,13 +51,17 @@ private:
 inline constexpr std::size_t kCachedPages = 65536;
 
 struct Pager::State {
-    State(io::FileSystem& files, std::string databasePath, const format::FileVersion& fileVersion)
-        : path(std::move(databasePath)), version(fileVersion), journal(files, path)
+    State(io::FileSystem& files, std::string databasePath, const format::HeaderPage& header)
+        : path(std::move(databasePath)), version(*header.version), protection(header.protection),
+          journal(files, path)
     {
     }
 
-    // The one place where a page comes from the file and goes to it.
+    // The one place where a page comes from the file and goes to it. In an encoded file the stored
+    // form, which the journal keeps too, differs from the page.
     [[nodiscard]] PageBytes Load(PageNumber page) const;
+    [[nodiscard]] PageBytes LoadStored(PageNumber page) const;
+    [[nodiscard]] PageBytes StoredForm(PageNumber page, PageBytes bytes) const;
     void Store(PageNumber page, const PageBytes& bytes);
     // Several pages with one look at the file; none when they are not alike.
     void LoadAhead(std::span<const PageNumber> next) const;
@@ -73,6 +78,7 @@ struct Pager::State {
 
     std::string path;
     const format::FileVersion& version;
+    const format::Protection protection;
     std::unique_ptr<io::File> file;
     bool readOnly = false;
     bool halfWritten = false;           // a commit failed and could not be undone yet

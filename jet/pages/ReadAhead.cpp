@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // ReadAhead: pages fetched before they are asked for, from the file and from memory.
 #include "base/NumberedError.h"
+#include "jet/format/PageEncoding.h"
 #include "jet/pages/PagerState.h"
 
 namespace jet::pages {
@@ -42,6 +43,7 @@ void Pager::State::LoadAhead(std::span<const PageNumber> next) const
     }
     for (std::size_t i = 0; i < run; ++i) {
         const auto bytes = std::span(loadedAhead).subspan(i * version.pageSize, version.pageSize);
+        format::ApplyPageEncoding(bytes, next[i], protection.encodingKey);
         cache.Put(next[i], std::make_shared<const PageBytes>(bytes.begin(), bytes.end()));
     }
 }

@@ -131,7 +131,8 @@ void WriteSet::Commit()
     const std::size_t pageSize = file.version.pageSize;
     std::vector<JournalEntry> former;
     for (const auto& [page, bytes] : pages)
-        if (Raw(page) < file.pageCount) former.push_back({page, file.Load(page), *bytes});
+        if (Raw(page) < file.pageCount)
+            former.push_back({page, file.LoadStored(page), file.StoredForm(page, *bytes)});
     try {
         file.journal.Begin(former, *file.file, std::uint64_t{state_->pageCount} * pageSize,
                            pageSize);

@@ -9,12 +9,26 @@
 
 namespace tools::shop {
 
+namespace {
+
+// Of chance, but the same for the same seed; any key but none.
+jet::format::Protection ProtectionOf(const SampleShop& wishes)
+{
+    if (!wishes.encoded) return {};
+    Dice dice(wishes.seed);
+    const auto half = [&dice] { return static_cast<std::uint32_t>(dice.Between(1, 0xFFFF)); };
+    const std::uint32_t high = half();
+    return {.encodingKey = high << 16 | half(), .password = {}};
+}
+
+}  // namespace
+
 std::vector<Technician> MakeSampleShop(jet::io::FileSystem& files, const std::string& path,
                                        const SampleShop& wishes, const Progress& progress)
 {
     const base::Date today{std::floor(wishes.today.days)};
     const Dice dice(wishes.seed);
-    ShopFile file(files, path, *wishes.format, today);
+    ShopFile file(files, path, *wishes.format, ProtectionOf(wishes), today);
     for (const auto& table : ManagementTables())
         file.Create(table);
     if (!wishes.fresh)

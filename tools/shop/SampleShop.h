@@ -22,6 +22,7 @@ struct SampleShop {
     base::Date today;    // the shop's day; its time does not count
     bool fresh = false;  // without the clock's own tables
     const jet::format::FileVersion* format = &jet::format::kJet4;
+    bool encoded = false;  // under a key that follows from the seed
 };
 
 // Somebody on the board, as he stands there.

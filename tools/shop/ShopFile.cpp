@@ -69,10 +69,11 @@ struct ShopFile::Table {
 };
 
 ShopFile::ShopFile(jet::io::FileSystem& files, const std::string& path,
-                   const jet::format::FileVersion& format, base::Date today)
+                   const jet::format::FileVersion& format,
+                   const jet::format::Protection& protection, base::Date today)
     : today_(today)
 {
-    jet::catalog::Catalog::CreateDatabase(files, path, format);
+    jet::catalog::Catalog::CreateDatabase(files, path, format, protection);
     pager_ = jet::pages::Pager::Open(files, path, jet::io::OpenMode::ReadWrite);
     catalog_ = std::make_unique<jet::catalog::Catalog>(pager_);
 }

@@ -29,7 +29,8 @@ class ShopFile {
 public:
     // Makes a new, empty database. Errors: those of Catalog::CreateDatabase.
     ShopFile(jet::io::FileSystem& files, const std::string& path,
-             const jet::format::FileVersion& format, base::Date today);
+             const jet::format::FileVersion& format, const jet::format::Protection& protection,
+             base::Date today);
 
     ~ShopFile();
     ShopFile(const ShopFile&) = delete;

@@ -27,9 +27,9 @@ std::vector<std::string> Column(Recordset& records, std::string_view field)
     return values;
 }
 
-DaoTest::DaoTest(DatabaseVersion version) : engine({[this] { return now; }}, files)
+DaoTest::DaoTest(FileKind kind) : engine({[this] { return now; }}, files)
 {
-    engine.CreateDatabase(kFile, version);
+    tests::CreateDatabase(engine, kFile, kind);
     database = engine.DefaultWorkspace().OpenDatabase(kFile);
 }
 

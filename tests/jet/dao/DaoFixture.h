@@ -6,6 +6,7 @@
 #include "jet/dao/DBEngine.h"
 #include "jet/io/MemoryFile.h"
 #include "tests/support/ErrorOf.h"
+#include "tests/support/FileKind.h"
 
 #include <array>
 #include <functional>
@@ -19,6 +20,7 @@ inline constexpr const char* kFile = "/shop/Kelvaro.mdb";
 inline constexpr base::Date kNow{38061.375};  // 15 March 2004, 9:00 AM
 
 using tests::ErrorOf;
+using tests::FileKind;
 // Its number, a blank and its text.
 [[nodiscard]] std::string FailureOf(const std::function<void()>& action);
 
@@ -27,7 +29,7 @@ using tests::ErrorOf;
 
 class DaoTest : public testing::Test {
 protected:
-    explicit DaoTest(DatabaseVersion version = DatabaseVersion::Jet4);
+    explicit DaoTest(FileKind kind = FileKind::Jet4);
     // The file that the test leaves has no defects.
     void TearDown() override;
 
@@ -49,15 +51,12 @@ protected:
     Database database;
 };
 
-// The same in each file format.
-class DaoVersionTest : public DaoTest, public testing::WithParamInterface<DatabaseVersion> {
+// The same in each kind of file.
+class DaoKindTest : public DaoTest, public testing::WithParamInterface<FileKind> {
 protected:
-    DaoVersionTest() : DaoTest(GetParam()) {}
+    DaoKindTest() : DaoTest(GetParam()) {}
 };
-inline constexpr std::array kVersions{DatabaseVersion::Jet3, DatabaseVersion::Jet4};
-[[nodiscard]] inline std::string NameOf(DatabaseVersion version)
-{
-    return version == DatabaseVersion::Jet3 ? "Jet3" : "Jet4";
-}
+inline constexpr std::array kFileKinds{FileKind::Jet3, FileKind::Jet4, FileKind::EncodedJet3,
+                                       FileKind::EncodedJet4};
 
 }  // namespace dao

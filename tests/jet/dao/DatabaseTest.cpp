@@ -11,9 +11,9 @@ namespace {
 
 using base::Value;
 
-class DatabaseTest : public DaoVersionTest {};
+class DatabaseTest : public DaoKindTest {};
 
-INSTANTIATE_TEST_SUITE_P(Versions, DatabaseTest, testing::ValuesIn(kVersions),
+INSTANTIATE_TEST_SUITE_P(Kinds, DatabaseTest, testing::ValuesIn(kFileKinds),
                          [](const auto& each) { return NameOf(each.param); });
 
 TEST_P(DatabaseTest, NeverOpenedIs91AndClosedIs3420)
@@ -97,7 +97,7 @@ TEST_P(DatabaseTest, FailedOpenKeepsTheFormerObject)
 TEST_P(DatabaseTest, NameWithoutExtensionIsADatabases)
 {
     EXPECT_EQ(engine.DefaultWorkspace().OpenDatabase("/shop/Kelvaro").Name(), kFile);
-    EXPECT_EQ(database.Version(), GetParam() == DatabaseVersion::Jet3 ? "3.0" : "4.0");
+    EXPECT_EQ(database.Version(), tests::IsJet3(GetParam()) ? "3.0" : "4.0");
     EXPECT_TRUE(database.Updatable());
 }
 
@@ -148,6 +148,35 @@ TEST_P(DatabaseTest, TableDefinitionReadsAsItWasMade)
     EXPECT_EQ(ErrorOf([&] { (void)database.TableDef("nope"); }), 3265);
     const std::vector<std::string> names = database.TableNames();
     EXPECT_NE(std::find(names.begin(), names.end(), "MSysObjects"), names.end());
+}
+
+TEST_P(DatabaseTest, DecimalsKeepTheirDigits)
+{
+    TableDef wish("Part");
+    FieldDef weight = TableDef::CreateField("Weight", FieldType::Decimal);
+    weight.precision = 9;
+    weight.scale = 4;
+    wish.Append(weight);
+    wish.Append(TableDef::CreateField("Count", FieldType::Decimal));
+    if (tests::IsJet3(GetParam())) {
+        EXPECT_EQ(ErrorOf([&] { database.Append(wish); }), 3259);
+        return;
+    }
+    database.Append(wish);
+    const TableDef found = database.TableDef("Part");
+    ASSERT_EQ(found.Fields().size(), 2U);
+    EXPECT_EQ(found.Fields()[0].type, FieldType::Decimal);
+    EXPECT_EQ(found.Fields()[0].precision, 9);
+    EXPECT_EQ(found.Fields()[0].scale, 4);
+    EXPECT_EQ(found.Fields()[1].precision, 18);
+    EXPECT_EQ(found.Fields()[1].scale, 0);
+    Recordset rows = Open("Part");
+    rows.AddNew();
+    rows["Weight"] = 12345.6789;
+    rows["Count"] = std::int32_t{-7};
+    rows.Update();
+    EXPECT_EQ(Column(rows, "Weight"), (std::vector<std::string>{"12345.6789"}));
+    EXPECT_EQ(Column(rows, "Count"), (std::vector<std::string>{"-7"}));
 }
 
 TEST_P(DatabaseTest, AppendRefusesWhatCannotBeATable)

@@ -16,7 +16,7 @@ constexpr const char* kForeign = "Zo\xC3\xAB \xE5\xB1\xB1";
 
 class Jet3Test : public DaoTest {
 protected:
-    Jet3Test() : DaoTest(DatabaseVersion::Jet3) { MakeEmployees(); }
+    Jet3Test() : DaoTest(FileKind::Jet3) { MakeEmployees(); }
 
     // The number of a refused change; the file must stay as it was.
     int Refused(const std::function<void()>& change)

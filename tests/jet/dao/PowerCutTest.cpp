@@ -109,9 +109,9 @@ const std::vector<Store>& Stores()
     return stores;
 }
 
-using CutAndVersion = std::tuple<PowerCut, DatabaseVersion>;
+using CutAndKind = std::tuple<PowerCut, FileKind>;
 
-class PowerCutTest : public DaoTest, public testing::WithParamInterface<CutAndVersion> {
+class PowerCutTest : public DaoTest, public testing::WithParamInterface<CutAndKind> {
 protected:
     PowerCutTest() : DaoTest(std::get<1>(GetParam()))
     {
@@ -182,7 +182,7 @@ protected:
     static std::ptrdiff_t ChangedBytes(jet::io::MemoryFileSystem& found,
                                        jet::io::MemoryFileSystem& before)
     {
-        const std::ptrdiff_t page = std::get<1>(GetParam()) == DatabaseVersion::Jet3 ? 2048 : 4096;
+        const std::ptrdiff_t page = tests::IsJet3(std::get<1>(GetParam())) ? 2048 : 4096;
         const std::vector<std::byte>& now = found.Content(kFile);
         const std::vector<std::byte>& then = before.Content(kFile);
         EXPECT_EQ(now.size(), then.size());
@@ -240,12 +240,12 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(Cuts, PowerCutTest,
-                         testing::Values(CutAndVersion{tests::kPowerCuts[0], DatabaseVersion::Jet4},
-                                         CutAndVersion{tests::kPowerCuts[1], DatabaseVersion::Jet4},
-                                         CutAndVersion{tests::kPowerCuts[2], DatabaseVersion::Jet4},
+                         testing::Values(CutAndKind{tests::kPowerCuts[0], FileKind::Jet4},
+                                         CutAndKind{tests::kPowerCuts[1], FileKind::Jet4},
+                                         CutAndKind{tests::kPowerCuts[2], FileKind::Jet4},
                                          // The one that leaves half pages.
-                                         CutAndVersion{tests::kPowerCuts[1],
-                                                       DatabaseVersion::Jet3}),
+                                         CutAndKind{tests::kPowerCuts[1], FileKind::Jet3},
+                                         CutAndKind{tests::kPowerCuts[1], FileKind::EncodedJet4}),
                          [](const auto& each) {
                              return tests::NameOf(std::get<0>(each.param)) +
                                     NameOf(std::get<1>(each.param));

@@ -7,7 +7,7 @@ namespace {
 
 using base::Value;
 
-class RecordsetEditTest : public DaoVersionTest {
+class RecordsetEditTest : public DaoKindTest {
 protected:
     RecordsetEditTest()
     {
@@ -25,7 +25,7 @@ protected:
     Recordset rows;
 };
 
-INSTANTIATE_TEST_SUITE_P(Versions, RecordsetEditTest, testing::ValuesIn(kVersions),
+INSTANTIATE_TEST_SUITE_P(Kinds, RecordsetEditTest, testing::ValuesIn(kFileKinds),
                          [](const auto& each) { return NameOf(each.param); });
 
 TEST_P(RecordsetEditTest, NothingIsWrittenWithoutEditOrAddNew)

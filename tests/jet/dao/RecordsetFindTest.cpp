@@ -7,7 +7,7 @@ namespace {
 
 using base::Value;
 
-class RecordsetFindTest : public DaoVersionTest {
+class RecordsetFindTest : public DaoKindTest {
 protected:
     RecordsetFindTest()
     {
@@ -34,7 +34,7 @@ protected:
     Recordset rows;
 };
 
-INSTANTIATE_TEST_SUITE_P(Versions, RecordsetFindTest, testing::ValuesIn(kVersions),
+INSTANTIATE_TEST_SUITE_P(Kinds, RecordsetFindTest, testing::ValuesIn(kFileKinds),
                          [](const auto& each) { return NameOf(each.param); });
 
 TEST_P(RecordsetFindTest, FindsByNumberAndText)

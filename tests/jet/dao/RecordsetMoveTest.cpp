@@ -5,7 +5,7 @@
 namespace dao {
 namespace {
 
-class RecordsetMoveTest : public DaoVersionTest {
+class RecordsetMoveTest : public DaoKindTest {
 protected:
     RecordsetMoveTest() { MakeEmployees(); }
 
@@ -16,7 +16,7 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Versions, RecordsetMoveTest, testing::ValuesIn(kVersions),
+INSTANTIATE_TEST_SUITE_P(Kinds, RecordsetMoveTest, testing::ValuesIn(kFileKinds),
                          [](const auto& each) { return NameOf(each.param); });
 
 TEST_P(RecordsetMoveTest, EmptySetHasNoCurrentRecord)

@@ -48,6 +48,23 @@ TEST_F(ReadAheadTest, EveryPageIsTheOneThatIsStored)
         EXPECT_EQ(NumberOn(i), i);
 }
 
+TEST_F(ReadAheadTest, PagesOfAnEncodedFileComeDecoded)
+{
+    const auto pager = Pager::Create(files_, "encoded.mdb", format::kJet4, {0xA7B773E0, ""});
+    {
+        WriteSet changes(*pager);
+        for (std::uint32_t i = 0; i < 8; ++i)
+            format::WriteU32(changes.Change(changes.Allocate()), 8, i);
+        changes.Commit();
+    }
+    const auto other = Pager::Open(files_, "encoded.mdb", io::OpenMode::ReadWrite);
+    other->Expect(pages_);
+    for (std::uint32_t i = 0; i < 8; ++i)
+        EXPECT_EQ(format::ReadU32(other->Read(pages_[i]).Bytes(), 8), i);
+    const std::size_t first = Raw(pages_[0]) * std::size_t{4096};
+    EXPECT_NE(files_.Content("encoded.mdb")[first + 12], std::byte{0});
+}
+
 TEST_F(ReadAheadTest, PagesThatFollowEachOtherComeTogether)
 {
     pager_->Expect(std::span(pages_).first(3));
