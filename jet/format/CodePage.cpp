@@ -3,6 +3,7 @@
 
 #include "base/NumberedError.h"
 #include "base/Text.h"
+#include "jet/format/CodePageTables.h"
 
 #include <algorithm>
 
@@ -10,32 +11,95 @@ namespace jet::format {
 
 namespace {
 
-void RequireTables(std::uint16_t codePage)
+constexpr char16_t kFirstUpper = 0x80;
+// A code without a character stands for one that no text has, so that it comes back as it was.
+constexpr char16_t kFirstPrivate = 0xF800;
+
+// Errors: 3251.
+CodePageTable TableOf(std::uint16_t codePage)
 {
-    if (codePage != kWindows1252)
-        throw base::NumberedError(3251).At("code page " + std::to_string(codePage));
+    const std::optional<CodePageTable> table = FindCodePage(codePage);
+    if (!table) throw base::NumberedError(3251).At("code page " + std::to_string(codePage));
+    return *table;
+}
+
+char16_t CharacterOf(std::byte code, CodePageTable table)
+{
+    const auto unit = std::to_integer<char16_t>(code);
+    if (unit < kFirstUpper) return unit;
+    const char16_t character = table[unit - kFirstUpper];
+    return character != 0 ? character : static_cast<char16_t>(kFirstPrivate + unit);
+}
+
+// Nothing when the table has no code for it.
+std::optional<std::byte> CodeOf(char16_t character, CodePageTable table)
+{
+    if (character < kFirstUpper) return static_cast<std::byte>(character);
+    const auto found = std::find(table.begin(), table.end(), character);
+    if (found != table.end()) return static_cast<std::byte>(kFirstUpper + (found - table.begin()));
+    if (character < kFirstPrivate + kFirstUpper || character > kFirstPrivate + 0xFF)
+        return std::nullopt;
+    const auto code = static_cast<std::byte>(character & 0xFF);
+    return CharacterOf(code, table) == character ? std::optional(code) : std::nullopt;
+}
+
+[[noreturn]] void Refuse(std::uint16_t codePage)
+{
+    throw base::NumberedError(3421).At("text beyond code page " + std::to_string(codePage));
+}
+
+// These are the same in every code page.
+bool IsAscii(std::string_view bytes)
+{
+    return std::all_of(bytes.begin(), bytes.end(),
+                       [](char c) { return static_cast<unsigned char>(c) < kFirstUpper; });
+}
+
+std::string NarrowOf(Span bytes)
+{
+    std::string narrow(bytes.size(), '\0');
+    std::transform(bytes.begin(), bytes.end(), narrow.begin(),
+                   [](std::byte byte) { return static_cast<char>(byte); });
+    return narrow;
+}
+
+std::vector<std::byte> BytesOf(std::string_view narrow)
+{
+    std::vector<std::byte> bytes(narrow.size());
+    std::transform(narrow.begin(), narrow.end(), bytes.begin(),
+                   [](char character) { return static_cast<std::byte>(character); });
+    return bytes;
 }
 
 }  // namespace
 
 std::string DecodeCodePage(Span bytes, std::uint16_t codePage)
 {
-    RequireTables(codePage);
-    std::string narrow(bytes.size(), '\0');
-    std::transform(bytes.begin(), bytes.end(), narrow.begin(),
-                   [](std::byte byte) { return static_cast<char>(byte); });
-    return base::FromWindows1252(narrow);
+    std::string narrow = NarrowOf(bytes);
+    if (IsAscii(narrow)) return narrow;
+    if (codePage == kWindows1252) return base::FromWindows1252(narrow);
+    const CodePageTable table = TableOf(codePage);
+    std::u16string wide;
+    for (const std::byte code : bytes)
+        wide.push_back(CharacterOf(code, table));
+    return base::FromUtf16(wide);
 }
 
 std::vector<std::byte> EncodeCodePage(std::string_view text, std::uint16_t codePage)
 {
-    RequireTables(codePage);
-    const std::string narrow = base::ToWindows1252(text);
-    if (base::FromWindows1252(narrow) != text)
-        throw base::NumberedError(3421).At("text beyond code page " + std::to_string(codePage));
-    std::vector<std::byte> bytes(narrow.size());
-    std::transform(narrow.begin(), narrow.end(), bytes.begin(),
-                   [](char character) { return static_cast<std::byte>(character); });
+    if (IsAscii(text)) return BytesOf(text);
+    if (codePage == kWindows1252) {
+        const std::string narrow = base::ToWindows1252(text);
+        if (base::FromWindows1252(narrow) != text) Refuse(codePage);
+        return BytesOf(narrow);
+    }
+    const CodePageTable table = TableOf(codePage);
+    std::vector<std::byte> bytes;
+    for (const char16_t unit : base::ToUtf16(text)) {
+        const std::optional<std::byte> code = CodeOf(unit, table);
+        if (!code) Refuse(codePage);
+        bytes.push_back(*code);
+    }
     return bytes;
 }
 

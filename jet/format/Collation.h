@@ -19,11 +19,11 @@ struct CharacterWeight {
         Unknown,    // not in the tables: no key can be made
         Ignored,    // adds nothing
         Special,    // no weight; `special` and its place decide when all else is equal
-        Weight,     // one position: `weights` of one byte, or of two when above 0xFF
-        Expansion,  // two positions: two weights of one byte each
+        Weight,     // one position: `weights` of one byte or two
+        Expansion,  // two positions: two weights of one byte each, or of two
     };
     Class kind = Class::Unknown;
-    std::uint16_t weights = 0;
+    std::uint32_t weights = 0;  // as many bytes as it has, the first one highest
     std::uint8_t diacritic = 0;
     std::uint8_t special = 0;
 };
@@ -45,6 +45,7 @@ struct Collation {
 
 extern const Collation kGeneralLegacy;
 extern const Collation kFrenchLegacy;
+extern const Collation kGeneral1;
 
 // The tables of a sort order; nullptr when there are none.
 [[nodiscard]] const Collation* FindCollation(SortOrder order);

@@ -1,35 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 // CollationGeneralLegacy: the weights of every Windows-1252 character in "General" order (Jet 4).
-#include "jet/format/Collation.h"
+#include "jet/format/CollationCells.h"
 
 namespace jet::format {
 
 namespace {
 
-using Class = CharacterWeight::Class;
-
-// I: ignored. P: no weight, coded by position. W: weight of one or two bytes. D: weight and
-// diacritic. E: two weights of one byte each.
-constexpr CharacterWeight I()
-{
-    return {Class::Ignored, 0, 0, 0};
-}
-constexpr CharacterWeight P(std::uint8_t special)
-{
-    return {Class::Special, 0, 0, special};
-}
-constexpr CharacterWeight W(std::uint16_t weight)
-{
-    return {Class::Weight, weight, kNeutralDiacritic, 0};
-}
-constexpr CharacterWeight D(std::uint16_t weight, std::uint8_t diacritic)
-{
-    return {Class::Weight, weight, diacritic, 0};
-}
-constexpr CharacterWeight E(std::uint16_t weights)
-{
-    return {Class::Expansion, weights, kNeutralDiacritic, 0};
-}
+using namespace cells;
 
 // clang-format off
 constexpr std::array<CharacterWeight, 256> kLatin1{

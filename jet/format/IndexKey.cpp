@@ -3,6 +3,7 @@
 
 #include "base/NumberedError.h"
 #include "base/Text.h"
+#include "jet/format/CodePage.h"
 #include "jet/format/Collation97.h"
 #include "jet/format/SortKey.h"
 
@@ -129,6 +130,9 @@ void AppendKeyColumn(KeyBytes& key, const base::Value& value, const ColumnDefini
     switch (column.type) {
     case ColumnType::Text:
     case ColumnType::Memo:
+        // The weights of a byte are those of its character in Windows-1252.
+        if (column.codePage != kUtf16 && column.codePage != kWindows1252)
+            throw base::NumberedError(3251).At("sort order without tables");
         return PutText(key, As<std::string>(value), column.sortOrder, ascending);
     case ColumnType::Binary:
         return PutBinary(key, As<base::Bytes>(value), ascending);

@@ -58,7 +58,8 @@ void KeySections::Add(char16_t unit, CharacterWeight weight)
     }
     case Class::Weight:
     case Class::Expansion:
-        if (weight.weights > 0xFF) Put(weights_, weight.weights >> 8);
+        for (unsigned shift = 24; shift > 0; shift -= 8)
+            if (weight.weights >> shift != 0) Put(weights_, weight.weights >> shift & 0xFFU);
         Put(weights_, weight.weights & 0xFFU);
         Put(diacritics_, weight.diacritic);
         if (weight.kind == Class::Expansion) Put(diacritics_, weight.diacritic);
@@ -125,7 +126,7 @@ KeyBytes KeyOfJet3(std::string_view text, UnknownCharacters policy)
 // byte begins a weight of two, so a one-byte weight compares rightly as its byte and a zero.
 using PlainWeights = std::array<std::uint16_t, 256>;
 
-std::uint16_t PlainWeight(std::uint16_t weight)
+std::uint16_t PlainWeight(std::uint32_t weight)
 {
     return static_cast<std::uint16_t>(weight > 0xFF ? weight : weight << 8);
 }
@@ -149,6 +150,7 @@ PlainWeights PlainWeightsOfJet3()
     return plain;
 }
 
+// Rule: version 1 of "General" has other weights, in the same order.
 const PlainWeights& PlainWeightsOf(SortOrder order)
 {
     static const PlainWeights jet4 = PlainWeightsOfJet4();
@@ -190,6 +192,7 @@ CharacterWeight Collation::Of(char16_t unit) const
 const Collation* FindCollation(SortOrder order)
 {
     if (order == SortOrder{.language = 1033, .version = 0}) return &kGeneralLegacy;
+    if (order == SortOrder{.language = 1033, .version = 1}) return &kGeneral1;
     if (order == SortOrder{.language = 1036, .version = 0}) return &kFrenchLegacy;
     return nullptr;
 }

@@ -61,6 +61,23 @@ TEST(SortKeyTest, FrenchOrderReadsAccentsFromTheEnd)
     EXPECT_EQ(KeyHex("Catégories"), "4d4a6d5155646959516b010202020e00");
 }
 
+constexpr SortOrder kGeneral1Order{.language = 1033, .version = 1};
+
+TEST(SortKeyTest, Version1OfGeneralHasWeightsOfTwoBytes)
+{
+    const KnownKey known[] = {
+        {"Chai", "0e0a0e2c0e020e320100"},
+        {"A 1.0_b", "0e0207020d1907330d1707440e090100"},
+        {"co-op", "0e0a0e7c0e7c0e7e01010101800f068200"},
+        {"Zoë", "0ea90e7c0e210102021300"},
+        {"Straße", "0e910e990e8a0e020e910e910e210100"},
+        {"Æ", "0e020e210100"},
+        {"", "0100"},
+    };
+    for (const KnownKey& one : known)
+        EXPECT_EQ(KeyHex(one.text, kGeneral1Order), one.key) << one.text;
+}
+
 int NumberThrownBy(std::string_view text, SortOrder order)
 {
     return tests::ErrorOf([&] { (void)SortKeyOf(text, order); });
@@ -105,7 +122,15 @@ TEST(SortKeyTest, CharacterOutsideTheTablesIsRefused)
 TEST(SortKeyTest, OrderWithoutTablesIsRefused)
 {
     EXPECT_EQ(NumberThrownBy("a", {.language = 1041, .version = 0}), 3251);
-    EXPECT_EQ(NumberThrownBy("a", {.language = 1033, .version = 1}), 3251);
+    EXPECT_EQ(NumberThrownBy("a", {.language = 1033, .version = 2}), 3251);
+    EXPECT_EQ(NumberThrownBy("a", {.language = 1036, .version = 1}), 3251);
+    EXPECT_EQ(NumberThrownBy("a", {.language = 1049, .version = kJet3Tables}), 3251);
+}
+
+TEST(SortKeyTest, LetterWhoseWeightIsDoubtfulIsRefused)
+{
+    EXPECT_EQ(NumberThrownBy("Müller", kGeneral1Order), 3421);
+    EXPECT_EQ(NumberThrownBy("Müller", kGeneral), 0);
 }
 
 TEST(SortKeyTest, TrailingBlanksDoNotCountInnerOnesDo)

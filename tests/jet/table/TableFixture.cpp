@@ -2,7 +2,6 @@
 #include "tests/jet/table/TableFixture.h"
 
 #include "base/NumberedError.h"
-#include "jet/catalog/TableDesign.h"
 #include "jet/catalog/TableMaker.h"
 
 namespace tests {
@@ -14,8 +13,13 @@ TableFixture::TableFixture(const jet::format::FileVersion& version)
 
 std::unique_ptr<NativeTable> TableFixture::Make(const jet::catalog::NewTable& design)
 {
-    jet::format::TableDefinition table = jet::catalog::DesignOf(
-        design, jet::catalog::NewDatabaseText(pager_->Version()), pager_->Version());
+    return Make(design, jet::catalog::NewDatabaseText(pager_->Version()));
+}
+
+std::unique_ptr<NativeTable> TableFixture::Make(const jet::catalog::NewTable& design,
+                                                const jet::catalog::DatabaseText& text)
+{
+    jet::format::TableDefinition table = jet::catalog::DesignOf(design, text, pager_->Version());
     jet::pages::WriteSet changes(*pager_);
     table.page = changes.Allocate();
     jet::catalog::MapPages maps(changes);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "jet/catalog/NewTable.h"
+#include "jet/catalog/TableDesign.h"
 #include "jet/io/MemoryFile.h"
 #include "jet/table/NativeTable.h"
 #include "tests/support/ErrorOf.h"
@@ -26,8 +27,10 @@ class TableFixture : public testing::Test {
 protected:
     explicit TableFixture(const jet::format::FileVersion& version = jet::format::kJet4);
 
-    // Makes a table and opens it.
+    // Makes a table and opens it; its texts are as in a new database, unless told otherwise.
     std::unique_ptr<NativeTable> Make(const jet::catalog::NewTable& design);
+    std::unique_ptr<NativeTable> Make(const jet::catalog::NewTable& design,
+                                      const jet::catalog::DatabaseText& text);
 
     jet::io::MemoryFileSystem files_;
     std::shared_ptr<jet::pages::Pager> pager_;
