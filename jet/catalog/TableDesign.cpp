@@ -21,15 +21,19 @@ using format::NamedIndex;
 using format::TableDefinition;
 
 constexpr std::size_t kLongestName = 64;  // UTF-16 units
+constexpr int kMostDigits = 28;           // of a decimal
 constexpr std::size_t kMostColumns = 255, kMostIndexes = 32, kMostIndexColumns = 10;
 
 // Flags that every column carries.
 constexpr std::uint8_t kColumnAlways = 0x02;
 
-// The stored length in bytes. Errors: 3017, 3259.
+// The stored length in bytes. Errors: 3017, 3259, 3271.
 std::uint16_t LengthOf(const NewColumn& column, const FileVersion& version)
 {
     if (static_cast<std::uint8_t>(column.type) > version.lastColumnType) throw NumberedError(3259);
+    if (column.type == ColumnType::Numeric &&
+        (column.precision < 1 || column.precision > kMostDigits || column.scale > column.precision))
+        throw NumberedError(3271);
     const auto sized = [&](int longest, std::size_t unit) {
         const int size = column.size == 0 ? longest : column.size;
         if (size < 1 || size > longest) throw NumberedError(3017);

@@ -23,7 +23,8 @@ struct DatabaseText {
 // Numbers, offsets and flags of the columns, trees and named indexes; pages and maps stay unset.
 //
 // Errors: 3264 no fields, 3190 too many fields, 3125 bad name, 3191 two fields of one name, 3259
-//         type unknown to the version or a counter that is no long, 3017 size too long, 3018 an
+//         type unknown to the version or a counter that is no long, 3271 a decimal of no or more
+//         than 28 digits or with more behind the point than it has, 3017 size too long, 3018 an
 //         index over an unknown field or none, 3283 two primary keys, 3284 two indexes of one name,
 //         3001 too many indexes or an index over too many fields.
 [[nodiscard]] format::TableDefinition DesignOf(const NewTable& table, const DatabaseText& text,

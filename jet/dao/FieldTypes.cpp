@@ -28,7 +28,7 @@ std::optional<ColumnType> ColumnTypeOf(FieldType type)
     case FieldType::Guid:
         return ColumnType::Guid;
     case FieldType::Decimal:
-        return std::nullopt;
+        return ColumnType::Numeric;
     default:
         break;
     }

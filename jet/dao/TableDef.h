@@ -5,6 +5,7 @@
 
 #include "jet/dao/Types.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,8 +15,10 @@ namespace dao {
 struct FieldDef {
     std::string name;
     FieldType type = FieldType::Long;
-    int size = 0;              // characters of text, bytes of binary; 0 for text means 255
-    int attributes = 0;        // kAutoIncrField
+    int size = 0;        // characters of text, bytes of binary; 0 for text means 255
+    int attributes = 0;  // kAutoIncrField
+    // Of a decimal: its digits, and how many of them stand behind the point.
+    std::uint8_t precision = 18, scale = 0;
     std::string defaultValue;  // an expression: `0`, `""`, `Now()`; no characters means none
     bool allowZeroLength = false;
     bool required = false;

@@ -25,6 +25,10 @@ FieldDef FieldDefOf(const ColumnDefinition& column, std::size_t bytesPerCharacte
     field.name = column.name;
     field.type = FieldTypeOf(column.type);
     field.size = FieldSizeOf(column, bytesPerCharacter);
+    if (field.type == FieldType::Decimal) {
+        field.precision = column.precision;
+        field.scale = column.scale;
+    }
     field.attributes =
         (column.fixed ? kFixedField : kVariableField) | (column.autoNumber ? kAutoIncrField : 0);
     return field;
@@ -64,6 +68,8 @@ NewColumn NewColumnOf(const FieldDef& field)
     column.name = field.name;
     column.type = *type;
     column.size = field.size;
+    column.precision = field.precision;
+    column.scale = field.scale;
     if (field.type == FieldType::Text && field.size == 0) column.size = kLongestText;
     if (field.type == FieldType::Text && field.size > kLongestText) throw NumberedError(3017);
     column.autoNumber = (field.attributes & kAutoIncrField) != 0;

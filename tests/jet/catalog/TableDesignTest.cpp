@@ -166,6 +166,22 @@ TEST(TableDesignTest, ImpossibleFieldsAreRefused)
     EXPECT_EQ(NumberOf(wish), 0);
 }
 
+TEST(TableDesignTest, ImpossibleDecimalsAreRefused)
+{
+    NewTable wish = People();
+    wish.columns[3].type = ColumnType::Numeric;
+    const auto numberOf = [&wish](std::uint8_t precision, std::uint8_t scale) {
+        wish.columns[3].precision = precision;
+        wish.columns[3].scale = scale;
+        return NumberOf(wish);
+    };
+    EXPECT_EQ(numberOf(28, 28), 0);
+    EXPECT_EQ(numberOf(1, 0), 0);
+    EXPECT_EQ(numberOf(0, 0), 3271);
+    EXPECT_EQ(numberOf(29, 0), 3271);
+    EXPECT_EQ(numberOf(9, 10), 3271);
+}
+
 TEST(TableDesignTest, ImpossibleIndexesAreRefused)
 {
     NewTable wish = People();
