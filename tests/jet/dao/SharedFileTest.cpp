@@ -7,7 +7,7 @@ namespace {
 
 using base::Value;
 
-class SharedFileTest : public DaoTest {
+class SharedFileTest : public DaoKindTest {
 protected:
     SharedFileTest()
     {
@@ -23,7 +23,10 @@ protected:
     Recordset rows;
 };
 
-TEST_F(SharedFileTest, FindSeesWhatTheOtherStored)
+INSTANTIATE_TEST_SUITE_P(Kinds, SharedFileTest, testing::ValuesIn(kFileKinds),
+                         [](const auto& each) { return NameOf(each.param); });
+
+TEST_P(SharedFileTest, FindSeesWhatTheOtherStored)
 {
     theirs.Execute("UPDATE LDEmp SET Hrs = 5 WHERE EmpID = 7");
     rows.FindFirst("EmpID = 7");
@@ -31,7 +34,7 @@ TEST_F(SharedFileTest, FindSeesWhatTheOtherStored)
     EXPECT_EQ(ErrorOf([&] { rows.Edit(); }), 0);
 }
 
-TEST_F(SharedFileTest, EditOfARowTheOtherChangedFailsOnce)
+TEST_P(SharedFileTest, EditOfARowTheOtherChangedFailsOnce)
 {
     theirs.Execute("UPDATE LDEmp SET Hrs = 5 WHERE EmpID = 7");
     EXPECT_EQ(ErrorOf([&] { rows.Edit(); }), 3197);
@@ -43,7 +46,7 @@ TEST_F(SharedFileTest, EditOfARowTheOtherChangedFailsOnce)
     EXPECT_EQ(seen["Hrs"].Value(), Value(5.0));
 }
 
-TEST_F(SharedFileTest, RowTheOtherDeletedIs3167)
+TEST_P(SharedFileTest, RowTheOtherDeletedIs3167)
 {
     theirs.Execute("DELETE FROM LDEmp WHERE EmpID = 7");
     EXPECT_EQ(ErrorOf([&] { rows.Edit(); }), 3167);
@@ -52,7 +55,7 @@ TEST_F(SharedFileTest, RowTheOtherDeletedIs3167)
     EXPECT_EQ(rows["EmpID"].Value(), Value(std::int32_t{8}));
 }
 
-TEST_F(SharedFileTest, RowsOfBothGetNumbersOfTheirOwn)
+TEST_P(SharedFileTest, RowsOfBothGetNumbersOfTheirOwn)
 {
     Recordset ours = Open("LDEmp");
     Recordset other = theirs.OpenRecordset("LDEmp");
@@ -67,7 +70,7 @@ TEST_F(SharedFileTest, RowsOfBothGetNumbersOfTheirOwn)
     EXPECT_EQ(Column(all, "EmpEntry"), (std::vector<std::string>{"1", "2", "4", "3"}));
 }
 
-TEST_F(SharedFileTest, RequeryShowsTheOthersRows)
+TEST_P(SharedFileTest, RequeryShowsTheOthersRows)
 {
     theirs.Execute("INSERT INTO LDEmp (EmpID) VALUES (1)");
     rows.MoveLast();
@@ -76,7 +79,7 @@ TEST_F(SharedFileTest, RequeryShowsTheOthersRows)
     EXPECT_EQ(rows["EmpID"].Value(), Value(std::int32_t{1}));
 }
 
-TEST_F(SharedFileTest, TablesTheOtherMadeCanBeOpened)
+TEST_P(SharedFileTest, TablesTheOtherMadeCanBeOpened)
 {
     TableDef table("Theirs");
     table.Append(TableDef::CreateField("A", FieldType::Long));

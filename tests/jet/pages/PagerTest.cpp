@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Pager and WriteSet: pages read, changed all or not at all, and taken from the file's free ones.
 #include "base/NumberedError.h"
+#include "jet/format/DataPage.h"
 #include "jet/io/MemoryFile.h"
 #include "jet/pages/FreePages.h"
 #include "jet/pages/UsageMap.h"
@@ -12,13 +13,17 @@ namespace jet::pages {
 
 namespace {
 
-class PagerTest : public testing::Test {
+class PagerTest : public testing::TestWithParam<const format::FileVersion*> {
 protected:
     io::MemoryFileSystem files_;
-    std::shared_ptr<Pager> pager_ = Pager::Create(files_, "shop.mdb", format::kJet4);
+    std::shared_ptr<Pager> pager_ = Pager::Create(files_, "shop.mdb", *GetParam());
 };
+INSTANTIATE_TEST_SUITE_P(Versions, PagerTest, testing::Values(&format::kJet3, &format::kJet4),
+                         [](const auto& each) {
+                             return "Jet" + std::string(1, each.param->name[0]);
+                         });
 
-TEST_F(PagerTest, CommittedPagesAreThereForTheNextOpener)
+TEST_P(PagerTest, CommittedPagesAreThereForTheNextOpener)
 {
     PageNumber page{};
     {
@@ -33,7 +38,7 @@ TEST_F(PagerTest, CommittedPagesAreThereForTheNextOpener)
     EXPECT_FALSE(IsFreePage(*pager_, page));
 }
 
-TEST_F(PagerTest, AnAbandonedSetLeavesTheFileAsItWas)
+TEST_P(PagerTest, AnAbandonedSetLeavesTheFileAsItWas)
 {
     const std::vector<std::byte> before = files_.Content("shop.mdb");
     {
@@ -46,7 +51,7 @@ TEST_F(PagerTest, AnAbandonedSetLeavesTheFileAsItWas)
     EXPECT_EQ(files_.Content("shop.mdb"), before);
 }
 
-TEST_F(PagerTest, AnOpenSetIsSeenByReaders)
+TEST_P(PagerTest, AnOpenSetIsSeenByReaders)
 {
     WriteSet changes(*pager_);
     const PageNumber page = changes.Allocate();
@@ -54,7 +59,7 @@ TEST_F(PagerTest, AnOpenSetIsSeenByReaders)
     EXPECT_EQ(format::ReadU32(pager_->Read(page).Bytes(), 8), 42U);
 }
 
-TEST_F(PagerTest, FreedPagesAreTakenAgainBeforeTheFileGrows)
+TEST_P(PagerTest, FreedPagesAreTakenAgainBeforeTheFileGrows)
 {
     PageNumber first{};
     {
@@ -73,7 +78,7 @@ TEST_F(PagerTest, FreedPagesAreTakenAgainBeforeTheFileGrows)
     EXPECT_THROW(changes.Free(PageNumber{900}), base::NumberedError);
 }
 
-TEST_F(PagerTest, TheMapOfFreePagesFollowsAFileOfThirtyFourThousandPages)
+TEST_P(PagerTest, TheMapOfFreePagesFollowsAFileOfThirtyFourThousandPages)
 {
     constexpr std::uint32_t count = 34000;
     for (std::uint32_t made = 0; made < count;) {
@@ -94,12 +99,11 @@ TEST_F(PagerTest, TheMapOfFreePagesFollowsAFileOfThirtyFourThousandPages)
     EXPECT_EQ(changes.Allocate(), PageNumber{33000});
 }
 
-TEST_F(PagerTest, AUsageMapHoldsWhatWasAddedWhateverItsForm)
+TEST_P(PagerTest, AUsageMapHoldsWhatWasAddedWhateverItsForm)
 {
     WriteSet changes(*pager_);
     const PageNumber home = changes.Allocate();
-    format::WriteU32(changes.Change(home), 0, 0x0101);
-    format::WriteU16(changes.Change(home), 2, 4096 - 14);
+    format::FormatDataPage(changes.Change(home), 0);
     const format::RowId where = UsageMap::Make(changes, home);
     UsageMap map(*pager_, where);
     std::set<std::uint32_t> model;

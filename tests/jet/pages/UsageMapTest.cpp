@@ -16,10 +16,17 @@ namespace jet::pages {
 
 namespace {
 
-class UsageMapTest : public testing::Test {
+// Bytes of a new map, and pages it stands for.
+struct NewMap {
+    const format::FileVersion* version;
+    std::size_t bytes;
+    std::uint32_t pages;
+};
+
+class UsageMapTest : public testing::TestWithParam<NewMap> {
 protected:
     io::MemoryFileSystem files_;
-    std::shared_ptr<Pager> pager_ = Pager::Create(files_, "shop.mdb", format::kJet4);
+    std::shared_ptr<Pager> pager_ = Pager::Create(files_, "shop.mdb", *GetParam().version);
 
     static PageNumber MapPage(WriteSet& changes)
     {
@@ -42,7 +49,14 @@ protected:
     }
 };
 
-TEST_F(UsageMapTest, AgreesWithASetWhateverIsAddedAndRemoved)
+INSTANTIATE_TEST_SUITE_P(Versions, UsageMapTest,
+                         testing::Values(NewMap{&format::kJet3, 133, 1024},
+                                         NewMap{&format::kJet4, 69, 512}),
+                         [](const auto& each) {
+                             return "Jet" + std::string(1, each.param.version->name[0]);
+                         });
+
+TEST_P(UsageMapTest, AgreesWithASetWhateverIsAddedAndRemoved)
 {
     std::mt19937 random(7);
     for (const std::uint32_t reach : {100U, 600U, 5000U, 60000U}) {
@@ -71,43 +85,45 @@ TEST_F(UsageMapTest, AgreesWithASetWhateverIsAddedAndRemoved)
     }
 }
 
-TEST_F(UsageMapTest, AnInlineMapGrowsByTheFewestBytes)
+TEST_P(UsageMapTest, AnInlineMapGrowsByTheFewestBytes)
 {
     WriteSet changes(*pager_);
     const format::RowId where = UsageMap::Make(changes, MapPage(changes));
     UsageMap map(*pager_, where);
     map.Add(changes, PageNumber{3});
-    map.Add(changes, PageNumber{511});
-    EXPECT_EQ(MapBytes(pager_->Read(where.page), where).size(), 69U);
-    map.Add(changes, PageNumber{512});
-    EXPECT_EQ(MapBytes(pager_->Read(where.page), where).size(), 73U);
-    map.Add(changes, PageNumber{760});
-    EXPECT_EQ(MapBytes(pager_->Read(where.page), where).size(), 101U);
+    const auto [version, bytes, pages] = GetParam();
+    map.Add(changes, PageNumber{pages - 1});
+    EXPECT_EQ(MapBytes(pager_->Read(where.page), where).size(), bytes);
+    map.Add(changes, PageNumber{pages});
+    EXPECT_EQ(MapBytes(pager_->Read(where.page), where).size(), bytes + 4);
+    map.Add(changes, PageNumber{pages + 248});
+    EXPECT_EQ(MapBytes(pager_->Read(where.page), where).size(), bytes + 32);
     EXPECT_EQ(Form(where), MapForm::Inline);
 }
 
-TEST_F(UsageMapTest, AnEmptyMapStartsAtItsFirstPage)
+TEST_P(UsageMapTest, AnEmptyMapStartsAtItsFirstPage)
 {
     WriteSet changes(*pager_);
     const format::RowId where = UsageMap::Make(changes, MapPage(changes));
-    UsageMap(*pager_, where).Add(changes, PageNumber{738});
-    EXPECT_EQ(format::ReadU32(MapBytes(pager_->Read(where.page), where), 1), 736U);
+    UsageMap(*pager_, where).Add(changes, PageNumber{GetParam().pages + 226});
+    EXPECT_EQ(format::ReadU32(MapBytes(pager_->Read(where.page), where), 1),
+              GetParam().pages + 224);
     EXPECT_EQ(Form(where), MapForm::Inline);
 }
 
-TEST_F(UsageMapTest, APageBeforeTheStartMakesItAReference)
+TEST_P(UsageMapTest, APageBeforeTheStartMakesItAReference)
 {
     WriteSet changes(*pager_);
     const format::RowId where = UsageMap::Make(changes, MapPage(changes));
     UsageMap map(*pager_, where);
-    map.Add(changes, PageNumber{738});
+    map.Add(changes, PageNumber{GetParam().pages + 226});
     map.Add(changes, PageNumber{20});
     EXPECT_EQ(Form(where), MapForm::Reference);
-    EXPECT_EQ(Members(map), (std::set<std::uint32_t>{20, 738}));
-    EXPECT_EQ(MapBytes(pager_->Read(where.page), where).size(), 69U);
+    EXPECT_EQ(Members(map), (std::set<std::uint32_t>{20, GetParam().pages + 226}));
+    EXPECT_EQ(MapBytes(pager_->Read(where.page), where).size(), GetParam().bytes);
 }
 
-TEST_F(UsageMapTest, AMapOfUnknownFormIsDamage)
+TEST_P(UsageMapTest, AMapOfUnknownFormIsDamage)
 {
     WriteSet changes(*pager_);
     const format::RowId where = UsageMap::Make(changes, MapPage(changes));
@@ -116,7 +132,7 @@ TEST_F(UsageMapTest, AMapOfUnknownFormIsDamage)
     EXPECT_THROW(UsageMap(*pager_, where).Add(changes, PageNumber{3}), base::NumberedError);
 }
 
-TEST_F(UsageMapTest, FreePagesAgreeWithASet)
+TEST_P(UsageMapTest, FreePagesAgreeWithASet)
 {
     std::mt19937 random(11);
     std::set<std::uint32_t> stored{0, 1};
@@ -147,7 +163,7 @@ TEST_F(UsageMapTest, FreePagesAgreeWithASet)
         EXPECT_EQ(IsFreePage(*pager_, PageNumber{page}), !stored.contains(page)) << page;
 }
 
-TEST_F(UsageMapTest, APageThatIsFreeCannotBeGivenBack)
+TEST_P(UsageMapTest, APageThatIsFreeCannotBeGivenBack)
 {
     WriteSet changes(*pager_);
     const PageNumber page = changes.Allocate();
