@@ -45,3 +45,15 @@ function(lodrin_test name)
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
     PROPERTIES TIMEOUT 600)
 endfunction()
+
+# lodrin_test_kinds(NAME): the tests of this program once more on shops kept in an Access 97 file and
+# in an encoded one. Left out are those that make every call fail or cut the power at every write
+# (the engine's own tests do the like), and those over files of their own.
+function(lodrin_test_kinds name)
+  foreach(kind jet3 encoded)
+    add_test(NAME ${name}_${kind} COMMAND ${name} --gtest_brief=1
+      --gtest_filter=-*Sweep*:*PowerCut*:*SampleShop*:FileFormatTest*)
+    set_tests_properties(${name}_${kind} PROPERTIES
+      ENVIRONMENT LODRIN_TEST_SHOP=${kind} LABELS kinds TIMEOUT 600)
+  endforeach()
+endfunction()

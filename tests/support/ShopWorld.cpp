@@ -10,6 +10,7 @@
 #include "labor/GetHistory.h"
 #include "labor/cmdBreak.h"
 #include "labor/cmdEndDay.h"
+#include "tests/support/FileKind.h"
 
 #include <stdexcept>
 
@@ -65,7 +66,7 @@ void ShopWorld::Append(const std::vector<dao::TableDef>& tables)
 
 void ShopWorld::MakeManagementDatabase()
 {
-    engine.CreateDatabase(DatabasePath());
+    CreateDatabase(engine, DatabasePath(), ShopKind());
     Append(ManagementTables());
 }
 
