@@ -105,10 +105,13 @@ def wait_for_shared_root():
             pass
     except OSError as refused:
         skip(f"neither a root folder of its own can be had nor can {LOG} be written: {refused}")
-    lock = open("/tmp/lodrin-e2e.lock", "w")
-    fcntl.flock(lock, fcntl.LOCK_EX)
-    os.set_inheritable(lock.fileno(), False)
-    wait_for_shared_root.lock = lock
+    # Whoever made the file, everybody may read it, and that is enough to lock it.
+    path = "/tmp/lodrin-e2e.lock"
+    try:
+        lock = os.open(path, os.O_RDONLY)
+    except FileNotFoundError:
+        lock = os.open(path, os.O_RDONLY | os.O_CREAT, 0o644)
+    fcntl.flock(lock, fcntl.LOCK_EX)  # until the test's process ends
 
 
 class Clock:
