@@ -20,12 +20,13 @@ SHOP_FOLDERS = {"app", "data", "floor", "labor", "setup"}
 JET = {
     "io": set(),
     "format": set(),
-    "pages": {"format", "io"},
-    "index": {"pages", "format", "io"},
-    "table": {"index", "pages", "format", "io"},
-    "catalog": {"table", "index", "pages", "format", "io"},
-    "sql": {"catalog", "table", "index", "pages", "format", "io"},
-    "dao": {"sql", "catalog", "table", "index", "pages", "format", "io"},
+    "locks": {"format", "io"},
+    "pages": {"locks", "format", "io"},
+    "index": {"pages", "locks", "format", "io"},
+    "table": {"index", "pages", "locks", "format", "io"},
+    "catalog": {"table", "index", "pages", "locks", "format", "io"},
+    "sql": {"catalog", "table", "index", "pages", "locks", "format", "io"},
+    "dao": {"sql", "catalog", "table", "index", "pages", "locks", "format", "io"},
 }
 JET["check"] = set(JET) - {"check"}
 

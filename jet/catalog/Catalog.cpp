@@ -148,7 +148,7 @@ OpenTable Catalog::Open(std::string_view name) const
     OpenTable table;
     table.entry = std::move(found->first);
     table.rows = std::make_unique<NativeTable>(
-        pager_, format::PageNumber{static_cast<std::uint32_t>(table.entry.id)});
+        pager_, format::PageNumber{static_cast<std::uint32_t>(table.entry.id)}, table.entry.name);
     const base::Bytes bytes = objects.Properties(found->second);
     const auto block = bytes.empty() ? format::PropertyBlock()
                                      : format::PropertyBlock::Parse(bytes, objects.Text().codePage);
@@ -161,33 +161,36 @@ OpenTable Catalog::Open(std::string_view name) const
 void Catalog::Create(const NewTable& wish, base::Date now)
 {
     Objects objects(pager_);
-    format::TableDefinition table = DesignOf(wish, objects.Text(), pager_->Version());
+    const format::TableDefinition table = DesignOf(wish, objects.Text(), pager_->Version());
     RequireFreeName(objects, wish.name);
     const base::Bytes owner = OwnerOfDatabase(objects.Table());
     NativeTable rights(pager_, kRightsPage);
 
-    // The table's own pages come first, so that the catalog's row never names what is not there.
-    pages::WriteSet changes(*pager_);
-    table.page = changes.Allocate();
-    MapPages maps(changes);
-    MakeMapsAndRoots(changes, maps, table);
-    WriteDefinition(changes, table);
+    pages::Write(*pager_, [&](pages::WriteSet& changes) {
+        RequireFreeName(objects, wish.name);
+        // The table's own pages come first, so that the catalog's row never names what is not
+        // there.
+        format::TableDefinition made = table;
+        made.page = changes.Allocate();
+        MapPages maps(changes);
+        MakeMapsAndRoots(changes, maps, made);
+        WriteDefinition(changes, made);
 
-    const auto id = static_cast<std::int32_t>(Raw(table.page));
-    InsertObject(changes, objects.Table(),
-                 {.id = id,
-                  .parent = kTablesContainer,
-                  .name = wish.name,
-                  .type = ObjectType::Table,
-                  .flags = 0,
-                  .owner = owner,
-                  .created = now,
-                  .properties = PropertiesOf(wish, objects.Text().codePage)});
-    for (RightsRow& row : InheritedRights(rights, kTablesContainer, owner)) {
-        row.object = id;
-        InsertRights(changes, rights, row);
-    }
-    changes.Commit();
+        const auto id = static_cast<std::int32_t>(Raw(made.page));
+        InsertObject(changes, objects.Table(),
+                     {.id = id,
+                      .parent = kTablesContainer,
+                      .name = wish.name,
+                      .type = ObjectType::Table,
+                      .flags = 0,
+                      .owner = owner,
+                      .created = now,
+                      .properties = PropertiesOf(wish, objects.Text().codePage)});
+        for (RightsRow& row : InheritedRights(rights, kTablesContainer, owner)) {
+            row.object = id;
+            InsertRights(changes, rights, row);
+        }
+    });
 }
 
 }  // namespace jet::catalog

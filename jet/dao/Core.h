@@ -9,6 +9,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <string_view>
 
 namespace dao {
@@ -27,13 +28,20 @@ public:
     [[nodiscard]] std::size_t BytesPerCharacter() const;
 
     // A table of this file; all who have it open share one. Null when there is none.
+    // Others see that it is open as long as the answer lives.
+    // Errors: 3189, 3262 and their nameless forms.
     [[nodiscard]] jet::sql::TablePtr Table(std::string_view name);
+
+    // Says that a row is being edited, until the answer goes. Errors: 3188 when it is already.
+    [[nodiscard]] std::shared_ptr<const void> MarkEdited(jet::format::RowId row);
 
 private:
     std::shared_ptr<jet::pages::Pager> pager_;
     jet::catalog::Catalog catalog_;
     std::function<base::Date()> now_;
     std::map<std::int32_t, std::weak_ptr<jet::catalog::OpenTable>> tables_;  // by catalog id
+    using EditedRows = std::set<std::pair<jet::format::PageNumber, std::uint16_t>>;
+    std::shared_ptr<EditedRows> edited_ = std::make_shared<EditedRows>();
 };
 
 }  // namespace dao

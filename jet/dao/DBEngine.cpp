@@ -33,6 +33,7 @@ Workspace& DBEngine::DefaultWorkspace()
     if (!state_->defaultWorkspace) {
         auto made = std::make_shared<Workspace::State>();
         made->engine = state_;
+        made->number = state_->NextWorkspace();
         made->isDefault = true;
         state_->defaultWorkspace.emplace(std::move(made));
     }
@@ -45,6 +46,7 @@ Workspace DBEngine::CreateWorkspace(std::string_view, std::string_view user,
     if (!base::SameName(user, "admin") || !password.empty()) throw NumberedError(3029);
     auto made = std::make_shared<Workspace::State>();
     made->engine = state_;
+    made->number = state_->NextWorkspace();
     return Workspace(std::move(made));
 }
 
@@ -65,22 +67,27 @@ std::shared_ptr<Core> DBEngine::State::OpenAlready(const OpenFile& known, bool r
     return core || !readOnly ? core : known.readOnly.lock();
 }
 
-std::shared_ptr<Core> DBEngine::State::Open(const std::string& path, bool readOnly,
-                                            std::string_view password)
+std::shared_ptr<Core> DBEngine::State::Open(const std::string& path, const OpenWish& wish)
 {
     using jet::io::OpenMode;
+    using jet::pages::Sharing;
     OpenFile& known = open_[files->Canonical(path)];
-    if (std::shared_ptr<Core> core = OpenAlready(known, readOnly)) {
-        core->Pager().RequirePassword(password);
+    Sharing sharing;
+    sharing.use = wish.exclusive ? Sharing::Use::Alone : Sharing::Use::Shared;
+    sharing.self.machine = settings.machine.empty() ? jet::io::MachineName() : settings.machine;
+    sharing.pause = settings.pause;
+    if (std::shared_ptr<Core> core = OpenAlready(known, wish.readOnly || wish.exclusive)) {
+        core->Pager().RequirePassword(wish.password);
+        if (wish.exclusive) throw NumberedError(3704, {sharing.self.machine, sharing.self.name});
         return core;
     }
-    const auto open = [&](OpenMode mode) {
-        return std::make_shared<Core>(jet::pages::Pager::Open(*files, path, mode, password),
-                                      settings.now);
+    const auto openAs = [&](OpenMode mode) {
+        return std::make_shared<Core>(
+            jet::pages::Pager::Open(*files, path, mode, wish.password, sharing), settings.now);
     };
-    if (!readOnly) {
+    if (!wish.readOnly) {
         try {
-            std::shared_ptr<Core> core = open(OpenMode::ReadWrite);
+            std::shared_ptr<Core> core = openAs(OpenMode::ReadWrite);
             known.writable = core;
             return core;
         } catch (const NumberedError& error) {
@@ -88,7 +95,7 @@ std::shared_ptr<Core> DBEngine::State::Open(const std::string& path, bool readOn
             if (error.Number() != 3051) throw;
         }
     }
-    std::shared_ptr<Core> core = open(OpenMode::ReadOnly);
+    std::shared_ptr<Core> core = openAs(OpenMode::ReadOnly);
     known.readOnly = core;
     return core;
 }

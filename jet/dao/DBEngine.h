@@ -5,6 +5,7 @@
 #include "base/Value.h"
 #include "jet/dao/Workspace.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -19,6 +20,10 @@ namespace dao {
 // What the engine asks of the world outside.
 struct EngineSettings {
     std::function<base::Date()> now;  // for Now(), Date(), Time() in expressions and defaults
+    // How others are told who keeps them waiting; without a text this machine's name.
+    std::string machine = {};
+    // Waits between two attempts to get a lock; when null, it sleeps.
+    std::function<void(std::chrono::milliseconds)> pause = {};
 };
 
 // Rule: all databases opened on one file through one engine share one page cache, so a change made

@@ -14,6 +14,7 @@
 namespace dao {
 
 using base::NumberedError;
+using Look = jet::pages::Pager::Look;
 using State = Database::State;
 
 namespace {
@@ -103,8 +104,11 @@ bool Database::HasSetJournalAside() const
 
 std::vector<std::string> Database::TableNames() const
 {
+    const State& state = Opened(state_);
+    std::vector<jet::catalog::CatalogEntry> entries;
+    state.Pages().ReadWhole(Look::Always, [&] { entries = state.core->Catalog().Entries(); });
     std::vector<std::string> names;
-    for (const jet::catalog::CatalogEntry& entry : Opened(state_).core->Catalog().Entries())
+    for (const jet::catalog::CatalogEntry& entry : entries)
         if (entry.kind == jet::catalog::ObjectKind::LocalTable) names.push_back(entry.name);
     return names;
 }
@@ -112,7 +116,8 @@ std::vector<std::string> Database::TableNames() const
 dao::TableDef Database::TableDef(std::string_view name) const
 {
     State& state = Opened(state_);
-    const jet::sql::TablePtr table = state.core->Table(name);
+    jet::sql::TablePtr table;
+    state.Pages().ReadWhole(Look::Always, [&] { table = state.core->Table(name); });
     if (!table) throw NumberedError(3265);
     return TableDefOf(*table, state.session.bytesPerCharacter);
 }
@@ -121,16 +126,19 @@ void Database::Append(const dao::TableDef& table)
 {
     State& state = Opened(state_);
     if (!Updatable()) throw NumberedError(3027);
+    static_cast<void>(state.Pages());
     state.core->Catalog().Create(NewTableOf(table), state.session.now());
 }
 
 Recordset Database::OpenRecordset(std::string_view source, RecordsetType type, int options)
 {
     State& state = Opened(state_);
-    state.core->Pager().Refresh();
-    RecordsetPlan plan = PlanFor(state, source, type);
-    plan.readOnly = !Updatable() || (options & kReadOnlySet) != 0;
-    auto records = std::make_shared<Recordset::State>(state_, std::move(plan));
+    std::shared_ptr<Recordset::State> records;
+    state.Pages().ReadWhole(Look::Always, [&] {
+        RecordsetPlan plan = PlanFor(state, source, type);
+        plan.readOnly = !Updatable() || (options & kReadOnlySet) != 0;
+        records = std::make_shared<Recordset::State>(state_, std::move(plan));
+    });
     auto& all = state.recordsets;
     const auto gone = [](const std::weak_ptr<Recordset::State>& one) { return one.expired(); };
     all.erase(std::remove_if(all.begin(), all.end(), gone), all.end());
@@ -144,7 +152,7 @@ void Database::Execute(std::string_view sql, int options)
     jet::sql::Statement statement = jet::sql::ParseStatement(sql, state.session.now());
     const bool isSelect = std::holds_alternative<jet::sql::SelectStatement>(statement);
     if (!isSelect && !Updatable()) throw NumberedError(3027);
-    state.core->Pager().Refresh();
+    state.Pages().Refresh();
     const auto onRowError =
         (options & kFailOnError) != 0 ? jet::sql::OnRowError::Stop : jet::sql::OnRowError::PassOver;
     state.recordsAffected = jet::sql::Execute(std::move(statement), state.session, onRowError);

@@ -12,8 +12,9 @@
 namespace dao {
 
 struct Database::State {
-    std::shared_ptr<Core> core;  // null once closed
-    std::string path;            // as opened
+    std::shared_ptr<Core> core;   // null once closed
+    std::string path;             // as opened
+    std::uint64_t workspace = 0;  // in whose name it locks
     bool readOnly = false;
     jet::sql::Session session;
     int recordsAffected = 0;
@@ -23,6 +24,12 @@ struct Database::State {
     State(const State&) = delete;
     State& operator=(const State&) = delete;
     ~State() { Close(); }
+    // Its pages, locked in the name of its workspace. Requires: not closed.
+    [[nodiscard]] jet::pages::Pager& Pages() const
+    {
+        core->Pager().ActFor(workspace);
+        return core->Pager();
+    }
     // Lets go of the file, and its record sets with it.
     void Close();
 };

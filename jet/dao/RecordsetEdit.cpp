@@ -2,6 +2,7 @@
 // Field values and the pending edit of a record set.
 #include "base/NumberedError.h"
 #include "jet/dao/RecordsetState.h"
+#include "jet/format/ValueCodec.h"
 #include "jet/sql/StoreValue.h"
 
 namespace dao {
@@ -28,7 +29,28 @@ Value Recordset::State::ColumnValue(std::size_t column) const
 {
     if (edit.mode != EditMode::None && edit.assigned[column]) return *edit.assigned[column];
     if (edit.mode == EditMode::Add) return edit.initial[column];
-    return Source().ValueOf(Source().View(*image), column);
+    const auto read = [&](const jet::format::RowView& row) {
+        return Source().ValueOf(row, column);
+    };
+    return IsLongValue(column) ? OfStoredRow(read) : read(Source().View(*image));
+}
+
+bool Recordset::State::IsLongValue(std::size_t column) const
+{
+    return jet::format::IsLongValue(Source().Definition().columns[column].type);
+}
+
+// A long value lies outside the row: after another program changed the row, the kept copy leads to
+// pages that may be another row's.
+Value Recordset::State::OfStoredRow(const ReadRow& read) const
+{
+    Value value;
+    Read(Look::OnlyIfOld, [&] {
+        const std::optional<jet::table::StoredRow> now = Source().Fetch(image->id);
+        if (!now) throw NumberedError(3167);
+        value = read(Source().View(*now));
+    });
+    return value;
 }
 
 Value Recordset::State::ValueOf(std::size_t field) const
@@ -36,7 +58,12 @@ Value Recordset::State::ValueOf(std::size_t field) const
     if (edit.mode == EditMode::None) {
         const Spot spot = RequireRow();
         if (ofValues) return values[jet::format::Raw(rows->Id(spot).page)][field];
-        return query->ValueOf(Source().View(*image), field);
+        const OutputField& stored = query->Fields()[field];
+        const auto read = [&](const jet::format::RowView& row) {
+            return query->ValueOf(row, field);
+        };
+        const bool inRow = stored.column && !IsLongValue(*stored.column);
+        return inRow ? read(Source().View(*image)) : OfStoredRow(read);
     }
     const OutputField& output = query->Fields()[field];
     if (output.column) return ColumnValue(*output.column);
@@ -70,21 +97,33 @@ void Recordset::State::Edit()
     RequireUpdatable();
     DropEdit();
     RequireRow();
-    LookAgain();
-    // Whoever changed the row since it was read comes first; a second Edit sees his change.
-    std::optional<jet::table::StoredRow> now = Source().Fetch(rows->Id(*current));
-    const bool changed = now && now->bytes != image->bytes;
+    const RowId row = rows->Id(*current);
+    EditBuffer made;
+    made.marked = RequireOpen()->core->MarkEdited(row);
+    made.lock = Pages().LockPage(row.page);
+    RequireUnchanged();
+    made.ownCommits = Pages().OwnCommits();
+    made.mode = EditMode::InProgress;
+    made.assigned.resize(Source().Definition().columns.size());
+    edit = std::move(made);
+}
+
+// Whoever changed the row since it was read comes first; a second attempt sees his change.
+void Recordset::State::RequireUnchanged()
+{
+    std::optional<jet::table::StoredRow> now;
+    Read(Look::Always, [&] { now = Source().Fetch(rows->Id(*current)); });
+    const bool changed = now && image && now->bytes != image->bytes;
     image = std::move(now);
     if (!image) throw NumberedError(3167);
     if (changed) throw NumberedError(3197);
-    edit.mode = EditMode::InProgress;
-    edit.assigned.resize(Source().Definition().columns.size());
 }
 
 void Recordset::State::AddNew()
 {
     RequireUpdatable();
     const std::shared_ptr<Database::State> owner = RequireOpen();
+    static_cast<void>(owner->Pages());
     EditBuffer made;
     made.mode = EditMode::Add;
     made.initial = NewRowValues(*query->Table(), owner->session);
@@ -116,10 +155,13 @@ void Recordset::State::WriteEdit()
         if (edit.assigned[i]) changes.push_back({i, *edit.assigned[i]});
     }
     const RowId row = rows->Id(*current);
+    // Other sets of this program may change other fields of the row between Edit and Update; a
+    // program that does not keep to our lock may not.
+    if (Pages().OwnCommits() == edit.ownCommits) RequireUnchanged();
     if (!changes.empty()) Source().Update(row, changes);
     lastModified = row;
     DropEdit();
-    Fetch();
+    Read(Look::OnlyIfOld, [&] { Fetch(); });
 }
 
 void Recordset::State::WriteNew()
@@ -130,6 +172,7 @@ void Recordset::State::WriteNew()
         // A null that was put there is held against a rule, one that was always there is not.
         if (edit.assigned[i] || !value.IsNull()) row.push_back({i, std::move(value)});
     }
+    static_cast<void>(Pages());
     const RowId added = Source().Insert(row);
     rows->Add(added);
     lastModified = added;
@@ -149,6 +192,7 @@ void Recordset::State::Delete()
     RequireUpdatable();
     DropEdit();
     const Spot spot = RequireRow();
+    static_cast<void>(Pages());
     Source().Delete(rows->Id(spot));
     rows->MakeHole(spot);
     image.reset();

@@ -99,11 +99,11 @@ void Recordset::State::Find(std::string_view criteria, From from, Direction dire
         throw NumberedError(3251);
     const Criterion criterion(criteria, *query, ofValues);
     if (from == From::CurrentRow && (bof || eof || !current)) throw NumberedError(3021);
-    LookAgain();
-    const std::optional<Spot> found = Search(criterion, from, direction);
+    std::optional<Spot> found;
+    Read(Look::Always, [&] { found = Search(criterion, from, direction); });
     DropEdit();
     noMatch = !found;
-    if (found) StandOn(*found);
+    if (found) Read(Look::OnlyIfOld, [&] { StandOn(*found); });
 }
 
 std::optional<Spot> Recordset::State::Search(const Criterion& criterion, From from,

@@ -78,11 +78,6 @@ std::shared_ptr<Database::State> Recordset::State::RequireOpen() const
     return owner;
 }
 
-void Recordset::State::LookAgain() const
-{
-    RequireOpen()->core->Pager().Refresh();
-}
-
 void Recordset::State::Fetch()
 {
     if (ofValues || rows->IsHole(*current)) {
@@ -123,8 +118,12 @@ void Recordset::State::MoveFirst()
 {
     RequireMovable();
     DropEdit();
-    const std::optional<Spot> first = rows->First();
-    if (first) return StandOn(*first);
+    std::optional<Spot> first;
+    Read(Look::OnlyIfOld, [&] {
+        first = rows->First();
+        if (first) StandOn(*first);
+    });
+    if (first) return;
     bof = eof = true;
     throw NumberedError(3021);
 }
@@ -133,8 +132,12 @@ void Recordset::State::MoveLast()
 {
     RequireMovable();
     DropEdit();
-    const std::optional<Spot> last = rows->Last();
-    if (last) return StandOn(*last);
+    std::optional<Spot> last;
+    Read(Look::OnlyIfOld, [&] {
+        last = rows->Last();
+        if (last) StandOn(*last);
+    });
+    if (last) return;
     bof = eof = true;
     throw NumberedError(3021);
 }
@@ -143,37 +146,38 @@ void Recordset::State::MoveNext()
 {
     if (eof) throw NumberedError(3021);
     DropEdit();
-    const bool before = bof;
+    const std::optional<Spot> from = bof ? std::nullopt : current;
     bof = false;
-    StandOnOrPass(before ? rows->First() : rows->Next(*current), eof);
+    Read(Look::OnlyIfOld, [&] { StandOnOrPass(from ? rows->Next(*from) : rows->First(), eof); });
 }
 
 void Recordset::State::MovePrevious()
 {
     RequireMovable();
     if (bof) throw NumberedError(3021);
-    const std::optional<Spot> previous = eof ? rows->Last() : rows->Previous(*current);
+    std::optional<Spot> previous;
+    Read(Look::OnlyIfOld, [&] { previous = eof ? rows->Last() : rows->Previous(*current); });
     if (eof && !previous) throw NumberedError(3021);
     DropEdit();
-    StandOnOrPass(previous, bof);
+    Read(Look::OnlyIfOld, [&] { StandOnOrPass(previous, bof); });
 }
 
 void Recordset::State::Refresh()
 {
     if (bof || eof || !current) throw NumberedError(3021);
     DropEdit();
-    LookAgain();
-    Fetch();
+    Read(Look::Always, [&] { Fetch(); });
     RequireRow();
 }
 
 void Recordset::State::Requery()
 {
     if (type == RecordsetType::Table) throw NumberedError(3251);
-    LookAgain();
-    DropEdit();
-    noMatch = false;
-    Populate();
+    Read(Look::Always, [&] {
+        DropEdit();
+        noMatch = false;
+        Populate();
+    });
 }
 
 std::size_t Recordset::State::FieldNamed(std::string_view name, std::size_t likely) const
@@ -211,10 +215,11 @@ void Recordset::State::SetBookmark(const BookmarkValue& bookmark)
         bookmark.recordset == id ? rows->Find(row) : std::optional<Spot>();
     if (!spot) throw NumberedError(3159);
     if (rows->IsHole(*spot)) throw NumberedError(3167);
-    LookAgain();
-    if (!ofValues && !Source().Fetch(row)) throw NumberedError(3167);
-    DropEdit();
-    StandOn(*spot);
+    Read(Look::Always, [&] {
+        if (!ofValues && !Source().Fetch(row)) throw NumberedError(3167);
+        DropEdit();
+        StandOn(*spot);
+    });
 }
 
 int Recordset::State::RecordCount() const

@@ -7,6 +7,7 @@
 #include "jet/dao/RowList.h"
 #include "jet/sql/QueryRows.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -24,6 +25,9 @@ struct RecordsetPlan {
 // The pending Edit or AddNew: values by column of the table.
 struct EditBuffer {
     EditMode mode = EditMode::None;
+    jet::locks::PageLocks lock;          // of an edited row's page
+    std::shared_ptr<const void> marked;  // the row, as being edited
+    std::uint64_t ownCommits = 0;        // of this process, before
     std::vector<std::optional<base::Value>> assigned;
     std::vector<base::Value> initial;  // of a new row
 };
@@ -90,8 +94,11 @@ private:
     friend class PendingRow;
     void Populate();
     void StandOn(Spot spot);
-    // Other programs' changes are seen from here on.
-    void LookAgain() const;
+    // The file, acting for the set's workspace. Errors: 3420.
+    [[nodiscard]] jet::pages::Pager& Pages() const { return RequireOpen()->Pages(); }
+    // Reads what belongs together, again when another program wrote meanwhile.
+    using Look = jet::pages::Pager::Look;
+    void Read(Look look, const std::function<void()>& read) const { Pages().ReadWhole(look, read); }
     void Fetch();
     Spot RequireRow() const;
     void RequireMovable() const;
@@ -100,6 +107,11 @@ private:
     void StandOnOrPass(std::optional<Spot> spot, bool& flag);
     [[nodiscard]] jet::table::RowSource& Source() const { return *query->Table()->rows; }
     [[nodiscard]] base::Value ColumnValue(std::size_t column) const;
+    [[nodiscard]] bool IsLongValue(std::size_t column) const;
+    // What a reading of the current row gives; of its stored row, when long values are read.
+    using ReadRow = std::function<base::Value(const jet::format::RowView&)>;
+    [[nodiscard]] base::Value OfStoredRow(const ReadRow& read) const;
+    void RequireUnchanged();
     [[nodiscard]] std::optional<Spot> Search(const Criterion& criterion, From from,
                                              Direction direction);
     void WriteEdit();

@@ -42,19 +42,18 @@ Workspace::Workspace(Workspace&&) noexcept = default;
 Workspace& Workspace::operator=(Workspace&&) noexcept = default;
 Workspace::~Workspace() = default;
 
-// Nobody else is kept out by `exclusive`: the program never asks for it, and the lock file that
-// could tell of others is not written.
 Database Workspace::OpenDatabase(const std::string& path, bool exclusive, bool readOnly,
                                  std::string_view connect)
 {
-    (void)exclusive;
     if (!state_) throw NumberedError(91);
     const std::shared_ptr<DBEngine::State> engine = state_->engine.lock();
     if (state_->closed || !engine) throw NumberedError(3420);
     if (base::Trim(path).empty()) throw NumberedError(3055);
     const std::string file = WithExtension(path);
     auto opened = std::make_shared<Database::State>();
-    opened->core = engine->Open(file, readOnly, PasswordIn(connect));
+    opened->core = engine->Open(
+        file, {.exclusive = exclusive, .readOnly = readOnly, .password = PasswordIn(connect)});
+    opened->workspace = state_->number;
     opened->path = file;
     opened->readOnly = readOnly;
     opened->session.now = engine->settings.now;
@@ -63,6 +62,11 @@ Database Workspace::OpenDatabase(const std::string& path, bool exclusive, bool r
     opened->session.open = [core](std::string_view name) -> jet::sql::TablePtr {
         const std::shared_ptr<Core> open = core.lock();
         return open ? open->Table(name) : nullptr;
+    };
+    opened->session.whole = [core](const std::function<void()>& read) {
+        const std::shared_ptr<Core> open = core.lock();
+        if (!open) throw NumberedError(3420);
+        open->Pager().ReadWhole(jet::pages::Pager::Look::OnlyIfOld, read);
     };
     auto& all = state_->databases;
     all.erase(std::remove_if(all.begin(), all.end(), [](const auto& one) { return one.expired(); }),

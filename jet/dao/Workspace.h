@@ -21,8 +21,10 @@ public:
 
     // Opens a database file, shared and for reading and writing; read-only when the file is.
     // `connect` names the file's password as ";pwd=SECRET"; a file without one opens for any.
-    // Errors: 3024 no such file, 3044 no such folder, 3051, 3343 no Jet file, 3031 another
-    //         password, 3420 after Close.
+    // Errors: 3024 no such file, 3044 no such folder, 3051, 3343 no Jet file or one that a user
+    //         was stopped writing, 3428 damage that a user met, 3031 another password, 3420 after
+    //         Close; 3045, 3356 somebody else has it to himself, 3704 somebody has it open and we
+    //         want it exclusively, 3239 too many users, 3050 it cannot be shared.
     [[nodiscard]] Database OpenDatabase(const std::string& path, bool exclusive = false,
                                         bool readOnly = false, std::string_view connect = {});
 

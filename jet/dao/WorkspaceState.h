@@ -15,6 +15,12 @@
 
 namespace dao {
 
+// How a file shall be opened.
+struct OpenWish {
+    bool exclusive = false, readOnly = false;
+    std::string_view password;
+};
+
 struct DBEngine::State {
     EngineSettings settings;
     std::unique_ptr<jet::io::FileSystem> ownFiles;  // of this machine, unless others were given
@@ -23,8 +29,9 @@ struct DBEngine::State {
 
     // The core of a file, the one that is open already when there is one.
     // Errors: those of Workspace::OpenDatabase.
-    [[nodiscard]] std::shared_ptr<Core> Open(const std::string& path, bool readOnly,
-                                             std::string_view password);
+    [[nodiscard]] std::shared_ptr<Core> Open(const std::string& path, const OpenWish& wish);
+    // A number for one more workspace, whose locks keep the others out.
+    [[nodiscard]] std::uint64_t NextWorkspace() { return ++workspaces_; }
 
 private:
     struct OpenFile {
@@ -33,10 +40,12 @@ private:
     [[nodiscard]] static std::shared_ptr<Core> OpenAlready(const OpenFile& known, bool readOnly);
 
     std::map<std::string, OpenFile> open_;  // by canonical path
+    std::uint64_t workspaces_ = 0;
 };
 
 struct Workspace::State {
     std::weak_ptr<DBEngine::State> engine;
+    std::uint64_t number = 0;
     bool isDefault = false;  // never closes
     bool closed = false;
     std::vector<std::weak_ptr<Database::State>> databases;

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -12,6 +13,10 @@ namespace jet::io {
 
 enum class OpenMode { ReadOnly, ReadWrite };
 enum class LockKind { Shared, Exclusive };
+
+struct ByteRange {
+    std::uint64_t offset = 0, length = 0;
+};
 
 // One open file. Units: bytes.
 // Errors: 3043 for a disk or network failure, 3026 when the disk is full, 3027 for a read-only
@@ -34,10 +39,15 @@ public:
     // Whether `path` still leads to this file; somebody may have removed or replaced it since.
     [[nodiscard]] virtual bool IsNamed(const std::string& path) const = 0;
 
-    // Byte-range locks between processes; a range may lie beyond the end of the file.
+    // Byte-range locks; a range may lie beyond the end of the file.
+    // Rule: they belong to this open file: a second opening conflicts, in the same process too, and
+    //       closing gives all of them back. Locks of one opening never conflict; they are replaced.
     [[nodiscard]] virtual bool TryLock(LockKind kind, std::uint64_t offset,
                                        std::uint64_t length) = 0;
     virtual void Unlock(std::uint64_t offset, std::uint64_t length) = 0;
+    // A lock of somebody else inside this range.
+    [[nodiscard]] virtual std::optional<ByteRange> FindLock(std::uint64_t offset,
+                                                            std::uint64_t length) const = 0;
 };
 
 // The files of a machine, by host path.

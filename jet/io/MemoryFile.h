@@ -10,7 +10,7 @@
 
 namespace jet::io {
 
-// Every path lies in a folder that exists. Rule: one process, so locks are always granted.
+// Every path lies in a folder that exists.
 class MemoryFileSystem : public FileSystem {
 public:
     [[nodiscard]] std::unique_ptr<File> Open(const std::string& path, OpenMode mode) override;
@@ -24,8 +24,17 @@ public:
     [[nodiscard]] std::vector<std::byte>& Content(const std::string& path);
 
 private:
-    using Bytes = std::shared_ptr<std::vector<std::byte>>;
-    std::map<std::string, Bytes> files_;
+    friend class MemoryFile;
+    struct Lock {
+        const void* owner = nullptr;  // the open file
+        LockKind kind = LockKind::Exclusive;
+        std::uint64_t begin = 0, end = 0;
+    };
+    struct Stored {
+        std::vector<std::byte> bytes;
+        std::vector<Lock> locks;
+    };
+    std::map<std::string, std::shared_ptr<Stored>> files_;
 };
 
 }  // namespace jet::io

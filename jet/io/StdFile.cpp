@@ -3,6 +3,7 @@
 
 #include "base/NumberedError.h"
 
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -20,6 +21,11 @@ namespace {
                        : code == EROFS || code == EBADF                  ? 3027
                                                                          : 3043;
     throw base::NumberedError(number).At(std::string(what) + ": " + std::strerror(code));
+}
+
+[[noreturn]] void RaiseLockError(int code)
+{
+    throw base::NumberedError(3050).At(std::strerror(code));
 }
 
 [[noreturn]] void RaiseOpenError(int code, const std::string& path)
@@ -102,19 +108,35 @@ public:
         SetLock(F_UNLCK, offset, length);
     }
 
+    [[nodiscard]] std::optional<ByteRange> FindLock(std::uint64_t offset,
+                                                    std::uint64_t length) const override
+    {
+        struct flock lock = LockOf(F_WRLCK, offset, length);
+        if (::fcntl(descriptor_, F_OFD_GETLK, &lock) != 0) RaiseLockError(errno);
+        if (lock.l_type == F_UNLCK) return std::nullopt;
+        return ByteRange{static_cast<std::uint64_t>(lock.l_start),
+                         static_cast<std::uint64_t>(lock.l_len)};
+    }
+
 private:
-    // Locks belong to this open file, not to the process, so that a second one of ours conflicts
-    // too.
-    bool SetLock(short kind, std::uint64_t offset, std::uint64_t length)
+    static struct flock LockOf(short kind, std::uint64_t offset, std::uint64_t length)
     {
         struct flock lock {};
         lock.l_type = kind;
         lock.l_whence = SEEK_SET;
         lock.l_start = static_cast<off_t>(offset);
         lock.l_len = static_cast<off_t>(length);
+        return lock;
+    }
+
+    // Locks belong to this open file, not to the process, so that a second one of ours conflicts
+    // too, and closing another opening of the file gives none of them back.
+    bool SetLock(short kind, std::uint64_t offset, std::uint64_t length)
+    {
+        struct flock lock = LockOf(kind, offset, length);
         if (::fcntl(descriptor_, F_OFD_SETLK, &lock) == 0) return true;
         if (errno == EAGAIN || errno == EACCES) return false;
-        RaiseDiskError(errno, "lock");
+        RaiseLockError(errno);
     }
 
     int descriptor_;
@@ -140,6 +162,13 @@ std::unique_ptr<File> OpenFile(const std::string& path, int flags)
 }
 
 }  // namespace
+
+std::string MachineName()
+{
+    std::array<char, 256> name{};
+    if (::gethostname(name.data(), name.size() - 1) != 0) return "localhost";
+    return name.data();
+}
 
 std::unique_ptr<File> StdFileSystem::Open(const std::string& path, OpenMode mode)
 {

@@ -17,4 +17,7 @@ public:
     [[nodiscard]] std::string Canonical(const std::string& path) const override;
 };
 
+// The name by which others on the network know this machine.
+[[nodiscard]] std::string MachineName();
+
 }  // namespace jet::io

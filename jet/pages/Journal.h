@@ -3,7 +3,9 @@
 // database until the set is whole.                                    docs/format/journal.md
 #pragma once
 
+#include "jet/format/FileVersion.h"
 #include "jet/io/File.h"
+#include "jet/locks/PageLocks.h"
 #include "jet/pages/JournalFormat.h"
 
 #include <map>
@@ -26,53 +28,64 @@ struct FormerState {
     std::uint64_t size = 0;  // bytes
 };
 
-// One per open database and process. The journal's lock makes all processes write one at a time.
+// One per open database and process. The journal's lock makes the processes of this engine write
+// one at a time.
+// Rule:     a journal counts as long as the commit word of the one who wrote it says that he
+//           writes; the word that says otherwise is what makes a set whole.
 // Requires: the file system outlives it.
 class Journal {
 public:
-    Journal(io::FileSystem& files, std::string databasePath)
-        : files_(files), path_(JournalPath(databasePath))
+    Journal(io::FileSystem& files, std::string databasePath, locks::Pause pause)
+        : files_(files), path_(JournalPath(databasePath)), pause_(std::move(pause))
     {
     }
-    ~Journal();
     Journal(const Journal&) = delete;
     Journal& operator=(const Journal&) = delete;
 
     [[nodiscard]] bool Exists() const { return files_.Exists(path_); }
 
-    // The right to write the database, waited for as long as Jet does.
+    // The right to write the database, waited for as long as Jet waits for a lock.
     // Errors: 3218 when another process keeps it, 3051 and 3044 when no file can be made there.
     void Lock();
     void Unlock() noexcept;
+    [[nodiscard]] bool IsLocked() const { return locked_; }
 
     // Undoes the set that a stopped process left unfinished. Requires: Lock.
-    // Rule: only when the journal is whole, nobody else has committed since, and every page it
-    //       names still is, sector by sector, as the set found it or as the set was leaving it;
-    //       otherwise the journal is renamed and nothing is written. A journal that is not whole
-    //       means that no page was touched.
-    Recovery Recover(io::File& database, std::size_t pageSize);
+    // Rule: a journal that belongs to a newer copy of the file is renamed.
+    //       A set is undone only when every page of the set still is, sector by sector, as the set
+    //       found it or as the set was leaving it; otherwise the journal is renamed and nothing is
+    //       written. `users` may be null: then nobody else has the database open.
+    // Errors: 3218 and its like when somebody keeps one of the pages locked.
+    Recovery Recover(io::File& database, const format::FileVersion& version,
+                     const std::shared_ptr<locks::LockFile>& users);
     // What Recover would bring back, for one who may not write.
     [[nodiscard]] std::optional<FormerState> Former(const io::File& database,
-                                                    std::size_t pageSize) const;
+                                                    const format::FileVersion& version) const;
 
     // Stores former contents and the file's length and flushes. From here on the set can be undone.
     // Requires: Lock.
-    void Begin(std::span<const JournalEntry> entries, const io::File& database,
-               std::uint64_t sizeAfter, std::size_t pageSize);
+    void Begin(std::span<const JournalEntry> entries, const JournalScope& scope);
     // The set is whole: there is nothing to undo any more.
-    void End();
-    // Undoes the set of the last Begin, wherever it failed, End included. Requires: Lock.
-    // Errors: 3043 when the disk does not let us; the set can still be undone then, here or by the
-    //         next opener.
-    void Undo(io::File& database);
+    void End() noexcept;
+    // Puts back what the set of the last Begin changed, and flushes. Requires: Lock.
+    // Errors: 3043 when the disk does not let us; it can still be undone then, here or by the next
+    //         opener.
+    void Undo(io::File& database) const;
+
+    // Takes the file away when it says nothing, before the database is closed.
+    void Leave(const io::File& database, const format::FileVersion& version) noexcept;
 
 private:
     [[nodiscard]] bool TryLock();
     // Whether the file holds no set, whole or not.
     [[nodiscard]] bool IsIdle() const;
+    void SetAside();
+    void LockPages(const JournalView& journal, locks::LockFile& users,
+                   locks::PageLocks& into) const;
 
     io::FileSystem& files_;
     std::string path_;
+    locks::Pause pause_;
     std::unique_ptr<io::File> file_;
     bool locked_ = false;
     std::vector<std::byte> stored_;  // the journal of a set that End has not confirmed

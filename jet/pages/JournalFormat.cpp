@@ -16,18 +16,21 @@ using format::Span;
 // The journal's head, followed by its entries.
 //
 //   part        width   meaning
-//   magic       8       "LodrinJ2"; zeros once the set is whole
+//   magic       8       "LodrinJ3"; zeros once the set is whole
 //   checksum    4       of everything behind it
 //   pageSize    4       bytes
 //   sizeBefore  8       length of the database before the set, bytes
 //   sizeAfter   8       and when the set is whole
-//   otherWords  4       checksum of the commit words of all users but the first
-//   count       4       entries
+//   user        2       place of the writer's commit word
+//   word        2       that word before the set
+//   oldPages    4       entries of pages that existed
+//   newPages    4       entries of pages behind the end of the file
 //
 // An entry: page number (4), a checksum of each of its sectors as the set leaves them (4 each), and
-// the page as it was.
+// the page as it was; that only for a page that existed.
 constexpr std::size_t kChecksumAt = 8, kPageSizeAt = 12, kSizeBeforeAt = 16, kSizeAfterAt = 24,
-                      kOtherWordsAt = 32, kCountAt = 36, kHeadSize = 40;
+                      kUserAt = 32, kWordAt = 34, kOldPagesAt = 36, kNewPagesAt = 40,
+                      kHeadSize = 44;
 constexpr std::size_t kSector = 512;  // the smallest piece a disk writes whole
 
 std::size_t SumsSize(std::size_t pageSize)
@@ -35,9 +38,22 @@ std::size_t SumsSize(std::size_t pageSize)
     return 4 * (pageSize / kSector);
 }
 
-std::size_t EntrySize(std::size_t pageSize)
+std::size_t NewEntrySize(std::size_t pageSize)
 {
-    return 4 + SumsSize(pageSize) + pageSize;
+    return 4 + SumsSize(pageSize);
+}
+
+std::size_t OldEntrySize(std::size_t pageSize)
+{
+    return NewEntrySize(pageSize) + pageSize;
+}
+
+void PutEntry(format::ByteWriter& out, const JournalEntry& entry)
+{
+    out.U32(Raw(entry.page));
+    for (std::size_t sector = 0; sector < entry.after.size(); sector += kSector)
+        out.U32(Checksum(Span(entry.after).subspan(sector, kSector)));
+    out.Put(entry.before);
 }
 
 }  // namespace
@@ -45,26 +61,27 @@ std::size_t EntrySize(std::size_t pageSize)
 std::vector<std::byte> EncodeJournal(std::span<const JournalEntry> entries,
                                      const JournalScope& scope)
 {
-    std::vector<std::byte> bytes(kHeadSize + entries.size() * EntrySize(scope.pageSize));
-    const format::MutableSpan out(bytes);
-    format::WriteScalar(out, 0, kJournalMagic);
-    format::WriteU32(out, kPageSizeAt, static_cast<std::uint32_t>(scope.pageSize));
-    format::WriteScalar(out, kSizeBeforeAt, scope.sizeBefore);
-    format::WriteScalar(out, kSizeAfterAt, scope.sizeAfter);
-    format::WriteU32(out, kOtherWordsAt, scope.otherWords);
-    format::WriteU32(out, kCountAt, static_cast<std::uint32_t>(entries.size()));
-    std::size_t at = kHeadSize;
+    format::ByteWriter out;
+    static_cast<void>(out.Room(kHeadSize));
+    std::uint32_t oldPages = 0;
     for (const JournalEntry& entry : entries) {
-        format::WriteU32(out, at, Raw(entry.page));
-        at += 4;
-        for (std::size_t sector = 0; sector < scope.pageSize; sector += kSector, at += 4)
-            format::WriteU32(out, at, Checksum(Span(entry.after).subspan(sector, kSector)));
-        std::copy(entry.before.begin(), entry.before.end(),
-                  bytes.begin() + static_cast<std::ptrdiff_t>(at));
-        at += scope.pageSize;
+        if (entry.before.empty()) continue;
+        PutEntry(out, entry);
+        ++oldPages;
     }
-    format::WriteU32(out, kChecksumAt, Checksum(Span(bytes).subspan(kPageSizeAt)));
-    return bytes;
+    for (const JournalEntry& entry : entries)
+        if (entry.before.empty()) PutEntry(out, entry);
+    const format::MutableSpan head = out.Written();
+    format::WriteScalar(head, 0, kJournalMagic);
+    format::WriteU32(head, kPageSizeAt, static_cast<std::uint32_t>(scope.pageSize));
+    format::WriteScalar(head, kSizeBeforeAt, scope.sizeBefore);
+    format::WriteScalar(head, kSizeAfterAt, scope.sizeAfter);
+    format::WriteU16(head, kUserAt, static_cast<std::uint16_t>(scope.user));
+    format::WriteU16(head, kWordAt, scope.word);
+    format::WriteU32(head, kOldPagesAt, oldPages);
+    format::WriteU32(head, kNewPagesAt, static_cast<std::uint32_t>(entries.size()) - oldPages);
+    format::WriteU32(head, kChecksumAt, Checksum(Span(head).subspan(kPageSizeAt)));
+    return out.Take();
 }
 
 bool JournalView::IsWhole(std::size_t pageSize) const
@@ -82,12 +99,18 @@ JournalScope JournalView::Scope() const
     return {.sizeBefore = format::ReadScalar<std::uint64_t>(bytes_, kSizeBeforeAt),
             .sizeAfter = format::ReadScalar<std::uint64_t>(bytes_, kSizeAfterAt),
             .pageSize = PageSize(),
-            .otherWords = ReadU32(bytes_, kOtherWordsAt)};
+            .user = format::ReadU16(bytes_, kUserAt),
+            .word = format::ReadU16(bytes_, kWordAt)};
 }
 
 std::size_t JournalView::Count() const
 {
-    return ReadU32(bytes_, kCountAt);
+    return CountOfOld() + ReadU32(bytes_, kNewPagesAt);
+}
+
+std::size_t JournalView::CountOfOld() const
+{
+    return ReadU32(bytes_, kOldPagesAt);
 }
 
 PageNumber JournalView::PageAt(std::size_t entry) const
@@ -102,19 +125,33 @@ Span JournalView::Before(std::size_t entry) const
 
 bool JournalView::IsOfTheSet(std::size_t entry, Span found) const
 {
-    const Span before = Before(entry);
+    const std::vector<std::byte> nothing(entry < CountOfOld() ? 0 : found.size());
+    const Span before = entry < CountOfOld() ? Before(entry) : Span(nothing);
     for (std::size_t at = 0; at < found.size(); at += kSector) {
         const Span now = found.subspan(at, kSector);
         const Span then = before.subspan(at, kSector);
         if (std::equal(now.begin(), now.end(), then.begin())) continue;
-        if (Checksum(now) != ReadU32(bytes_, Start(entry) + 4 + 4 * (at / kSector))) return false;
+        if (!IsAsLeft(entry, at, now)) return false;
     }
     return true;
 }
 
+bool JournalView::IsAsLeft(std::size_t entry, Span found) const
+{
+    for (std::size_t at = 0; at < found.size(); at += kSector)
+        if (!IsAsLeft(entry, at, found.subspan(at, kSector))) return false;
+    return true;
+}
+
+bool JournalView::IsAsLeft(std::size_t entry, std::size_t at, Span sector) const
+{
+    return Checksum(sector) == ReadU32(bytes_, Start(entry) + 4 + 4 * (at / kSector));
+}
+
 std::size_t JournalView::Start(std::size_t entry) const
 {
-    return kHeadSize + entry * EntrySize(PageSize());
+    const std::size_t old = std::min(entry, CountOfOld());
+    return kHeadSize + old * OldEntrySize(PageSize()) + (entry - old) * NewEntrySize(PageSize());
 }
 
 std::size_t JournalView::PageSize() const

@@ -11,10 +11,10 @@ namespace jet::pages {
 
 using format::PageNumber;
 
-// One page of a write set that existed before it.
+// One page of a write set.
 struct JournalEntry {
     PageNumber page = PageNumber::None;
-    std::vector<std::byte> before;  // as stored
+    std::vector<std::byte> before;  // as stored; nothing for a page behind the end of the file
     std::vector<std::byte> after;   // as it will be stored
 };
 
@@ -23,11 +23,12 @@ struct JournalScope {
     std::uint64_t sizeBefore = 0;  // of the database
     std::uint64_t sizeAfter = 0;   // when the set is whole
     std::size_t pageSize = 0;
-    std::uint32_t otherWords = 0;  // checksum of the commit words of all other users
+    std::size_t user = 0;    // who wrote it: the place of his commit word
+    std::uint16_t word = 0;  // that word before the set
 };
 
 // The first bytes; zeros once the set is whole.
-inline constexpr std::uint64_t kJournalMagic = 0x324A6E6972646F4CULL;  // "LodrinJ2"
+inline constexpr std::uint64_t kJournalMagic = 0x334A6E6972646F4CULL;  // "LodrinJ3"
 inline constexpr std::size_t kJournalMagicSize = 8;
 
 [[nodiscard]] std::vector<std::byte> EncodeJournal(std::span<const JournalEntry> entries,
@@ -38,18 +39,25 @@ class JournalView {
 public:
     explicit JournalView(format::Span bytes) : bytes_(bytes) {}
 
-    // Whether the journal was stored to its last byte and its set was not confirmed since.
+    // Whether the journal was stored to its last byte.
     // Rule: nothing else may be asked of one that is not.
     [[nodiscard]] bool IsWhole(std::size_t pageSize) const;
 
     [[nodiscard]] JournalScope Scope() const;
+    // Entries of pages that existed come first, then those of pages behind the end of the file.
     [[nodiscard]] std::size_t Count() const;
+    [[nodiscard]] std::size_t CountOfOld() const;
     [[nodiscard]] PageNumber PageAt(std::size_t entry) const;
+    // Requires: an entry of a page that existed.
     [[nodiscard]] format::Span Before(std::size_t entry) const;
-    // Whether each sector of the page `found` is as the set found it or as the set was leaving it.
+    // Whether each sector of the page `found` is as the set found it (zeros, where no page was) or
+    // as the set was leaving it.
     [[nodiscard]] bool IsOfTheSet(std::size_t entry, format::Span found) const;
+    // Whether the whole page is as the set was leaving it.
+    [[nodiscard]] bool IsAsLeft(std::size_t entry, format::Span found) const;
 
 private:
+    [[nodiscard]] bool IsAsLeft(std::size_t entry, std::size_t at, format::Span sector) const;
     [[nodiscard]] std::size_t Start(std::size_t entry) const;
     [[nodiscard]] std::size_t PageSize() const;
 

@@ -5,8 +5,11 @@
 #include "jet/format/DataPage.h"
 #include "jet/format/HeaderPage.h"
 #include "jet/format/PageEncoding.h"
+#include "jet/io/StdFile.h"
 #include "jet/pages/MapRow.h"
 #include "jet/pages/PagerState.h"
+
+#include <thread>
 
 namespace jet::pages {
 
@@ -44,6 +47,20 @@ void RequireSame(const format::Protection& protection, std::string_view password
 {
     if (!protection.password.empty() && protection.password != password)
         throw base::NumberedError(3031);
+}
+
+// The default of a wish that was not made.
+locks::Pause PauseOf(const Sharing& sharing)
+{
+    if (sharing.pause) return sharing.pause;
+    return [](std::chrono::milliseconds length) { std::this_thread::sleep_for(length); };
+}
+
+locks::User SelfOf(const Sharing& sharing)
+{
+    locks::User self = sharing.self;
+    if (self.machine.empty()) self.machine = io::MachineName();
+    return self;
 }
 
 }  // namespace
@@ -109,35 +126,50 @@ void Pager::State::Store(PageNumber page, const PageBytes& bytes)
     file->Write(std::uint64_t{Raw(page)} * version.pageSize, StoredForm(page, bytes));
 }
 
-std::array<std::byte, 512> Pager::State::CommitWords() const
+void Pager::State::StoreWord(std::uint16_t word)
 {
-    std::array<std::byte, 512> words{};
-    file->Read(version.header->commitWords, words);
-    return words;
+    StoreCommitWord(*file, version, Place(), word);
+    file->Flush();
+}
+
+bool Pager::State::SomebodyWrites(const CommitWords& now) const
+{
+    for (std::size_t user = 0; user < format::kCommitWords; ++user)
+        if (now.Of(user) == kWritingNow && user != Place()) return true;
+    return false;
+}
+
+bool Pager::State::SomebodyStopped(const CommitWords& now) const
+{
+    for (std::size_t user = 0; user < format::kCommitWords; ++user) {
+        if (now.Of(user) != kWritingNow || (users && user == Place())) continue;
+        if (!users || !users->IsTaken(user)) return true;
+    }
+    return false;
 }
 
 void Pager::State::Mend()
 {
     if (!halfWritten) return;
+    StoreWord(kWritingNow);
     journal.Undo(*file);
+    // Others may have read pages of the set that failed, and the word that would have confirmed it.
+    const std::uint16_t word = NextCommitWord(NextCommitWord(words.Of(Place())));
+    StoreWord(word);
+    words.Set(Place(), word);
+    journal.End();
     halfWritten = false;
-    // Others may have read pages of the set that failed.
-    CountCommit();
-    file->Flush();
+    halfWrittenPages.Clear();
     CountPages();
     if (openSet == nullptr) journal.Unlock();
 }
 
 void Pager::State::RollBackOthers()
 {
-    const Recovery done = journal.Recover(*file, version.pageSize);
+    const Recovery done = journal.Recover(*file, version, users);
     if (done == Recovery::Nothing) return;
     recovered = done;
     cache.Clear();
-    if (done != Recovery::RolledBack) return;
-    // Others may have read pages of the unfinished set.
-    CountCommit();
-    file->Flush();
 }
 
 void Pager::State::CountPages()
@@ -146,23 +178,12 @@ void Pager::State::CountPages()
     pageCount = static_cast<std::uint32_t>(size / version.pageSize);
 }
 
-void Pager::State::CountCommit()
-{
-    commitWords = CommitWords();
-    const std::uint16_t last = format::ReadU16(commitWords, 0);
-    // Values below 0x0100 have a meaning of their own.
-    format::WriteU16(commitWords, 0,
-                     last < 0x0100 || last == 0xFFFF ? 0x0100
-                                                     : static_cast<std::uint16_t>(last + 1));
-    file->Write(version.header->commitWords, std::span(commitWords).first(2));
-}
-
 // What a stopped process left unfinished is undone, or looked past by one who may not write.
 void Pager::Settle(State& state)
 {
     if (!state.journal.Exists()) return;
     if (state.readOnly) {
-        state.former = state.journal.Former(*state.file, state.version.pageSize);
+        state.former = state.journal.Former(*state.file, state.version);
         return;
     }
     try {
@@ -171,24 +192,73 @@ void Pager::Settle(State& state)
         if (error.Number() == 3218) return;  // its writer lives
         throw;
     }
-    state.RollBackOthers();
+    try {
+        state.RollBackOthers();
+    } catch (const base::NumberedError&) {
+        state.journal.Unlock();
+        throw;
+    }
     state.journal.Unlock();
 }
 
+namespace {
+
+// The first user who is not there although his word says that he writes or has met damage.
+std::optional<std::size_t> SuspectIn(const CommitWords& words, const locks::LockFile& users,
+                                     bool lookedPast)
+{
+    for (std::size_t user = 0; user < format::kCommitWords; ++user) {
+        const std::uint16_t word = words.Of(user);
+        if (word >= format::kFirstCommitWord || users.IsTaken(user)) continue;
+        if (!lookedPast || word != kWritingNow) return user;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+// A user who was stopped while he wrote may have left half of a row; nobody shall build on that.
+void Pager::RequireSound(const State& state)
+{
+    if (!state.users) return;
+    const CommitWords words = state.Words();
+    const auto user = SuspectIn(words, *state.users, state.former.has_value());
+    if (!user) return;
+    throw base::NumberedError(words.Of(*user) == kMetDamage ? 3428 : 3343, {state.path})
+        .At("user " + std::to_string(*user) + " was stopped while he wrote");
+}
+
 std::shared_ptr<Pager> Pager::Open(io::FileSystem& files, const std::string& path,
-                                   io::OpenMode mode, std::string_view password)
+                                   io::OpenMode mode, std::string_view password,
+                                   const Sharing& sharing)
 {
     std::unique_ptr<io::File> file = files.Open(path, mode);
     const format::HeaderPage header = ReadHeader(*file);
     RequireSame(header.protection, password);
 
-    auto state = std::make_unique<State>(files, files.Canonical(path), header);
-    state->readOnly = mode == io::OpenMode::ReadOnly;
+    const bool readOnly = mode == io::OpenMode::ReadOnly;
+    auto state = std::make_unique<State>(files, files.Canonical(path), header, PauseOf(sharing));
+    state->readOnly = readOnly;
     state->file = std::move(file);
+    state->trust = sharing.trust;
+    const Sharing::Use use =
+        sharing.use.value_or(readOnly ? Sharing::Use::Looking : Sharing::Use::Shared);
+    if (use != Sharing::Use::Looking)
+        state->users = std::make_shared<locks::LockFile>(files, state->path, SelfOf(sharing),
+                                                         use == Sharing::Use::Alone, state->pause);
     Settle(*state);
+    // One of ours who is stopped in this instant is settled on a further look.
+    for (int look = 0; look < 2 && state->users &&
+                       SuspectIn(state->Words(), *state->users, state->former.has_value());
+         ++look) {
+        state->pause(locks::kPause);
+        Settle(*state);
+    }
+    RequireSound(*state);
     RequireWholePages(state->file->Size(), state->version.pageSize);
     state->CountPages();
-    state->commitWords = state->CommitWords();
+    state->words = state->Words();
+    state->lastLook = std::chrono::steady_clock::now();
     return std::shared_ptr<Pager>(new Pager(std::move(state)));
 }
 
@@ -209,7 +279,12 @@ std::shared_ptr<Pager> Pager::Create(io::FileSystem& files, const std::string& p
 }
 
 Pager::Pager(std::unique_ptr<State> state) : state_(std::move(state)) {}
-Pager::~Pager() = default;
+
+Pager::~Pager()
+{
+    if (!state_->readOnly && !state_->halfWritten)
+        state_->journal.Leave(*state_->file, state_->version);
+}
 
 void Pager::RequirePassword(std::string_view password) const
 {
@@ -242,19 +317,25 @@ Page Pager::Read(PageNumber page) const
         const auto found = state_->openSet->changed.find(page);
         if (found != state_->openSet->changed.end()) return Page(found->second);
     }
-    if (const auto* kept = state_->cache.Find(page)) return Page(*kept);
+    if (const auto* kept = state_->cache.Find(page)) return Page(state_->Used(page, *kept));
     state_->Mend();
     if (Raw(page) >= state_->pageCount) {
         throw base::NumberedError(3343).At("no page " + std::to_string(Raw(page)));
     }
     auto loaded = std::make_shared<const PageBytes>(state_->Load(page));
+    ++state_->loads;
     state_->cache.Put(page, loaded);
-    return Page(std::move(loaded));
+    return Page(state_->Used(page, loaded));
 }
 
 std::uint64_t Pager::ChangeCount() const
 {
     return state_->changeCount;
+}
+
+std::uint64_t Pager::OwnCommits() const
+{
+    return state_->ownCommits;
 }
 
 void Pager::Refresh()
@@ -264,15 +345,21 @@ void Pager::Refresh()
     if (!state_->file->IsNamed(state_->path)) {
         throw base::NumberedError(3043).At("another file has taken the place of " + state_->path);
     }
-    const auto words = state_->CommitWords();
-    if (words == state_->commitWords) {
+    CommitWords words = state_->Words();
+    if (!state_->journal.IsLocked() && state_->SomebodyStopped(words)) {
+        Settle(*state_);
+        words = state_->Words();
+    }
+    state_->lastLook = std::chrono::steady_clock::now();
+    // Pages of one who is writing may be his old ones or his new ones.
+    if (words == state_->words && !state_->SomebodyWrites(words)) {
         const std::uint32_t known = state_->pageCount;
         state_->CountPages();
         if (known == state_->pageCount) return;
     }
-    state_->former.reset();
+    if (!state_->SomebodyStopped(words)) state_->former.reset();
     state_->CountPages();
-    state_->commitWords = words;
+    state_->words = words;
     state_->cache.Clear();
     ++state_->changeCount;
 }

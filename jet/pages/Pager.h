@@ -7,8 +7,11 @@
 #include "jet/format/PageNumber.h"
 #include "jet/format/Protection.h"
 #include "jet/io/File.h"
+#include "jet/locks/PageLocks.h"
 #include "jet/pages/Journal.h"
 
+#include <chrono>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -31,14 +34,29 @@ private:
     std::shared_ptr<const std::vector<std::byte>> bytes_;
 };
 
+// How a database is opened beside others who have it open.
+struct Sharing {
+    // Looking: only for reading, seen by nobody, stopped by nobody; nothing is left beside the
+    //          file.
+    enum class Use { Shared, Alone, Looking };
+
+    std::optional<Use> use;  // unless said: Looking for reading, Shared for writing
+    locks::User self;        // without a machine it has this machine's name
+    locks::Pause pause;      // unless given, it sleeps
+    // How long pages may be kept in memory before somebody looks whether others wrote.
+    std::chrono::milliseconds trust{250};
+};
+
 // The one instance per process and file.
 class Pager {
 public:
     // Opens a database; rolls back a write set that a stopped process left unfinished.
-    // Errors: 3024, 3044, 3051, 3343 (no Jet file), 3031 (another password), and those of Journal.
+    // Errors: 3024, 3044, 3051, 3343 (no Jet file), 3031 (another password), and those of Journal
+    //         and LockFile; a user was stopped while he wrote: 3343; one has met damage: 3428.
     [[nodiscard]] static std::shared_ptr<Pager> Open(io::FileSystem& files, const std::string& path,
                                                      io::OpenMode mode,
-                                                     std::string_view password = {});
+                                                     std::string_view password = {},
+                                                     const Sharing& sharing = {});
 
     // A new file of two pages: the header and the map of free pages. The catalog fills the rest.
     // Errors: 3204 when the file exists, 3044, 3051, 3031 for a password that is too long.
@@ -72,8 +90,29 @@ public:
     // noticed.
     [[nodiscard]] std::uint64_t ChangeCount() const;
 
+    // Counts our own committed write sets.
+    [[nodiscard]] std::uint64_t OwnCommits() const;
+
     // Notices what others wrote since: their pages are read afresh from here on.
     void Refresh();
+
+    // Reads through `read`, which may be called again: when somebody else wrote meanwhile, what it
+    // read may be half of one thing and half of another. Waits as long as Jet waits for a lock.
+    // Rule: OnlyIfOld does not look for what others wrote before, unless the last look is too old.
+    enum class Look { Always, OnlyIfOld };
+    void ReadWhole(Look look, const std::function<void()>& read);
+
+    // In whose name pages are locked from here on: a session of this process.
+    void ActFor(locks::LockFile::Owner session);
+    // The right to write a page until the answer goes. Waits as long as Jet does.
+    // Errors: those of locks::PageIsLocked.
+    [[nodiscard]] locks::PageLocks LockPage(PageNumber page);
+    // Tells others that we have a table open, until the answer goes. Errors: 3189, 3262 and their
+    // nameless forms.
+    [[nodiscard]] std::shared_ptr<const void> UseTable(PageNumber definition,
+                                                       const std::string& name);
+    // Errors: 3262 or 3009 when somebody lets nobody else write the table.
+    void RequireWritable(PageNumber definition, const std::string& name) const;
 
     // What was done with the journal of a stopped process: when this file was opened, or when a
     // write set found one later.
@@ -81,8 +120,12 @@ public:
 
 private:
     friend class WriteSet;
+    friend void Write(Pager& pager, const std::function<void(WriteSet&)>& change);
     struct State;
     static void Settle(State& state);
+    static void RequireSound(const State& state);
+    class QuietTime;
+    [[nodiscard]] bool TryReadWhole(const std::function<void()>& read);
     explicit Pager(std::unique_ptr<State> state);
     std::unique_ptr<State> state_;
 };

@@ -4,11 +4,11 @@
 #pragma once
 
 #include "jet/format/HeaderPage.h"
+#include "jet/pages/CommitWords.h"
 #include "jet/pages/Journal.h"
 #include "jet/pages/Pager.h"
 #include "jet/pages/WriteSet.h"
 
-#include <array>
 #include <map>
 #include <optional>
 #include <vector>
@@ -51,9 +51,10 @@ private:
 inline constexpr std::size_t kCachedPages = 65536;
 
 struct Pager::State {
-    State(io::FileSystem& files, std::string databasePath, const format::HeaderPage& header)
+    State(io::FileSystem& files, std::string databasePath, const format::HeaderPage& header,
+          locks::Pause pauseBy)
         : path(std::move(databasePath)), version(*header.version), protection(header.protection),
-          journal(files, path)
+          pause(std::move(pauseBy)), journal(files, path, pause)
     {
     }
 
@@ -66,9 +67,18 @@ struct Pager::State {
     // Several pages with one look at the file; none when they are not alike.
     void LoadAhead(std::span<const PageNumber> next) const;
     [[nodiscard]] std::size_t RunToLoad(std::span<const PageNumber> next) const;
-    [[nodiscard]] std::array<std::byte, 512> CommitWords() const;
-    // Tells others that we wrote: the next value of our own commit word, two bytes in place.
-    void CountCommit();
+    [[nodiscard]] CommitWords Words() const { return {*file, version}; }
+    // Our place among the users.
+    [[nodiscard]] std::size_t Place() const { return users ? users->Place() : 0; }
+    // Our own commit word, flushed.
+    void StoreWord(std::uint16_t word);
+    // Whether another user is writing now; whether one was stopped while he wrote.
+    [[nodiscard]] bool SomebodyWrites(const CommitWords& now) const;
+    [[nodiscard]] bool SomebodyStopped(const CommitWords& now) const;
+
+    // Notes that the open set was worked out from this page.
+    [[nodiscard]] std::shared_ptr<const PageBytes>
+    Used(PageNumber page, const std::shared_ptr<const PageBytes>& bytes) const;
 
     // Undoes the set whose commit failed, if there is one. Errors: 3043.
     void Mend();
@@ -79,15 +89,24 @@ struct Pager::State {
     std::string path;
     const format::FileVersion& version;
     const format::Protection protection;
+    locks::Pause pause;
+    std::shared_ptr<locks::LockFile> users;  // null for one who only looks
+    locks::LockFile::Owner session = 0;
     std::unique_ptr<io::File> file;
     bool readOnly = false;
     bool halfWritten = false;           // a commit failed and could not be undone yet
+    locks::PageLocks halfWrittenPages;  // of that commit
     std::optional<FormerState> former;  // to a reader: the file before an unfinished set
     Journal journal;
     Recovery recovered = Recovery::Nothing;
     std::uint32_t pageCount = 0;
     std::uint64_t changeCount = 0;
-    std::array<std::byte, 512> commitWords{};
+    std::uint64_t ownCommits = 0;
+    CommitWords words;  // as last seen; our own as last confirmed
+    std::chrono::milliseconds trust{};
+    std::chrono::steady_clock::time_point lastLook;
+    mutable std::uint64_t loads = 0;  // how often pages were read from the file
+    bool readingWhole = false;
     mutable PageCache cache{kCachedPages};
     mutable PageBytes loadedAhead;  // kept for its room
     WriteSet::State* openSet = nullptr;
@@ -98,6 +117,9 @@ struct WriteSet::State {
 
     Pager& pager;
     std::map<PageNumber, std::shared_ptr<PageBytes>> changed;
+    // The stored pages that the set was worked out from.
+    std::map<PageNumber, std::shared_ptr<const PageBytes>> used;
+    locks::PageLocks locks;
     std::uint32_t pageCount = 0;
     bool freed = false;
 };

@@ -118,48 +118,129 @@ Pager& WriteSet::Of() const
     return state_->pager;
 }
 
+base::NumberedError WriteSet::Obstacle::Error() const
+{
+    if (lock) return locks::PageIsLocked(*lock);
+    return base::NumberedError(3218).At("another user wrote meanwhile");
+}
+
 void WriteSet::Commit()
 {
+    if (const auto obstacle = TryCommit()) throw obstacle->Error();
+}
+
+std::optional<WriteSet::Obstacle> WriteSet::TryCommit()
+{
     Pager::State& file = *state_->pager.state_;
-    if (state_->changed.empty()) return;
+    if (state_->changed.empty()) return std::nullopt;
+    if (file.users) file.users->RequireNamed();
+    state_->locks = locks::PageLocks(file.users);
+    // Pages behind the end nobody can reach but through the map of free pages, which is locked.
+    for (const auto& [page, bytes] : state_->changed) {
+        if (Raw(page) >= file.pageCount) break;
+        if (auto conflict = state_->locks.TryLock(page, file.session))
+            return Obstacle{std::move(conflict)};
+    }
+    if (!IsUpToDate()) {
+        file.cache.Clear();
+        ++file.changeCount;
+        return Obstacle{};
+    }
+    Store();
+    return std::nullopt;
+}
+
+// Programs that know no journal may have written since the set was begun.
+bool WriteSet::IsUpToDate() const
+{
+    const Pager::State& file = *state_->pager.state_;
+    if (file.file->Size() / file.version.pageSize != file.pageCount) return false;
+    const auto same = [&file](const auto& used) { return file.Load(used.first) == *used.second; };
+    return std::all_of(state_->used.begin(), state_->used.end(), same);
+}
+
+void WriteSet::Store()
+{
+    Pager::State& file = *state_->pager.state_;
     std::vector<std::pair<PageNumber, std::shared_ptr<PageBytes>>> pages(state_->changed.begin(),
                                                                          state_->changed.end());
     std::stable_sort(pages.begin(), pages.end(), [this](const auto& left, const auto& right) {
         return OrderOf(left.first, *left.second, state_->freed) <
                OrderOf(right.first, *right.second, state_->freed);
     });
-    const std::size_t pageSize = file.version.pageSize;
-    std::vector<JournalEntry> former;
+    std::vector<JournalEntry> entries;
     for (const auto& [page, bytes] : pages)
-        if (Raw(page) < file.pageCount)
-            former.push_back({page, file.LoadStored(page), file.StoredForm(page, *bytes)});
+        entries.push_back({page, Raw(page) < file.pageCount ? file.LoadStored(page) : PageBytes(),
+                           file.StoredForm(page, *bytes)});
+    const std::uint16_t word = file.words.Of(file.Place());
+    file.journal.Begin(entries,
+                       {.sizeBefore = file.file->Size(),
+                        .sizeAfter = std::uint64_t{state_->pageCount} * file.version.pageSize,
+                        .pageSize = file.version.pageSize,
+                        .user = file.Place(),
+                        .word = word});
     try {
-        file.journal.Begin(former, *file.file, std::uint64_t{state_->pageCount} * pageSize,
-                           pageSize);
+        file.StoreWord(kWritingNow);
         for (const auto& [page, bytes] : pages)
             file.Store(page, *bytes);
-        file.CountCommit();
         file.file->Flush();
-        file.journal.End();
+        // The set is whole with this word.
+        file.StoreWord(NextCommitWord(word));
     } catch (const base::NumberedError&) {
         // Undone at once when the disk lets us, otherwise before anything else is read.
         file.cache.Clear();
         file.halfWritten = true;
+        file.halfWrittenPages = std::move(state_->locks);
         try {
             file.Mend();
         } catch (const base::NumberedError&) {
         }
         throw;
     }
+    file.journal.End();
+    file.words.Set(file.Place(), NextCommitWord(word));
     file.pageCount = state_->pageCount;
     ++file.changeCount;
+    ++file.ownCommits;
     file.openSet = nullptr;
+    state_->locks.Clear();
     try {
         for (auto& [page, bytes] : pages)
             file.cache.Put(page, std::move(bytes));
     } catch (...) {
         file.cache.Clear();  // what is stored is read again
         throw;
+    }
+}
+
+namespace {
+
+// Whether a set that failed may succeed on pages that nobody is writing.
+bool MayBeHalfRead(const base::NumberedError& error)
+{
+    return error.Number() == 3343 || error.Number() == 3049 || error.Number() == 3043;
+}
+
+}  // namespace
+
+void Write(Pager& pager, const std::function<void(WriteSet&)>& change)
+{
+    Pager::State& file = *pager.state_;
+    for (int tries = 1;; ++tries) {
+        try {
+            WriteSet changes(pager);
+            change(changes);
+            const auto obstacle = changes.TryCommit();
+            if (!obstacle) return;
+            const bool ownProcess =
+                obstacle->lock && obstacle->lock->holder == locks::Conflict::Holder::OwnProcess;
+            if (ownProcess || tries == locks::kTries) throw obstacle->Error();
+        } catch (const base::NumberedError& error) {
+            const bool again = MayBeHalfRead(error) && !file.halfWritten && tries < locks::kTries &&
+                               file.Words() != file.words;
+            if (!again) throw;
+        }
+        file.pause(locks::kPause);
     }
 }
 

@@ -4,6 +4,9 @@
 
 #include "jet/pages/Pager.h"
 
+#include <functional>
+#include <optional>
+
 namespace jet::pages {
 
 // Collects changed pages; nothing reaches the file before Commit.
@@ -15,7 +18,7 @@ namespace jet::pages {
 // Requires: no other write set is open on this pager.
 // Rule:     while it is open, Pager::Read answers the changed pages. Destroyed uncommitted, it
 //           leaves file and cache as they were.
-//           Other processes cannot write while it is open; keep it short.
+//           Other processes of this engine cannot write while it is open; keep it short.
 // Errors:   3027 for a read-only database, 3218 when another process keeps writing.
 class WriteSet {
 public:
@@ -36,8 +39,10 @@ public:
     // Gives a page back to the map of free pages.
     void Free(PageNumber page);
 
-    // Stores the former pages in the journal, writes the set in an order that never leaves anything
-    // referring to what is not there, and flushes. On an error nothing of the set is stored.
+    // Locks the pages, makes sure that what the set was worked out from is still stored, stores the
+    // former pages in the journal, writes the set in an order that never leaves anything referring
+    // to what is not there, and flushes. On an error nothing of the set is stored.
+    // Errors: those of locks::PageIsLocked at once; 3218 when somebody else wrote meanwhile.
     void Commit();
 
     [[nodiscard]] Pager& Of() const;
@@ -45,7 +50,24 @@ public:
     struct State;
 
 private:
+    friend void Write(Pager& pager, const std::function<void(WriteSet&)>& change);
+    // What kept a set from being stored: a lock, otherwise what somebody else wrote meanwhile.
+    struct Obstacle {
+        std::optional<locks::Conflict> lock;
+        [[nodiscard]] base::NumberedError Error() const;
+    };
+    [[nodiscard]] std::optional<Obstacle> TryCommit();
+    [[nodiscard]] bool IsUpToDate() const;
+    void Store();
+
     std::unique_ptr<State> state_;
 };
+
+// Works out a set by `change` and commits it. While a page is locked or somebody else writes what
+// the set is worked out from, all is dropped, and after a pause `change` is called again, on the
+// newest pages; as often as Jet tries.
+// Rule:   `change` may be called several times, and must not keep what it learned before.
+// Errors: those of `change`, WriteSet and locks::PageIsLocked; nothing is written then.
+void Write(Pager& pager, const std::function<void(WriteSet&)>& change);
 
 }  // namespace jet::pages

@@ -31,6 +31,9 @@ bool ConcernsTheRow(const NumberedError& error)
     }
 }
 
+// One row's change, made when nobody else can change the row any more; nothing when there is none.
+using Maker = std::function<std::optional<Change>()>;
+
 class Action {
 public:
     Action(const Session& session, OnRowError onRowError)
@@ -49,7 +52,7 @@ public:
             values.push_back(item.value.get());
         Bind(values, update.where, ScopeOfTable(update.table), UnknownTargets(update));
         for (const table::RowId id : Chosen(update.where))
-            Gather([&] { return UpdateOf(id, columns, values); });
+            makers_.push_back([&, id] { return UpdateOf(id, columns, values); });
         return Apply();
     }
 
@@ -60,7 +63,9 @@ public:
         if (insert.select) {
             const Query query(std::move(*insert.select), session_);
             if (query.Fields().size() != columns.size()) throw NumberedError(3346);
-            for (const ValueRow& values : RowsOf(query))
+            std::vector<ValueRow> found;
+            Whole([&] { found = RowsOf(query); });
+            for (const ValueRow& values : found)
                 Gather([&] { return InsertOf(columns, values); });
             return Apply();
         }
@@ -81,14 +86,14 @@ public:
         Open(erase.table, 3078);
         Bind({}, erase.where, ScopeOfTable(erase.table), {});
         for (const table::RowId id : Chosen(erase.where))
-            changes_.push_back({Change::Kind::Delete, id, {}});
+            makers_.push_back([this, id] { return DeletionOf(id); });
         return Apply();
     }
 
 private:
     void Open(const TableName& name, int unknown)
     {
-        table_ = session_.open(name.name);
+        Whole([&] { table_ = session_.open(name.name); });
         if (!table_) throw NumberedError(unknown, {name.name});
         environment_ = EnvironmentFor(session_, Definition());
     }
@@ -172,22 +177,29 @@ private:
         if (FindAggregate(expression) != nullptr) throw NumberedError(3095, {expression.text});
     }
 
-    [[nodiscard]] std::vector<table::RowId> Chosen(const Condition& where) const
+    [[nodiscard]] std::vector<table::RowId> Chosen(const Condition& where)
     {
-        Filter filter;
-        if (where.expression) filter = Filter(*where.expression, *table_->rows, environment_);
+        if (where.expression) filter_ = Filter(*where.expression, *table_->rows, environment_);
         std::vector<table::RowId> rows;
-        RowFinder finder(*table_->rows, filter);
-        while (finder.Next())
-            rows.push_back(finder.Id());
+        Whole([&] {
+            rows.clear();
+            RowFinder finder(*table_->rows, filter_);
+            while (finder.Next())
+                rows.push_back(finder.Id());
+        });
         return rows;
     }
 
-    // One row's change; a row that cannot be changed is passed over or ends the statement.
+    void Whole(const std::function<void()>& read) const
+    {
+        return session_.whole ? session_.whole(read) : read();
+    }
+
+    // A row to be inserted; one that cannot be is passed over or ends the statement.
     void Gather(const std::function<Change()>& make)
     {
         try {
-            changes_.push_back(make());
+            makers_.push_back([change = make()] { return change; });
         } catch (const NumberedError& error) {
             if (EndsTheStatement(error)) throw;
         }
@@ -201,23 +213,43 @@ private:
     // All rows in one write set; when one of them is refused, each in its own.
     std::int32_t Apply()
     {
-        if (changes_.empty()) return 0;
-        if (Applied(changes_)) return static_cast<std::int32_t>(changes_.size());
-        std::int32_t changed = 0;
-        for (const Change& change : changes_)
-            if (changes_.size() > 1 && Applied({&change, 1})) ++changed;
-        return changed;
+        if (makers_.empty()) return 0;
+        if (const auto changed = Applied(makers_)) return *changed;
+        std::int32_t sum = 0;
+        for (const Maker& maker : makers_)
+            if (makers_.size() > 1) sum += Applied({&maker, 1}).value_or(0);
+        return sum;
     }
 
-    bool Applied(std::span<const Change> changes)
+    // How many rows were changed; nothing when they are refused.
+    std::optional<std::int32_t> Applied(std::span<const Maker> makers)
     {
+        std::int32_t count = 0;
         try {
-            table_->rows->Apply(changes);
-            return true;
+            table_->rows->Apply([&] {
+                std::vector<Change> changes = Made(makers);
+                count = static_cast<std::int32_t>(changes.size());
+                return changes;
+            });
+            return count;
         } catch (const NumberedError& error) {
             if (EndsTheStatement(error)) throw;
-            return false;
+            return std::nullopt;
         }
+    }
+
+    // A row that cannot be changed is passed over or ends the statement.
+    [[nodiscard]] std::vector<Change> Made(std::span<const Maker> makers) const
+    {
+        std::vector<Change> changes;
+        for (const Maker& maker : makers) {
+            try {
+                if (std::optional<Change> change = maker()) changes.push_back(*std::move(change));
+            } catch (const NumberedError& error) {
+                if (EndsTheStatement(error)) throw;
+            }
+        }
+        return changes;
     }
 
     // The value a column gets.
@@ -226,14 +258,28 @@ private:
         return {column, ForColumn(value, Definition().columns[column], session_.bytesPerCharacter)};
     }
 
-    [[nodiscard]] Change UpdateOf(table::RowId id, const std::vector<std::size_t>& columns,
-                                  const std::vector<Expression*>& values) const
+    // The row as it is now, unless somebody else deleted it or it no longer fits the condition.
+    [[nodiscard]] std::optional<table::StoredRow> StillChosen(table::RowId id) const
     {
-        const table::RowSource& rows = *table_->rows;
-        const std::optional<table::StoredRow> stored = rows.Fetch(id);
-        if (!stored) throw NumberedError(3167);
-        const format::RowView view = rows.View(*stored);
-        const StoredRowValues row(rows, view);
+        std::optional<table::StoredRow> stored = table_->rows->Fetch(id);
+        if (stored && !filter_.Passes(table_->rows->View(*stored))) stored.reset();
+        return stored;
+    }
+
+    [[nodiscard]] std::optional<Change> DeletionOf(table::RowId id) const
+    {
+        if (!StillChosen(id)) return std::nullopt;
+        return Change{Change::Kind::Delete, id, {}};
+    }
+
+    [[nodiscard]] std::optional<Change> UpdateOf(table::RowId id,
+                                                 const std::vector<std::size_t>& columns,
+                                                 const std::vector<Expression*>& values) const
+    {
+        const std::optional<table::StoredRow> stored = StillChosen(id);
+        if (!stored) return std::nullopt;
+        const format::RowView view = table_->rows->View(*stored);
+        const StoredRowValues row(*table_->rows, view);
         Change change{Change::Kind::Update, id, {}};
         for (std::size_t i = 0; i < columns.size(); ++i) {
             if (Definition().columns[columns[i]].autoNumber) throw NumberedError(3164);
@@ -261,7 +307,8 @@ private:
     OnRowError onRowError_;
     TablePtr table_;
     Environment environment_;
-    std::vector<Change> changes_;
+    Filter filter_;
+    std::vector<Maker> makers_;
 };
 
 }  // namespace

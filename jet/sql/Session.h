@@ -17,6 +17,8 @@ struct Session {
     // A table by its name, however spelled; null when there is none.
     std::function<TablePtr(std::string_view)> open;
     std::function<base::Date()> now;
+    // Reads through its argument, again when somebody else wrote meanwhile; null: nobody does.
+    std::function<void(const std::function<void()>&)> whole;
     std::size_t bytesPerCharacter = 2;  // of a text column's length; 1 in Jet 3 files
 };
 

@@ -12,8 +12,9 @@ namespace jet::table {
 
 using format::TableDefinition;
 
-NativeTable::NativeTable(std::shared_ptr<pages::Pager> pager, PageNumber definition)
-    : pager_(std::move(pager)), definition_(*pager_, definition)
+NativeTable::NativeTable(std::shared_ptr<pages::Pager> pager, PageNumber definition,
+                         std::string name)
+    : pager_(std::move(pager)), name_(std::move(name)), definition_(*pager_, definition)
 {
 }
 
@@ -56,57 +57,59 @@ std::optional<std::vector<RowId>> NativeTable::FindByKey(std::span<const Assignm
     return RowsWithKey(*pager_, *definition_.Current(), keys);
 }
 
+void NativeTable::Write(const std::function<void(pages::WriteSet&)>& change)
+{
+    pager_->RequireWritable(Definition().page, name_);
+    pages::Write(*pager_, change);
+}
+
 std::int32_t NativeTable::NextAutoNumber()
 {
-    pages::WriteSet changes(*pager_);
-    const PageNumber page = Definition().page;
-    const auto last = static_cast<std::uint32_t>(LastAutoNumber(*pager_, page));
-    const auto step = static_cast<std::uint32_t>(AutoNumberIncrement(*pager_, page));
-    const auto next = static_cast<std::int32_t>(last + step);  // goes round at the end
-    SetLastAutoNumber(changes, page, next);
-    changes.Commit();
+    std::int32_t next = 0;
+    Write([&](pages::WriteSet& changes) {
+        const PageNumber page = Definition().page;
+        const auto last = static_cast<std::uint32_t>(LastAutoNumber(*pager_, page));
+        const auto step = static_cast<std::uint32_t>(AutoNumberIncrement(*pager_, page));
+        next = static_cast<std::int32_t>(last + step);  // goes round at the end
+        SetLastAutoNumber(changes, page, next);
+    });
     return next;
 }
 
 RowId NativeTable::Insert(std::span<const Assignment> values)
 {
-    pages::WriteSet changes(*pager_);
-    const RowId row = Insert(changes, values);
-    changes.Commit();
+    RowId row;
+    Write([&](pages::WriteSet& changes) { row = Insert(changes, values); });
     return row;
 }
 
 void NativeTable::Update(RowId row, std::span<const Assignment> values)
 {
-    pages::WriteSet changes(*pager_);
-    Update(changes, row, values);
-    changes.Commit();
+    Write([&](pages::WriteSet& changes) { Update(changes, row, values); });
 }
 
 void NativeTable::Delete(RowId row)
 {
-    pages::WriteSet changes(*pager_);
-    Delete(changes, row);
-    changes.Commit();
+    Write([&](pages::WriteSet& changes) { Delete(changes, row); });
 }
 
-void NativeTable::Apply(std::span<const Change> changes)
+void NativeTable::Apply(const std::function<std::vector<Change>()>& make)
 {
-    pages::WriteSet together(*pager_);
-    for (const Change& change : changes) {
-        switch (change.kind) {
-        case Change::Kind::Insert:
-            static_cast<void>(Insert(together, change.values));
-            break;
-        case Change::Kind::Update:
-            Update(together, change.row, change.values);
-            break;
-        case Change::Kind::Delete:
-            Delete(together, change.row);
-            break;
+    Write([&](pages::WriteSet& together) {
+        for (const Change& change : make()) {
+            switch (change.kind) {
+            case Change::Kind::Insert:
+                static_cast<void>(Insert(together, change.values));
+                break;
+            case Change::Kind::Update:
+                Update(together, change.row, change.values);
+                break;
+            case Change::Kind::Delete:
+                Delete(together, change.row);
+                break;
+            }
         }
-    }
-    together.Commit();
+    });
 }
 
 RowChanges NativeTable::ChangesIn(pages::WriteSet& changes)

@@ -7,14 +7,17 @@
 #include "jet/table/RowRules.h"
 #include "jet/table/RowSource.h"
 
+#include <string>
+
 namespace jet::table {
 
 class RowChanges;
 
 class NativeTable : public RowSource {
 public:
-    // `definition` is the page on which the table's definition begins. Errors: 3343.
-    NativeTable(std::shared_ptr<pages::Pager> pager, PageNumber definition);
+    // `definition` is the page on which the table's definition begins; `name` is told when the
+    // table cannot be written. Errors: 3343.
+    NativeTable(std::shared_ptr<pages::Pager> pager, PageNumber definition, std::string name = {});
     ~NativeTable() override;
 
     // From here on no row is stored against these rules.
@@ -35,7 +38,7 @@ public:
     RowId Insert(std::span<const Assignment> values) override;
     void Update(RowId row, std::span<const Assignment> values) override;
     void Delete(RowId row) override;
-    void Apply(std::span<const Change> changes) override;
+    void Apply(const std::function<std::vector<Change>()>& make) override;
 
     // The same as a part of a larger write set, which must be dropped when one of them fails.
     // Requires: `changes` is open on this table's pager.
@@ -45,8 +48,10 @@ public:
 
 private:
     [[nodiscard]] RowChanges ChangesIn(pages::WriteSet& changes);
+    void Write(const std::function<void(pages::WriteSet&)>& change);
 
     std::shared_ptr<pages::Pager> pager_;
+    std::string name_;
     mutable LiveDefinition definition_;
     std::shared_ptr<const RowRules> rules_;  // null: none
 };

@@ -6,6 +6,7 @@
 #include "jet/format/RowView.h"
 #include "jet/format/TableDefinition.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -87,7 +88,9 @@ public:
     virtual void Update(RowId row, std::span<const Assignment> values) = 0;
     virtual void Delete(RowId row) = 0;
     // All changes in one write set, in this order: when one fails, nothing is written.
-    virtual void Apply(std::span<const Change> changes) = 0;
+    // Rule: they are made by `make` from rows that nobody else can change until they are stored;
+    //       it may be called again when somebody else did.
+    virtual void Apply(const std::function<std::vector<Change>()>& make) = 0;
 };
 
 }  // namespace jet::table

@@ -168,7 +168,8 @@ protected:
         disk.PullThePlugAfter(operation, cut_.last, cut_.unflushed);
         ThisAct().run(world);
         const bool cut = disk.PowerIsOut();
-        EXPECT_EQ(world.Reports().empty(), !cut);
+        // The end of the last journal is nobody's loss.
+        EXPECT_TRUE(cut || world.Reports().empty());
         disk.Reboot();
         CopyDatabase(memory, kDatabase, found);
         return cut;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 namespace tests {
 
@@ -21,6 +22,8 @@ struct Undo {
     std::vector<std::byte> bytes;
 };
 
+class FaultFile;
+
 }  // namespace
 
 struct FaultFileSystem::Plan {
@@ -34,6 +37,7 @@ struct FaultFileSystem::Plan {
     bool dark = false;
     std::size_t boots = 0;
     std::map<std::string, std::vector<Undo>> unconfirmed;
+    std::set<FaultFile*> open;
 
     void RequirePower(std::size_t boot) const
     {
@@ -67,7 +71,12 @@ public:
         : below_(std::move(below)), path_(std::move(path)), plan_(std::move(plan)),
           boot_(plan_->boots)
     {
+        plan_->open.insert(this);
     }
+    ~FaultFile() override { plan_->open.erase(this); }
+
+    // A machine that starts again has no locks any more.
+    void Close() { below_.reset(); }
 
     [[nodiscard]] std::uint64_t Size() const override
     {
@@ -128,6 +137,13 @@ public:
         below_->Unlock(offset, length);
     }
 
+    [[nodiscard]] std::optional<jet::io::ByteRange> FindLock(std::uint64_t offset,
+                                                             std::uint64_t length) const override
+    {
+        plan_->RequirePower(boot_);
+        return below_->FindLock(offset, length);
+    }
+
 private:
     void Remember(std::uint64_t offset, std::uint64_t length)
     {
@@ -183,6 +199,8 @@ void FaultFileSystem::Reboot()
     plan_->powerEnds.reset();
     plan_->failsFrom.reset();
     ++plan_->boots;
+    for (FaultFile* const file : plan_->open)
+        file->Close();
     for (auto& [path, undos] : plan_->unconfirmed) {
         if (!below_.Exists(path)) continue;
         const auto file = below_.Open(path, OpenMode::ReadWrite);

@@ -13,6 +13,7 @@
 #include "tests/support/FileKind.h"
 
 #include <stdexcept>
+#include <thread>
 
 namespace tests {
 
@@ -39,17 +40,26 @@ Record TheOne(const std::vector<Record>& rows, const std::string& what)
 }  // namespace
 
 ShopWorld::ShopWorld(jet::io::FileSystem& disk)
-    : services(fakes.AsServices()), engine({.now = [this] { return fakes.clock.Now(); }}, disk),
-      shop(dialogs, services, engine)
+    : services(fakes.AsServices()), engine(Settings({}), disk), shop(dialogs, services, engine)
 {
     shop.values.DataPath = "C:\\Shop";
 }
 
-ShopWorld::ShopWorld(const std::filesystem::path& folder)
-    : services(fakes.AsServices()), engine({.now = [this] { return fakes.clock.Now(); }}),
-      shop(dialogs, services, engine)
+ShopWorld::ShopWorld(const std::filesystem::path& folder, const std::string& machine)
+    : services(fakes.AsServices()), engine(Settings(machine)), shop(dialogs, services, engine)
 {
     shop.values.DataPath = folder.string();
+}
+
+dao::EngineSettings ShopWorld::Settings(const std::string& machine)
+{
+    return {.now = [this] { return fakes.clock.Now(); },
+            .machine = machine,
+            .pause =
+                [this](std::chrono::milliseconds length) {
+                    if (pause) return pause(length);
+                    std::this_thread::sleep_for(length);
+                }};
 }
 
 std::string ShopWorld::DatabasePath() const

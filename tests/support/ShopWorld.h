@@ -10,7 +10,9 @@
 #include "tests/support/ScriptedDialogs.h"
 #include "tests/support/ShopTables.h"
 
+#include <chrono>
 #include <filesystem>
+#include <functional>
 #include <initializer_list>
 #include <map>
 #include <string>
@@ -38,8 +40,8 @@ class ShopWorld {
 public:
     // Requires: `disk` outlives the shop.
     explicit ShopWorld(jet::io::FileSystem& disk);
-    // The shop whose files lie in this folder of the machine.
-    explicit ShopWorld(const std::filesystem::path& folder);
+    // The shop whose files lie in this folder of the machine; others are told this machine's name.
+    explicit ShopWorld(const std::filesystem::path& folder, const std::string& machine = {});
     ShopWorld(const ShopWorld&) = delete;
     ShopWorld& operator=(const ShopWorld&) = delete;
 
@@ -102,12 +104,15 @@ public:
 
     platform::Fakes fakes;
     platform::Services services;
+    // How the engine waits for a lock; when null, it sleeps.
+    std::function<void(std::chrono::milliseconds)> pause;
     dao::DBEngine engine;
     ScriptedDialogs dialogs;
     lodrin::Shop shop;
 
 private:
     [[nodiscard]] int BoardRow(std::string_view name) const;
+    [[nodiscard]] dao::EngineSettings Settings(const std::string& machine);
     void Append(const std::vector<dao::TableDef>& tables);
     void Add(const std::vector<ShopEntry>& entries);
 };

@@ -54,6 +54,12 @@ public:
     {
         below_->Unlock(offset, length);
     }
+    [[nodiscard]] std::optional<jet::io::ByteRange> FindLock(std::uint64_t offset,
+                                                             std::uint64_t length) const override
+    {
+        disk_.Tell();
+        return below_->FindLock(offset, length);
+    }
 
 private:
     std::unique_ptr<File> below_;

@@ -27,7 +27,18 @@ std::vector<std::string> Column(Recordset& records, std::string_view field)
     return values;
 }
 
-DaoTest::DaoTest(FileKind kind) : engine({[this] { return now; }}, files)
+EngineSettings DaoTest::SettingsOf(const std::string& machine)
+{
+    return {.now = [this] { return now; },
+            .machine = machine,
+            .pause =
+                [this](std::chrono::milliseconds) {
+                    ++waits;
+                    if (whileWaiting) whileWaiting();
+                }};
+}
+
+DaoTest::DaoTest(FileKind kind) : engine(SettingsOf("FRONT-DESK"), files)
 {
     tests::CreateDatabase(engine, kFile, kind);
     database = engine.DefaultWorkspace().OpenDatabase(kFile);

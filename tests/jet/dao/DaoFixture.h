@@ -39,6 +39,9 @@ protected:
         return database.OpenRecordset(source, type);
     }
 
+    // How this test's engines meet the world outside, from a machine of that name.
+    [[nodiscard]] EngineSettings SettingsOf(const std::string& machine);
+
     // LDEmp with the fields of the board: EmpEntry (counter), EmpID, Name(100), StartDay, WO#, Hrs,
     // Active, Note (memo).
     void MakeEmployees();
@@ -47,6 +50,9 @@ protected:
 
     jet::io::MemoryFileSystem files;
     base::Date now = kNow;
+    // Called instead of waiting for a lock; how often that was.
+    std::function<void()> whileWaiting;
+    int waits = 0;
     DBEngine engine;
     Database database;
 };

@@ -212,7 +212,8 @@ protected:
         const PowerCut& cut = std::get<0>(GetParam());
         disk.PullThePlugAfter(operation, cut.last, cut.unflushed);
         const int number = ErrorOf([&] { stopping.Do(Stores()[store]); });
-        EXPECT_EQ(number, disk.PowerIsOut() ? 3043 : 0);
+        // The end of the journal is nobody's loss.
+        EXPECT_TRUE(number == 3043 ? disk.PowerIsOut() : number == 0) << number;
         disk.Reboot();
         tests::CopyDatabase(memory, kFile, found);
         return number == 0;
@@ -267,8 +268,8 @@ TEST_P(PowerCutTest, EveryStoreIsThereWholeOrNotAtAll)
             if (!held) ++undone;
             if (testing::Test::HasFailure()) return;
         }
-        // At least: journal stored, flushed; a page stored, flushed; journal ended, flushed.
-        EXPECT_GT(operation, 6U) << "store " << store;
+        // At least: journal stored, flushed; word, a page, word, each stored and flushed.
+        EXPECT_GT(operation, 8U) << "store " << store;
         EXPECT_GT(undone, 3U) << "store " << store;
     }
 }

@@ -18,7 +18,7 @@ protected:
         theirs = theirEngine.DefaultWorkspace().OpenDatabase(kFile);
     }
 
-    DBEngine theirEngine{{[] { return kNow; }}, files};
+    DBEngine theirEngine{SettingsOf("BAY-2"), files};
     Database theirs;
     Recordset rows;
 };

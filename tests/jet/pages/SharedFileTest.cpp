@@ -4,6 +4,7 @@
 #include "jet/io/MemoryFile.h"
 #include "jet/io/StdFile.h"
 #include "jet/pages/WriteSet.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/FaultFileSystem.h"
 #include "tests/support/Samples.h"
 
@@ -12,6 +13,8 @@
 namespace jet::pages {
 
 namespace {
+
+using tests::ErrorOf;
 
 constexpr PageNumber kPage{2};
 
@@ -127,9 +130,15 @@ protected:
         WriteSet changes(*pager);
         format::WriteU32(changes.Change(kPage), 8, 2);
         (void)changes.Allocate();
-        // The journal is made, stored and flushed, then pages follow.
-        disk.PullThePlugAfter(4);
+        // The journal is made, stored and flushed, then the commit word, then pages follow.
+        disk.PullThePlugAfter(6);
         EXPECT_THROW(changes.Commit(), base::NumberedError);
+    }
+
+    std::shared_ptr<Pager> Open() { return Pager::Open(files_, kPath, io::OpenMode::ReadWrite); }
+    std::uint16_t Word(std::size_t user)
+    {
+        return format::ReadU16(files_.Content(kPath), 0xE00 + 2 * user);
     }
 
     static constexpr const char* kPath = "shop.mdb";
@@ -158,19 +167,39 @@ TEST_F(StoppedWriterTest, AnotherWriterUndoesItFirst)
     EXPECT_EQ(other->PageCount(), 3U);
 }
 
-TEST_F(StoppedWriterTest, WhatAnotherUserCommittedSinceIsNotUndone)
+TEST_F(StoppedWriterTest, ItsWordSaysWhatItLeft)
+{
+    EXPECT_EQ(Word(1), 0x0102);
+    StopWhileWriting();
+    EXPECT_EQ(Word(1), 0x0000) << "half of the set is stored";
+    (void)Open();
+    EXPECT_EQ(Word(1), 0x0104) << "neither the last word that counts nor the one that was due";
+}
+
+TEST_F(StoppedWriterTest, WhatAnotherUserChangedSinceIsNotUndone)
 {
     StopWhileWriting();
     auto& bytes = files_.Content(kPath);
-    format::WriteU16(bytes, 0xE00 + 2, 0x0101);  // a program that knows no journal
+    format::WriteU32(bytes, 2 * 4096 + 600, 0x77);  // a program that knows no journal
     const auto stored = bytes;
-    const auto pager = Pager::Open(files_, kPath, io::OpenMode::ReadWrite);
-    EXPECT_EQ(pager->Recovered(), Recovery::SetAside);
+    EXPECT_EQ(ErrorOf([&] { (void)Open(); }), 3343);
     EXPECT_EQ(files_.Content(kPath), stored);
     EXPECT_TRUE(files_.Exists(JournalPath(kPath) + ".set-aside"));
+    EXPECT_EQ(ErrorOf([&] { (void)Open(); }), 3343) << "nor later";
 }
 
-TEST_F(StoppedWriterTest, AJournalThatIsNotWholeIsIgnored)
+TEST_F(StoppedWriterTest, IsUndoneBesideWhatAnotherUserWroteElsewhere)
+{
+    StopWhileWriting();
+    auto& bytes = files_.Content(kPath);
+    format::WriteU16(bytes, 0xE00 + 4, 0x0133);
+    const auto pager = Open();
+    EXPECT_EQ(pager->Recovered(), Recovery::RolledBack);
+    EXPECT_EQ(Get(*pager), 1U);
+    EXPECT_EQ(Word(2), 0x0133);
+}
+
+TEST_F(StoppedWriterTest, AJournalThatIsNotWholeUndoesNothing)
 {
     StopWhileWriting();
     auto& journal = files_.Content(JournalPath(kPath));
@@ -180,11 +209,55 @@ TEST_F(StoppedWriterTest, AJournalThatIsNotWholeIsIgnored)
         journal = whole;
         journal[at] ^= std::byte{1};
         files_.Content(kPath) = database;
-        EXPECT_EQ(Pager::Open(files_, kPath, io::OpenMode::ReadWrite)->Recovered(),
-                  Recovery::Nothing)
-            << at;
+        EXPECT_EQ(ErrorOf([&] { (void)Open(); }), 3343) << at;
         EXPECT_EQ(files_.Content(kPath), database) << at;
     }
+}
+
+// The last thing that is flushed is the word; zeroing the journal may be lost.
+TEST_F(StoppedWriterTest, AJournalWhoseSetIsConfirmedIsIgnored)
+{
+    StopWhileWriting();
+    const auto journal = files_.Content(JournalPath(kPath));
+    {
+        const auto pager = Open();
+        Put(*pager, 3);
+    }
+    (void)files_.Create(JournalPath(kPath));
+    files_.Content(JournalPath(kPath)) = journal;
+    const auto pager = Open();
+    EXPECT_EQ(pager->Recovered(), Recovery::Nothing);
+    EXPECT_EQ(Get(*pager), 3U);
+}
+
+// A program that knows no journal was stopped; nobody can say what of its row is stored.
+TEST_F(StoppedWriterTest, OneWithoutAJournalMakesTheFileSuspect)
+{
+    struct Case {
+        std::uint16_t word;
+        int number;
+    };
+    for (const Case& now : {Case{0x0000, 3343}, Case{0x0001, 3428}, Case{0x00FF, 3343}}) {
+        for (const std::size_t user : {0U, 1U, 2U, 255U}) {
+            auto& bytes = files_.Content(kPath);
+            const auto sound = bytes;
+            format::WriteU16(bytes, 0xE00 + 2 * user, now.word);
+            const auto stored = bytes;
+            EXPECT_EQ(ErrorOf([&] { (void)Open(); }), now.number) << user;
+            EXPECT_EQ(files_.Content(kPath), stored) << user;
+            files_.Content(kPath) = sound;
+        }
+    }
+    EXPECT_EQ(ErrorOf([&] { (void)Open(); }), 0);
+}
+
+TEST_F(StoppedWriterTest, OneWhoIsStillThereIsNoSuspect)
+{
+    const auto users = std::make_unique<locks::LockFile>(
+        files_, kPath, locks::User{"BAY-2", "Admin"}, false, [](auto) {});
+    ASSERT_EQ(users->Place(), 1U);
+    format::WriteU16(files_.Content(kPath), 0xE00 + 2, 0x0000);
+    EXPECT_EQ(ErrorOf([&] { (void)Open(); }), 0);
 }
 
 }  // namespace
