@@ -235,6 +235,7 @@ std::shared_ptr<Pager> Pager::Open(io::FileSystem& files, const std::string& pat
     std::unique_ptr<io::File> file = files.Open(path, mode);
     const format::HeaderPage header = ReadHeader(*file);
     RequireSame(header.protection, password);
+    RequireWholePages(file->Size(), header.version->pageSize);
 
     const bool readOnly = mode == io::OpenMode::ReadOnly;
     auto state = std::make_unique<State>(files, files.Canonical(path), header, PauseOf(sharing));
@@ -255,7 +256,6 @@ std::shared_ptr<Pager> Pager::Open(io::FileSystem& files, const std::string& pat
         Settle(*state);
     }
     RequireSound(*state);
-    RequireWholePages(state->file->Size(), state->version.pageSize);
     state->CountPages();
     state->words = state->Words();
     state->lastLook = std::chrono::steady_clock::now();
