@@ -11,7 +11,9 @@
 #include "data/Tables.h"
 #include "floor/ProgressTexts.h"
 
+#include <cstdint>
 #include <string>
+#include <utility>
 
 namespace lodrin {
 
@@ -25,10 +27,9 @@ constexpr const char* kHelp = "Select the desired Labor Type and Department for 
 constexpr const char* kBetweenCodeAndText = " ";
 constexpr const char* kNoSuchSequence =
     "This department cannot be chosen: its sequence in the management system is beyond the numbers "
-    "that a repair order can hold (Error 6, Overflow).\r\n\r\nChoose another department, or have "
-    "its sequence corrected.";
+    "that a repair order can hold.\r\n\r\nChoose another department, or have its sequence "
+    "corrected.";
 
-using IfItFails::SkipBranch;
 using IfItFails::TakeBranch;
 
 void OpenSet(const ResumeNext& attempt, Shop& shop, dao::Database& database,
@@ -140,21 +141,18 @@ void frmGLSelect::SelectionChanged()
 void frmGLSelect::cmdExit_Click(Shop& shop)
 {
     if (!cmdExit.enabled) return;
-    const ResumeNext attempt(shop, "Sub frmGLSelect!cmdExit_Click()");
     MainWindowState& state = shop.state;
 
     // A repair order holds a department of 16 bits. One beyond them is refused; nothing is chosen.
-    const auto fits = [&] {
-        state.Sequence = base::ToInteger(lstDepartments.ItemData(lstDepartments.ListIndex()));
-        return true;
-    };
-    if (!attempt.Test(fits, SkipBranch)) return Say(shop, kNoSuchSequence);
+    const std::int32_t sequence = lstDepartments.ItemData(lstDepartments.ListIndex());
+    if (!std::in_range<std::int16_t>(sequence)) return Say(shop, kNoSuchSequence);
 
     const std::string laborType = lstGLCodes.Text();
     const long blank = base::InStr(laborType, kBetweenCodeAndText);
     state.GLCode = base::Left(laborType, blank - 1);
     state.GLDesc = base::Mid(laborType, blank + 1);
     state.Department = lstDepartments.Text();
+    state.Sequence = static_cast<std::int16_t>(sequence);
     if (close) close();
 }
 

@@ -25,8 +25,8 @@ struct frmGLSelect {
     void Form_Load(Shop& shop);
     void Form_Activate(Shop& shop);
     // Writes the choice into the main window's selection values and closes.
-    // Errors: 6 for a department whose sequence has more than 16 bits; it is reported and told, and
-    //         the dialog stays.
+    // Rule: a department whose sequence has more than 16 bits is refused: that is told, and the
+    //       dialog stays.
     void cmdExit_Click(Shop& shop);
     // A selection changed: the confirm button follows.
     void SelectionChanged();
