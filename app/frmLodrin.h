@@ -7,8 +7,6 @@
 #include "platform/controls/ListBox.h"
 #include "platform/controls/Window.h"
 
-#include <functional>
-
 namespace lodrin {
 
 struct Shop;
@@ -23,12 +21,15 @@ struct Timer : platform::Control {
     int interval = 0;
 };
 
+// Stands where the name stands while nobody is chosen on the board.
+inline constexpr const char* kNobodysName = "Employee Name";
+
 struct frmLodrin {
     platform::Window frame;
     platform::Label caption{"Kelvaro Lodrin"};
     platform::Grid grdEmp;    // employee board
     platform::Grid grdDaily;  // the day's jobs
-    platform::Label lblEmpName{"Employee Name"};
+    platform::Label lblEmpName{kNobodysName};
     platform::Label lblDate{"01/04/01 5:55 PM"};
     platform::Label lblCurrentDate{"Current Date:"};
     platform::ComboBox cboRO;

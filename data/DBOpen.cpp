@@ -65,6 +65,15 @@ void OpenRecordsets(const ResumeNext& attempt, MainWindowState& state)
     attempt([&] { state.history = state.database.OpenRecordset(state.sqlText); });
 }
 
+// Everybody as his record has him, and none of them chosen.
+void FillBoard(const ResumeNext& attempt, Shop& shop)
+{
+    platform::Grid& board = shop.window.grdEmp;
+    attempt([&] { board.Bind(shop.state.employees); });
+    attempt([&] { board.SetRow(0); });
+    attempt([&] { shop.window.lblEmpName.SetCaption(kNobodysName); });
+}
+
 }  // namespace
 
 void DBOpen(Shop& shop)
@@ -87,7 +96,7 @@ void DBOpen(Shop& shop)
     // place on the board, or is hidden like the others.
     if (state.employees.IsSet()) attempt([&] { state.employees.Requery(); });
     state.sqlText = kNeverRun;
-    attempt([&] { shop.window.grdEmp.Bind(state.employees); });
+    FillBoard(attempt, shop);
     attempt([&] { EmpView(shop); });
     attempt([&] { GetROList(shop); });
     state.currentEmployee = -1;

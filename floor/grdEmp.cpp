@@ -29,6 +29,12 @@ constexpr std::array<ColumnLayout, 8> kBoardColumns{{
     {LDEmp::EndDay.column, "End Day", 900, kClockTime, Alignment::Center, Alignment::Center},
 }};
 
+// A click that reaches no row chooses nobody.
+bool NobodyIsChosen(const Shop& shop)
+{
+    return shop.window.grdEmp.Row() == 0;
+}
+
 // Whoever stands on the current row is the employee everything acts on; his jobs are shown.
 void ChooseEmployee(const ResumeNext& attempt, Shop& shop)
 {
@@ -54,6 +60,7 @@ void EmpView(Shop& shop)
 void grdEmp_Click(Shop& shop)
 {
     const ResumeNext attempt(shop, "Sub frmLodrin!grdEmp_Click()");
+    if (NobodyIsChosen(shop)) return;
     ShowName(attempt, shop.window);
     ChooseEmployee(attempt, shop);
 }
@@ -61,6 +68,7 @@ void grdEmp_Click(Shop& shop)
 void grdEmp_RowColChange(Shop& shop, int lastRow, int /*lastColumn*/)
 {
     const ResumeNext attempt(shop, "Sub frmLodrin!grdEmp_RowColChange()");
+    if (NobodyIsChosen(shop)) return;
     // A move within the row leaves the name as it is.
     if (shop.window.grdEmp.Row() != lastRow) ShowName(attempt, shop.window);
     ChooseEmployee(attempt, shop);

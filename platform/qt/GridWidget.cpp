@@ -271,6 +271,21 @@ void GridWidget::keyPressEvent(QKeyEvent* event)
     if (clickedRow) clickedRow();
 }
 
+// Letters look for a name. Where no row is current Qt would look in the first column, hidden or
+// not; it remembers the letters all the same, so that the next one goes on from them.
+void GridWidget::keyboardSearch(const QString& letters)
+{
+    if (currentIndex().isValid()) return QTableView::keyboardSearch(letters);
+    {
+        const WhileMirroring mirroring(mirroring_);
+        QTableView::keyboardSearch(letters);
+        setCurrentIndex({});
+    }
+    const QModelIndexList found = model_->match(model_->index(0, FirstColumn()), Qt::DisplayRole,
+                                                letters, 1, Qt::MatchStartsWith | Qt::MatchWrap);
+    if (!found.isEmpty()) setCurrentIndex(found.front());
+}
+
 void GridWidget::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);

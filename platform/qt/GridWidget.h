@@ -17,7 +17,9 @@ namespace platform::qt {
 // Rule: only the user moves raise `moved`; what the program does to the grid raises nothing.
 //       Where an editable column is shown, rows are higher, and a double click, Enter, F2, the
 //       space bar or the first letter typed opens that column's cell of the current row. Where a
-//       reported move was not taken over (the grid stays on its row), the screen goes back.
+//       reported move was not taken over (the grid stays on its row), the screen goes back. Where
+//       the grid has no current row none is shown; a click, an arrow key or a letter is then the
+//       first move, and the focus alone is none.
 class GridWidget : public QTableView {
 public:
     // `stretching` columns (by number) share the room that the others leave.
@@ -34,6 +36,8 @@ public:
     [[nodiscard]] bool FinishTyping();
     // What assistive technology reads of each cell besides its text.
     void TellRows(std::function<std::string(int row)> inWords);
+    // Goes to the next row whose text begins so.
+    void keyboardSearch(const QString& letters) override;
 
 protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;

@@ -196,7 +196,10 @@ std::vector<Procedure> ListsAndDialogs()
              OneOrderAndTwoPeople(world);
              world.Given({ClosedJob(8, 1001, {kToday}), ClosedJob(8, 1002, {kToday})});
          },
-         [](ShopWorld& world) { world.Open(); },
+         [](ShopWorld& world) {
+             world.Open();
+             world.shop.window.grdEmp.SetRow(1);
+         },
          [](ShopWorld& world) { lodrin::grdEmp_Click(world.shop); },
          [](Scene& scene) {
              EXPECT_EQ(scene.world.shop.state.currentEmployee, 8);

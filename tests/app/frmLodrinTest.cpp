@@ -213,6 +213,15 @@ TEST_F(LastMinuteTest, ADayThatWasNotStartedIsNotEnded)
     EXPECT_TRUE(Totals().empty());
 }
 
+TEST_F(LastMinuteTest, WhileNobodyIsChosenNobodyIsEnded)
+{
+    Open();
+    const tests::Contents before = Stored();
+    At("11:59 PM").Ticks();
+    EXPECT_EQ(Stored(), before);
+    EXPECT_EQ(Reports(), std::vector<std::string>{});
+}
+
 TEST_F(LastMinuteTest, AnEmptyBoardIsLeftAlone)
 {
     GivenNo("LDEmp").Open();

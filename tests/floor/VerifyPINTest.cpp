@@ -3,9 +3,12 @@
 #include "floor/VerifyPIN.h"
 
 #include "data/Tables.h"
+#include "floor/grdEmp.h"
+#include "labor/GetHistory.h"
 #include "tests/support/ShopFixture.h"
 
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -122,6 +125,65 @@ TEST_F(NoProfileTest, GoesOnNoBreak)
 TEST_F(NoProfileTest, EndsNoDay)
 {
     At("09:00 AM").IsSure().EndsDay();
+}
+
+// Nobody is chosen on the board until somebody has come to it: he is turned away like a man without
+// a profile, also when the first on the board has a job open.
+class NobodyChosenTest : public VerifyPINTest {
+protected:
+    NobodyChosenTest()
+    {
+        Given({Employee("Jones, Bob", 8), RepairOrder(1001), RepairOrder(1002)});
+        At("08:00 AM").Select("Jones, Bob").Picks("BL", "Paint").Starts(1001);
+        Open();
+        before_ = Stored();
+    }
+    void TearDown() override
+    {
+        EXPECT_EQ(Stored(), before_);
+        EXPECT_EQ(shop.state.currentEmployee, -1);
+        EXPECT_EQ(shop.window.grdEmp.Row(), 0);
+        EXPECT_TRUE(fakes.prompts.inputs.empty());
+        EXPECT_EQ(dialogs.glSelects, 1);
+        EXPECT_EQ(dialogs.progresses, 0);
+        EXPECT_EQ(Reports(), reports);
+        VerifyPINTest::TearDown();
+    }
+
+    std::vector<std::string> reports;
+
+private:
+    Contents before_;
+};
+
+TEST_F(NobodyChosenTest, StartsNoJob)
+{
+    fakes.prompts.Expect("Invalid PIN entered");
+    At("09:00 AM").Starts(1002);
+}
+
+TEST_F(NobodyChosenTest, GoesOnNoBreak)
+{
+    At("09:00 AM").GoesOnBreak();
+}
+
+TEST_F(NobodyChosenTest, EndsNoDay)
+{
+    At("09:00 AM").IsSure().EndsDay();
+}
+
+TEST_F(NobodyChosenTest, StartsNoEarlierJobAgain)
+{
+    lodrin::lstHistory_DblClick(shop);
+    reports = {"5 Sub frmLodrin!lstHistory_DblClick()"};  // there is no number in no entry
+}
+
+TEST_F(NobodyChosenTest, IsChosenByNoClickBesideTheRows)
+{
+    const std::string name = shop.window.lblEmpName.Caption();
+    lodrin::grdEmp_Click(shop);
+    lodrin::grdEmp_RowColChange(shop, 0, 0);
+    EXPECT_EQ(shop.window.lblEmpName.Caption(), name);
 }
 
 TEST_F(VerifyPINTest, EmptyBoardIsRefusedSilently)

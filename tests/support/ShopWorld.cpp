@@ -138,6 +138,7 @@ ShopWorld& ShopWorld::Open()
         state.database.OpenRecordset("SELECT * FROM LDEmp WHERE LEFT(Name,1) <> '@' ORDER BY Name");
     state.history = state.database.OpenRecordset("SELECT * FROM LDHistory");
     shop.window.grdEmp.Bind(state.employees);
+    shop.window.grdEmp.SetRow(0);
     lodrin::EmpView(shop);
     lodrin::GetROList(shop);
     state.currentEmployee = -1;

@@ -2,6 +2,7 @@
 // Tests of platform/qt: GridModel, GridWidget
 #include "platform/qt/GridWidget.h"
 
+#include "floor/grdEmp.h"
 #include "tests/support/ShopFixture.h"
 
 #include <QAbstractItemView>
@@ -33,6 +34,7 @@ protected:
     {
         Given({Employee("Adams, Al", 1), Employee("Baker, Bo", 2), Employee("Clark, Cy", 3)});
         Open();
+        shop.window.grdEmp.SetRow(1);
         Show();
     }
     void Show()
@@ -45,6 +47,16 @@ protected:
     QPoint Cell(int row)
     {
         return view.visualRect(view.model()->index(row - 1, LDEmp::Name.column - 1)).center();
+    }
+    // As it is before anybody has come to it.
+    void ChooseNobody()
+    {
+        shop.window.grdEmp.SetRow(0);
+        view.setFocus(Qt::TabFocusReason);
+    }
+    bool ShowsNoRow()
+    {
+        return !view.currentIndex().isValid() && !view.selectionModel()->hasSelection();
     }
     // The columns as they are seen, from left to right.
     QStringList Captions()
@@ -102,6 +114,67 @@ TEST_F(GridWidgetTest, FocusRaisesNothing)
     view.setFocus(Qt::TabFocusReason);
     EXPECT_TRUE(view.hasFocus());
     EXPECT_TRUE(moves.empty());
+}
+
+TEST_F(GridWidgetTest, WithoutACurrentRowNoneIsShownAndTheFocusAloneChoosesNone)
+{
+    ChooseNobody();
+    EXPECT_TRUE(view.hasFocus());
+    EXPECT_TRUE(ShowsNoRow());
+    other.setFocusPolicy(Qt::StrongFocus);
+    other.setFocus();
+    shop.window.grdEmp.Bind(shop.state.employees);
+    shop.window.grdEmp.SetRow(0);
+    view.setFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(ShowsNoRow());
+    EXPECT_TRUE(moves.empty());
+}
+
+TEST_F(GridWidgetTest, FirstArrowKeyChoosesTheFirstRow)
+{
+    ChooseNobody();
+    QTest::keyClick(&view, Qt::Key_Down);
+    EXPECT_EQ(moves, (std::vector<std::array<int, 3>>{{1, 0, 0}}));
+    EXPECT_EQ(view.currentIndex().row(), 0);
+}
+
+TEST_F(GridWidgetTest, FirstLetterChoosesANameAndTheNextOneGoesOnFromIt)
+{
+    Given({Employee("Clay, Di", 1000)});
+    shop.state.employees.Requery();
+    shop.window.grdEmp.Bind(shop.state.employees);
+    lodrin::EmpView(shop);
+    ChooseNobody();
+    QTest::keyClicks(&view, "c");
+    EXPECT_EQ(moves, (std::vector<std::array<int, 3>>{{3, 0, 0}}));
+    QTest::keyClicks(&view, "lay");
+    EXPECT_EQ(shop.window.grdEmp.Row(), 4);
+}
+
+TEST_F(GridWidgetTest, NumberOfAHiddenColumnChoosesNobody)
+{
+    ChooseNobody();
+    QTest::keyClicks(&view, "1");
+    EXPECT_TRUE(ShowsNoRow());
+    EXPECT_TRUE(moves.empty());
+}
+
+TEST_F(GridWidgetTest, EnterWithoutACurrentRowIsNothing)
+{
+    ChooseNobody();
+    QTest::keyClick(&view, Qt::Key_Return);
+    QTest::keyClick(&view, Qt::Key_Space);
+    EXPECT_TRUE(moves.empty());
+    EXPECT_EQ(clicks, 0);
+}
+
+TEST_F(GridWidgetTest, FirstMoveThatWasDroppedLeavesNoRowShown)
+{
+    ChooseNobody();
+    takeMoves = false;
+    Click(2);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(ShowsNoRow());
 }
 
 TEST_F(GridWidgetTest, FocusOnAnEmptyBoardRaisesNothing)

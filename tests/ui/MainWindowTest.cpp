@@ -130,11 +130,16 @@ TEST_F(MainWindowTest, ControlsWithoutACaptionTellTheirNameAndPurpose)
 
 TEST_F(MainWindowTest, NobodyIsChosenUntilSomebodyClicks)
 {
-    Find<QTableView>("grdEmp")->setFocus(Qt::TabFocusReason);
+    auto* board = Find<QTableView>("grdEmp");
+    Find<QPushButton>("cmdExit")->setFocus();
+    board->setFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(board->hasFocus());
+    EXPECT_FALSE(board->currentIndex().isValid());
+    EXPECT_FALSE(board->selectionModel()->hasSelection());
     EXPECT_EQ(LabelText("lblEmpName"), "Employee Name");
     EXPECT_EQ(LabelText("lblJob"), "Choose your name on the board.");
     EXPECT_EQ(shop.state.currentEmployee, -1);
-    EXPECT_EQ(shop.window.grdEmp.Row(), 1);
+    EXPECT_EQ(shop.window.grdEmp.Row(), 0);
 }
 
 TEST_F(MainWindowTest, ClickOnTheFirstRowChoosesItsEmployee)
@@ -155,8 +160,11 @@ TEST_F(MainWindowTest, ClickOnAnotherRowChoosesItsEmployeeAndLoadsHisJobs)
     EXPECT_TRUE(Find<QListWidget>("lstHistory")->item(0)->text().startsWith("1001   "));
 }
 
-TEST_F(MainWindowTest, ArrowKeyChoosesTheNextEmployee)
+TEST_F(MainWindowTest, ArrowKeyChoosesTheFirstEmployeeAndThenTheNext)
 {
+    QTest::keyClick(Find<QTableView>("grdEmp"), Qt::Key_Down);
+    EXPECT_EQ(LabelText("lblEmpName"), "Adams, Al");
+    EXPECT_EQ(shop.state.currentEmployee, 1);
     QTest::keyClick(Find<QTableView>("grdEmp"), Qt::Key_Down);
     EXPECT_EQ(LabelText("lblEmpName"), "Baker, Bo");
     EXPECT_EQ(shop.state.currentEmployee, 2);
@@ -254,8 +262,8 @@ TEST_F(MainWindowTest, RowClickedBehindABoxIsTakenBack)
         ClickRow(3);
     }
     QCoreApplication::processEvents();
-    EXPECT_EQ(shop.window.grdEmp.Row(), 1);
-    EXPECT_EQ(Find<QTableView>("grdEmp")->currentIndex().row(), 0);
+    EXPECT_EQ(shop.window.grdEmp.Row(), 0);
+    EXPECT_FALSE(Find<QTableView>("grdEmp")->selectionModel()->hasSelection());
     EXPECT_EQ(LabelText("lblEmpName"), "Employee Name");
 }
 
@@ -367,6 +375,7 @@ TEST_F(MainWindowTest, NamesWithMarkupStayPlainText)
 
 TEST_F(MainWindowTest, SentenceTellsADayWithoutAJobAndAnEndedDay)
 {
+    ClickRow(1);
     platform::Grid& board = shop.window.grdEmp;
     EXPECT_EQ(lodrin::ui::JobSentence(board), "Day not started");
     board.SetValue(LDEmp::StartDay.column, base::Date{0.375});
