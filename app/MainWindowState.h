@@ -24,7 +24,9 @@ struct MainWindowState {
 
     std::int32_t currentEmployee = -1;  // EmpID of the chosen board row, -1 when none is
     bool automaticEndOfDay = false;
-    std::set<std::string> closedOnBoard;  // jobs that are closed and stand on the board still
+    // Jobs that were closed and may stand on the board still: those with a history row, and those
+    // whose labor was posted.
+    std::set<std::string> recordedOnBoard, postedOnBoard;
     bool firstActivation = false;
 
     // Filled by the labor type dialog.

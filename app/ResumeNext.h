@@ -48,6 +48,17 @@ public:
         return answer;
     }
 
+    // Runs one statement that others depend on; false when it failed.
+    [[nodiscard]] bool Succeeds(std::invocable auto&& statement) const
+    {
+        bool succeeded = false;
+        (*this)([&] {
+            statement();
+            succeeded = true;
+        });
+        return succeeded;
+    }
+
 private:
     ResumeNext() = default;
     void Report(int number, std::string_view description) const

@@ -68,8 +68,12 @@ void OpenRecordsets(const ResumeNext& attempt, MainWindowState& state)
 // Everybody as his record has him, and none of them chosen.
 void FillBoard(const ResumeNext& attempt, Shop& shop)
 {
+    MainWindowState& state = shop.state;
     platform::Grid& board = shop.window.grdEmp;
-    attempt([&] { board.Bind(shop.state.employees); });
+    if (attempt.Succeeds([&] { board.Bind(state.employees); })) {
+        state.recordedOnBoard.clear();
+        state.postedOnBoard.clear();
+    }
     attempt([&] { board.SetRow(0); });
     attempt([&] { shop.window.lblEmpName.SetCaption(kNobodysName); });
 }

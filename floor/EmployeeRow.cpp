@@ -30,10 +30,11 @@ void EmployeeRow::ClearJob()
     });
 }
 
-void EmployeeRow::Save()
+Stored EmployeeRow::Save()
 {
-    StoreAndStay(attempt_, employee_);
+    const Stored stored = StoreAndStay(attempt_, employee_);
     attempt_([&] { board_.allowEdit = false; });
+    return stored;
 }
 
 void ForNoJob(const std::function<void(const BoardField& field, const base::Value& none)>& write)

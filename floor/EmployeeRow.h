@@ -12,6 +12,16 @@
 
 namespace lodrin {
 
+// Hands `write` each field of the job, with what it holds while no job is open.
+void ForNoJob(const std::function<void(const BoardField& field, const base::Value& none)>& write);
+
+enum class Stored { No, NotCurrent, AndCurrent };
+
+// Stores the pending edit and stays on the stored record.
+// Rule: when nothing was stored the set stays where it is, and the edit stays pending; the bookmark
+//       of the last modified record would lead to the record stored before.
+Stored StoreAndStay(const ResumeNext& attempt, dao::Recordset& records);
+
 // The board's convention: a value goes into the record, then what the record holds goes into the
 // board's column. Requires: the record set and the board stand on the same employee.
 class EmployeeRow {
@@ -29,22 +39,12 @@ public:
     // Empties the fields of the job.
     void ClearJob();
     // Stores the record, stays on it, and closes the board for editing.
-    void Save();
+    Stored Save();
 
 private:
     const ResumeNext& attempt_;
     dao::Recordset& employee_;
     platform::Grid& board_;
 };
-
-// Hands `write` each field of the job, with what it holds while no job is open.
-void ForNoJob(const std::function<void(const BoardField& field, const base::Value& none)>& write);
-
-enum class Stored { No, NotCurrent, AndCurrent };
-
-// Stores the pending edit and stays on the stored record.
-// Rule: when nothing was stored the set stays where it is, and the edit stays pending; the bookmark
-//       of the last modified record would lead to the record stored before.
-Stored StoreAndStay(const ResumeNext& attempt, dao::Recordset& records);
 
 }  // namespace lodrin

@@ -12,6 +12,7 @@
 #include "floor/FindRecord.h"
 #include "floor/VerifyPIN.h"
 #include "labor/ClockTime.h"
+#include "labor/JobOnBoard.h"
 #include "labor/WriteHistory.h"
 
 #include <string>
@@ -98,6 +99,14 @@ void StampOnce(const ResumeNext& attempt, dao::Recordset& repairOrder, std::stri
     if (attempt.Test(missing, TakeBranch)) Stamp(attempt, repairOrder, field, [&] { return now; });
 }
 
+// Whatever was closed on the board before: what stands there now has just begun.
+void ForgetClosing(MainWindowState& state, const platform::Grid& board)
+{
+    const std::string job = JobOnBoard(board);
+    state.recordedOnBoard.erase(job);
+    state.postedOnBoard.erase(job);
+}
+
 // The new job, on his row and on the repair order.
 void WriteJob(const ResumeNext& attempt, Shop& shop)
 {
@@ -118,7 +127,7 @@ void WriteJob(const ResumeNext& attempt, Shop& shop)
     StampOnce(attempt, repairOrder, WorkOrder::Started, now);
     StampOnce(attempt, repairOrder, WorkOrder::Arrived, now);
     row.Write(LDEmp::StartJob, [&] { return base::Format(now, kClockTime); });
-    row.Save();
+    if (row.Save() != Stored::No) attempt([&] { ForgetClosing(shop.state, board); });
 }
 
 }  // namespace

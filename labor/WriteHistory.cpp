@@ -10,6 +10,7 @@
 #include "labor/ClockTime.h"
 #include "labor/GetHistory.h"
 #include "labor/Hours.h"
+#include "labor/JobOnBoard.h"
 #include "labor/WriteLabor.h"
 
 namespace lodrin {
@@ -31,6 +32,16 @@ void WriteJob(const ResumeNext& attempt, dao::Recordset& history, const platform
         [&] { history[LDHistory::WONumb] = base::ValLong(board.Value(LDEmp::WONumber.column)); });
     attempt([&] { history[LDHistory::WOID] = base::ValLong(board.Value(LDEmp::WOID.column)); });
     attempt([&] { history[LDHistory::GLType] = board.Value(LDEmp::GLType.column); });
+}
+
+// When the day ends by itself, a job that could not be recorded is tried again, each second of the
+// minute; its labor is posted the first time only.
+void Post(const ResumeNext& attempt, Shop& shop)
+{
+    MainWindowState& state = shop.state;
+    bool first = true;
+    attempt([&] { first = state.postedOnBoard.insert(JobOnBoard(shop.window.grdEmp)).second; });
+    if (first || !state.automaticEndOfDay) attempt([&] { WriteLabor(shop); });
 }
 
 }  // namespace
@@ -64,10 +75,12 @@ void WriteHistory(Shop& shop)
     attempt([&] { history[LDHistory::Customer] = board.Value(LDEmp::Customer.column); });
 
     const Stored stored = StoreAndStay(attempt, history);
+    if (stored != Stored::No)
+        attempt([&] { shop.state.recordedOnBoard.insert(JobOnBoard(board)); });
 
     // Its labor is posted from the record at hand: the stored row, or the one that could not be
     // stored and is pending still. Any other is an earlier job, which would be paid twice.
-    if (begun && stored != Stored::NotCurrent) attempt([&] { WriteLabor(shop); });
+    if (begun && stored != Stored::NotCurrent) Post(attempt, shop);
 
     // The window shows it.
     attempt([&] { GetHistory(shop); });

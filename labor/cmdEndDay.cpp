@@ -11,6 +11,7 @@
 #include "floor/VerifyPIN.h"
 #include "labor/ClockTime.h"
 #include "labor/DailyTotals.h"
+#include "labor/JobOnBoard.h"
 #include "labor/LeaveJob.h"
 #include "labor/WriteHistory.h"
 
@@ -39,20 +40,11 @@ bool EmployeeEndsHisDay(const ResumeNext& attempt, Shop& shop)
     return TellsProgress(attempt, shop);
 }
 
-// The open job of the board's row: whose, and since when on which order.
-std::string JobOnBoard(const platform::Grid& board)
-{
-    std::string job;
-    for (const BoardField& field : {LDEmp::EmpID, LDEmp::WorkDate, LDEmp::StartJob, LDEmp::WOID})
-        job += board.Text(field.column) + " ";
-    return job;
-}
-
 // Nobody sees that a job stands on the board still after it was closed when the day ends by itself,
-// once for each row of the board and each second of the minute: it is posted the first time only.
+// once for each row of the board and each second of the minute: it is recorded once.
 bool WasClosedBefore(const MainWindowState& state, const platform::Grid& board)
 {
-    return state.automaticEndOfDay && state.closedOnBoard.count(JobOnBoard(board)) > 0;
+    return state.automaticEndOfDay && state.recordedOnBoard.count(JobOnBoard(board)) > 0;
 }
 
 void EndDay(EmployeeRow& row, const platform::Clock& clock)
@@ -87,8 +79,6 @@ void cmdEndDay_Click(Shop& shop)
     EmployeeRow row(attempt, employee, board);
     if (Finds(attempt, employee, [&] { return "EmpID = " + board.Text(LDEmp::EmpID.column); }))
         EndDay(row, shop.platform.clock);
-    else
-        attempt([&] { state.closedOnBoard.insert(JobOnBoard(board)); });
     DailyTotals(attempt, shop);
 }
 

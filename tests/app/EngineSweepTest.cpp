@@ -274,6 +274,18 @@ std::vector<Procedure> Jobs()
              EXPECT_LE(scene.Stored("LDTotals").size(), 1U);
              EXPECT_FALSE(scene.world.shop.state.automaticEndOfDay);
          }},
+        {"LastMinuteWithoutARecord",
+         And({"Sub frmLodrin!cmdEndDay_Click()", "Sub frmLodrin!Timer1_Timer()"}, kClosingAJob),
+         BobHasWorkedSinceEight,
+         [](ShopWorld& world) { world.Select("Jones, Bob").Loses("LDEmp", "EmpID = 8"); },
+         [](ShopWorld& world) {
+             world.At("11:59 PM").Ticks();
+             world.At("11:59:01 PM").Ticks();
+         },
+         [](Scene& scene) {
+             NothingIsPostedTwice(scene, 15.98);
+             EXPECT_EQ(scene.Stored("LDHistory").size(), 1U);
+         }},
     };
 }
 

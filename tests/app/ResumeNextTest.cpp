@@ -47,6 +47,14 @@ TEST_F(ResumeNextTest, AConditionThatDoesNotFailIsItsAnswer)
     EXPECT_TRUE(attempt.Test([] { return true; }, IfItFails::SkipBranch));
 }
 
+TEST_F(ResumeNextTest, AStatementSucceedsUnlessItFailsWhichIsReported)
+{
+    EXPECT_TRUE(attempt.Succeeds([] {}));
+    EXPECT_TRUE(Reports().empty());
+    EXPECT_FALSE(attempt.Succeeds([] { Fail(3021); }));
+    EXPECT_EQ(Reports(), (std::vector<std::string>{"3021 Sub frmLodrin!Test()"}));
+}
+
 TEST_F(ResumeNextTest, AFailingAssignmentLeavesItsTarget)
 {
     int target = 7;

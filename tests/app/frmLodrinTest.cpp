@@ -3,6 +3,7 @@
 
 #include "base/Calendar.h"
 #include "base/NumberedError.h"
+#include "data/DBOpen.h"
 #include "data/Tables.h"
 #include "tests/support/ShopFixture.h"
 
@@ -267,6 +268,56 @@ TEST_F(LastMinuteTest, AJobThatHeClosedHimselfWithoutARecordIsNotPostedAgain)
     ASSERT_EQ(Jobs().size(), 1U);
     EXPECT_EQ(Jobs()[0].Text("JobEnd"), "5:00:00 PM");
     EXPECT_EQ(LaborLines().size(), 1U);
+}
+
+TEST_F(LastMinuteTest, AJobThatABreakClosedWithoutARecordIsNotPostedAgain)
+{
+    Loses("LDEmp", "EmpID = 8");
+    At("05:00 PM").ConfirmsProgress().GoesOnBreak();
+    At("11:59 PM").Ticks();
+    ASSERT_EQ(Jobs().size(), 1U);
+    EXPECT_EQ(Jobs()[0].Text("JobEnd"), "5:00:00 PM");
+    EXPECT_EQ(LaborLines().size(), 1U);
+}
+
+TEST_F(LastMinuteTest, AJobThatAJobChangeClosedWithoutARecordIsNotPostedAgain)
+{
+    Loses("LDEmp", "EmpID = 8");
+    At("05:00 PM").Picks("BL", "Body").Starts(1001);
+    At("11:59 PM").Ticks();
+    ASSERT_EQ(Jobs().size(), 1U);
+    EXPECT_EQ(Jobs()[0].Text("JobEnd"), "5:00:00 PM");
+    EXPECT_EQ(LaborLines().size(), 1U);
+}
+
+// He closes it, somebody sets the clock back, and he begins on the same order in the same minute.
+TEST_F(LastMinuteTest, AJobThatBeganAnewInTheSameMinuteIsPostedAsWell)
+{
+    At("09:00 AM").ConfirmsProgress().GoesOnBreak();
+    At("08:00 AM").Picks("FL", "Body").Starts(1002);
+    At("11:59 PM").Ticks();
+    EXPECT_EQ(Jobs().size(), 2U);
+    EXPECT_EQ(LaborLines().size(), 2U);
+}
+
+TEST_F(LastMinuteTest, AnotherDatabaseHasJobsOfItsOwn)
+{
+    Loses("LDEmp", "EmpID = 8");
+    At("05:00 PM").IsSure().ConfirmsProgress().EndsDay();
+    Given({tests::ShopEntry({{"LDEmp",
+                              {{"EmpID", 8},
+                               {"Name", "Baker, Bob"},
+                               {"StartDay", *base::ReadDate("08:00 AM")},
+                               {"WorkDate", *base::ReadDate("03/15/2004")},
+                               {"StartJob", *base::ReadDate("08:00 AM")},
+                               {"WO#", 1002},
+                               {"WOID", Order(1002)["EntryNumber"]},
+                               {"Customer", "Evans, Brian"},
+                               {"GLType", "FL"}}}})});
+    fakes.prompts.Expect(kNothingToSynchronise);
+    DBOpen(shop);
+    Select("Baker, Bob").At("11:59 PM").Ticks();
+    EXPECT_EQ(Jobs().size(), 2U);
 }
 
 // Also when both have worked on the same order since the same minute.
