@@ -34,7 +34,8 @@ format::Span PieceAt(const pages::Page& page, RowId row)
     return view.Row(row.slot);
 }
 
-// Calls visit(place, data) for each piece until the declared length is reached.
+// Calls visit(place, data) for each piece. The chain ends just where its declared length does: one
+// in a circle, or one that took over another's pieces, would give a value that nobody stored.
 template <class Visitor>
 void ForEachPiece(const pages::Pager& pager, const LongValueHeader& header, Visitor visit)
 {
@@ -48,9 +49,11 @@ void ForEachPiece(const pages::Pager& pager, const LongValueHeader& header, Visi
         next = format::ReadRowPointer(piece, 0);
         const format::Span data = piece.subspan(format::kRowPointerSize);
         if (data.empty()) Damaged("piece without data");
-        visit(place, data.first(std::min(left, data.size())));
-        left -= std::min(left, data.size());
+        if (data.size() > left) Damaged("chain longer than its value");
+        visit(place, data);
+        left -= data.size();
     }
+    if (next != RowId{}) Damaged("chain goes on behind its value");
 }
 
 LongValueHeader HeaderOf(const pages::Pager& pager, format::Span field)

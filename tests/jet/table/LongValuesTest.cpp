@@ -224,8 +224,8 @@ TEST_P(LongValuesTest, ChainInACircleIsDamage)
         jet::format::WriteRowPointer(piece, 0, first);
         changes.Commit();
     }
-    EXPECT_EQ(Text(row).As<std::string>()->size(), 35000U);  // ends at the declared length
-    EXPECT_NE(ErrorOf([&] { letters_->Delete(row); }), 0);
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(Text(row)); }), 3343);
+    EXPECT_EQ(ErrorOf([&] { letters_->Delete(row); }), 3343);
     EXPECT_TRUE(letters_->Fetch(row).has_value());
 }
 
