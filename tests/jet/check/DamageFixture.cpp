@@ -13,6 +13,7 @@ namespace tests {
 
 using jet::catalog::Catalog;
 using jet::format::ColumnType;
+using jet::format::FileVersion;
 using jet::pages::Pager;
 using jet::table::Assignment;
 using jet::table::NativeTable;
@@ -96,27 +97,31 @@ std::vector<RowId> FillRows(Pager& pager, NativeTable& job)
 
 }  // namespace
 
-DamagedFile::DamagedFile()
+DamagedFile::DamagedFile(const FileVersion& version) : version_(version), sound_(SoundOf(version))
 {
-    files_.Create(kPath)->Write(0, TheSound().bytes);
-    for (const RowId row : TheSound().rows)
+    files_.Create(kPath)->Write(0, sound_.bytes);
+    for (const RowId row : sound_.rows)
         rows_.push_back(PlaceOf(row));
-    moved_ = PlaceOf(TheSound().moved);
+    moved_ = PlaceOf(sound_.moved);
 }
 
-const DamagedFile::Sound& DamagedFile::TheSound()
+const DamagedFile::Sound& DamagedFile::SoundOf(const FileVersion& version)
 {
-    static const Sound sound = MakeSound();
-    return sound;
+    static const Sound jet3 = MakeSound(jet::format::kJet3);
+    static const Sound jet4 = MakeSound(jet::format::kJet4);
+    return version.code == jet::format::kJet3.code ? jet3 : jet4;
 }
 
-DamagedFile::Sound DamagedFile::MakeSound()
+DamagedFile::Sound DamagedFile::MakeSound(const FileVersion& version)
 {
     Sound sound;
     jet::io::MemoryFileSystem files;
-    Catalog::CreateDatabase(files, kPath, jet::format::kJet4);
+    Catalog::CreateDatabase(files, kPath, version);
     const auto pager = OpenFile(files);
     Catalog(pager).Create(Wish(), base::Date{40000});
+    Catalog(pager).Create(
+        {.name = "Jot", .columns = {Column("Id", ColumnType::Long)}, .indexes = {}},
+        base::Date{40000});
     const PageNumber page = DefinitionOf(pager, "Job");
     NativeTable job(pager, page);
     sound.rows = FillRows(*pager, job);
@@ -172,7 +177,7 @@ PageNumber DamagedFile::FirstLeaf(const std::string& tree)
 {
     PageNumber page = Tree(tree).root;
     while (true) {
-        const jet::format::IndexPageView view(PageAt(page), jet::format::kIndexPageJet4);
+        const jet::format::IndexPageView view(PageAt(page), *version_.indexPage);
         if (view.IsLeaf()) return page;
         page = view.Child(0);
     }
@@ -180,7 +185,8 @@ PageNumber DamagedFile::FirstLeaf(const std::string& tree)
 
 jet::format::MutableSpan DamagedFile::PageAt(PageNumber page)
 {
-    return jet::format::MutableSpan(Content()).subspan(std::size_t{Raw(page)} * 4096, 4096);
+    return jet::format::MutableSpan(Content()).subspan(Raw(page) * version_.pageSize,
+                                                       version_.pageSize);
 }
 
 void DamagedFile::Put8(PageNumber page, std::size_t offset, std::uint8_t value)
@@ -196,6 +202,14 @@ void DamagedFile::Put16(PageNumber page, std::size_t offset, std::uint16_t value
 void DamagedFile::Put32(PageNumber page, std::size_t offset, std::uint32_t value)
 {
     jet::format::WriteU32(PageAt(page), offset, value);
+}
+
+void DamagedFile::PutNumber(PageNumber page, std::size_t offset, std::uint16_t value)
+{
+    if (version_.row->number == 1)
+        Put8(page, offset, static_cast<std::uint8_t>(value));
+    else
+        Put16(page, offset, value);
 }
 
 std::uint16_t DamagedFile::Get16(PageNumber page, std::size_t offset)

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// DamageFixture: a sound file of a few tables, and hands that spoil it byte by byte.
+// DamageFixture: a sound file of a few tables in either format, and hands that spoil it byte by
+// byte.
 #pragma once
 
 #include "jet/check/IntegrityChecker.h"
 #include "jet/format/Bytes.h"
+#include "jet/format/FileVersion.h"
 #include "jet/format/IndexPage.h"
 #include "jet/format/TableDefinition.h"
 #include "jet/io/MemoryFile.h"
@@ -23,7 +25,7 @@ struct RowPlace {
     std::size_t length = 0;
 };
 
-// A file with the system tables and one table "Job":
+// A file with the system tables, an empty table "Jot" and a table "Job":
 //
 //   Id      counter, primary key
 //   Name    text of 40 characters, an index of several pages
@@ -32,20 +34,27 @@ struct RowPlace {
 // 300 rows; one has moved to another page, one was deleted.
 class DamagedFile {
 public:
-    DamagedFile();
+    explicit DamagedFile(const jet::format::FileVersion& version);
 
     static constexpr const char* kPath = "shop.mdb";
 
     [[nodiscard]] jet::io::MemoryFileSystem& Files() { return files_; }
     [[nodiscard]] jet::check::CheckReport Check();
     [[nodiscard]] std::vector<std::byte>& Content() { return files_.Content(kPath); }
+    // The bytes before anything was spoilt.
+    [[nodiscard]] const std::vector<std::byte>& SoundContent() const { return sound_.bytes; }
+    [[nodiscard]] const jet::format::FileVersion& Version() const { return version_; }
+    [[nodiscard]] PageNumber PageCount()
+    {
+        return PageNumber{static_cast<std::uint32_t>(Content().size() / version_.pageSize)};
+    }
 
     // The definition of a table as it is before it is spoilt.
-    [[nodiscard]] const jet::format::TableDefinition& Job() const { return TheSound().job; }
-    [[nodiscard]] const jet::format::TableDefinition& Objects() const { return TheSound().objects; }
+    [[nodiscard]] const jet::format::TableDefinition& Job() const { return sound_.job; }
+    [[nodiscard]] const jet::format::TableDefinition& Objects() const { return sound_.objects; }
     // A tree of Job by the name of its index.
     [[nodiscard]] const jet::format::IndexDefinition& Tree(const std::string& name) const;
-    [[nodiscard]] const std::vector<PageNumber>& JobPages() const { return TheSound().jobPages; }
+    [[nodiscard]] const std::vector<PageNumber>& JobPages() const { return sound_.jobPages; }
     // Rows of Job in storage order, the moved one left out; and the moved one at its first place.
     [[nodiscard]] const std::vector<RowPlace>& Rows() const { return rows_; }
     [[nodiscard]] RowPlace Moved() const { return moved_; }
@@ -67,6 +76,8 @@ public:
     void Put8(PageNumber page, std::size_t offset, std::uint8_t value);
     void Put16(PageNumber page, std::size_t offset, std::uint16_t value);
     void Put32(PageNumber page, std::size_t offset, std::uint32_t value);
+    // A number of the row layout: one byte in Jet 3, two in Jet 4.
+    void PutNumber(PageNumber page, std::size_t offset, std::uint16_t value);
     [[nodiscard]] std::uint16_t Get16(PageNumber page, std::size_t offset);
     // Sets or clears a page in a usage map, inline form.
     void SetInMap(RowId map, PageNumber page, bool member);
@@ -82,9 +93,11 @@ private:
         std::vector<RowId> rows;
         RowId moved;
     };
-    static const Sound& TheSound();
-    static Sound MakeSound();
+    static const Sound& SoundOf(const jet::format::FileVersion& version);
+    static Sound MakeSound(const jet::format::FileVersion& version);
 
+    const jet::format::FileVersion& version_;
+    const Sound& sound_;
     jet::io::MemoryFileSystem files_;
     std::vector<RowPlace> rows_;
     RowPlace moved_;
