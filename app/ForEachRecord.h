@@ -20,11 +20,7 @@ void ForEachRecord(const ResumeNext& attempt, dao::Recordset& records, std::invo
     bool onRecord = true;
     while (onRecord && !attempt.Test([&] { return records.Eof(); }, IfItFails::TakeBranch)) {
         body();
-        const auto moved = [&] {
-            records.MoveNext();
-            return true;
-        };
-        onRecord = attempt.Test(moved, IfItFails::SkipBranch);
+        onRecord = attempt.Succeeds([&] { records.MoveNext(); });
     }
 }
 

@@ -80,8 +80,7 @@ void Form_Load(Shop& shop)
 
     // The clock runs from now on; the date stays as it was when the window came up.
     attempt([&] { window.Timer1.SetInterval(kOneSecond); });
-    attempt(
-        [&] { window.lblDate.SetCaption(base::Format(shop.platform.clock.Now(), "mm/dd/yyyy")); });
+    attempt([&] { window.lblDate.SetCaption(base::Format(shop.platform.clock.Now(), kClockDay)); });
 
     // The database is found and opened, forgotten days are closed, the lists are filled.
     attempt([&] { InitForm(shop); });

@@ -7,7 +7,8 @@
 #include "base/Calendar.h"
 #include "base/Convert.h"
 #include "data/Tables.h"
-#include "floor/EmployeeRow.h"
+#include "floor/NoJob.h"
+#include "floor/StoreAndStay.h"
 #include "labor/ClockTime.h"
 #include "labor/DailyTotals.h"
 #include "labor/Hours.h"
@@ -25,7 +26,8 @@ bool IsFromAnotherDay(const base::Value& workDate, base::Date today)
 }
 
 // What was worked, on which order, until the end of that day.
-void WriteJob(const ResumeNext& attempt, dao::Recordset& history, dao::Recordset& employee)
+void DescribeForgottenJob(const ResumeNext& attempt, dao::Recordset& history,
+                          dao::Recordset& employee)
 {
     attempt([&] { history[LDHistory::EmpID] = employee[LDEmp::EmpID.name]; });
     attempt([&] { history[LDHistory::WorkDate] = employee[LDEmp::WorkDate.name]; });
@@ -47,7 +49,7 @@ bool CloseJob(const ResumeNext& attempt, Shop& shop)
 {
     dao::Recordset& history = shop.state.history;
     attempt([&] { history.AddNew(); });
-    WriteJob(attempt, history, shop.state.employees);
+    DescribeForgottenJob(attempt, history, shop.state.employees);
     // The posting reads the record at hand. Where that is not this job, another man's would be
     // charged twice.
     const Stored stored = StoreAndStay(attempt, history);

@@ -7,6 +7,7 @@
 #include "app/Shop.h"
 #include "base/Convert.h"
 #include "data/Tables.h"
+#include "floor/FindRecord.h"
 
 #include <string>
 
@@ -33,16 +34,11 @@ std::string DisplayName(dao::Recordset& profile)
            base::TextOf(profile[Profile::FirstName]);
 }
 
-// Searches from the first record on. False when the search itself failed: then there is no answer,
-// and nobody is renamed or deleted on the answer to the search before.
-bool Search(const ResumeNext& attempt, dao::Recordset& records, const char* criterion,
-            const dao::Field& number)
+// False when the search failed: nobody is renamed or deleted on the answer to the search before.
+bool SearchesNumber(const ResumeNext& attempt, dao::Recordset& records, const char* criterion,
+                    const dao::Field& number)
 {
-    const auto search = [&] {
-        records.FindFirst(criterion + base::TextOf(number));
-        return true;
-    };
-    return attempt.Test(search, IfItFails::SkipBranch);
+    return Searches(attempt, records, [&] { return criterion + base::TextOf(number); });
 }
 
 class Synchronisation {
@@ -57,7 +53,8 @@ public:
     void AddAndRename()
     {
         ForEachRecord(attempt_, profiles_, [this] {
-            if (!Search(attempt_, employees_, "EmpID = ", profiles_[Profile::ProfileNumber]))
+            if (!SearchesNumber(attempt_, employees_,
+                                "EmpID = ", profiles_[Profile::ProfileNumber]))
                 return;
             if (attempt_.Test([this] { return !employees_.NoMatch(); }, IfItFails::TakeBranch))
                 Rename();
@@ -74,7 +71,8 @@ public:
         attempt_([this] { employees_.MoveFirst(); });
         attempt_([this] { profiles_.MoveFirst(); });
         ForEachRecord(attempt_, employees_, [this] {
-            if (!Search(attempt_, profiles_, "ProfileNumber = ", employees_[LDEmp::EmpID.name]))
+            if (!SearchesNumber(attempt_, profiles_,
+                                "ProfileNumber = ", employees_[LDEmp::EmpID.name]))
                 return;
             // Only a search that answered "no" deletes a row.
             if (attempt_.Test([this] { return profiles_.NoMatch(); }, IfItFails::SkipBranch))

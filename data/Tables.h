@@ -103,6 +103,9 @@ struct Labor {
 
 struct GenLedger {
     static constexpr std::string_view GLCode = "GLCode", GLDescription = "GLDescription";
+    // The query for the accounts that labor is booked on.
+    static constexpr std::string_view laborAccounts =
+        "SELECT * FROM GenLedger WHERE GLLaborFlag = True ORDER BY GLCode";
 };
 
 struct Departments {

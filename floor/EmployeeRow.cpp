@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "floor/EmployeeRow.h"
 
+#include "app/ResumeNext.h"
+#include "floor/NoJob.h"
+
 namespace lodrin {
 
 void EmployeeRow::Edit()
@@ -35,30 +38,6 @@ Stored EmployeeRow::Save()
     const Stored stored = StoreAndStay(attempt_, employee_);
     attempt_([&] { board_.allowEdit = false; });
     return stored;
-}
-
-void ForNoJob(const std::function<void(const BoardField& field, const base::Value& none)>& write)
-{
-    write(LDEmp::VehDesc, "");
-    write(LDEmp::Customer, "");
-    write(LDEmp::WONumber, base::Null{});
-    write(LDEmp::WOID, base::Null{});
-    write(LDEmp::GLType, "");
-    write(LDEmp::StartJob, base::Null{});
-}
-
-Stored StoreAndStay(const ResumeNext& attempt, dao::Recordset& records)
-{
-    const auto store = [&] {
-        records.Update();
-        return true;
-    };
-    const auto stay = [&] {
-        records.SetBookmark(records.LastModified());
-        return true;
-    };
-    if (!attempt.Test(store, IfItFails::SkipBranch)) return Stored::No;
-    return attempt.Test(stay, IfItFails::SkipBranch) ? Stored::AndCurrent : Stored::NotCurrent;
 }
 
 }  // namespace lodrin

@@ -2,9 +2,9 @@
 // EmployeeRow: an employee's record and his row on the board, written together.
 #pragma once
 
-#include "app/ResumeNext.h"
 #include "base/Value.h"
 #include "data/Tables.h"
+#include "floor/StoreAndStay.h"
 #include "jet/dao/Recordset.h"
 #include "platform/controls/Grid.h"
 
@@ -12,15 +12,7 @@
 
 namespace lodrin {
 
-// Hands `write` each field of the job, with what it holds while no job is open.
-void ForNoJob(const std::function<void(const BoardField& field, const base::Value& none)>& write);
-
-enum class Stored { No, NotCurrent, AndCurrent };
-
-// Stores the pending edit and stays on the stored record.
-// Rule: when nothing was stored the set stays where it is, and the edit stays pending; the bookmark
-//       of the last modified record would lead to the record stored before.
-Stored StoreAndStay(const ResumeNext& attempt, dao::Recordset& records);
+class ResumeNext;
 
 // The board's convention: a value goes into the record, then what the record holds goes into the
 // board's column. Requires: the record set and the board stand on the same employee.

@@ -4,6 +4,7 @@
 #include "app/Dispatch.h"
 #include "app/ResumeNext.h"
 #include "app/Shop.h"
+#include "data/Tables.h"
 
 namespace lodrin {
 
@@ -14,14 +15,23 @@ constexpr const char* kUnknownRepairOrder =
 
 }  // namespace
 
+bool Searches(const ResumeNext& attempt, dao::Recordset& records,
+              const std::function<std::string()>& criteria)
+{
+    return attempt.Succeeds([&] { records.FindFirst(criteria()); });
+}
+
 bool Finds(const ResumeNext& attempt, dao::Recordset& records,
            const std::function<std::string()>& criteria)
 {
-    const auto found = [&] {
-        records.FindFirst(criteria());
-        return !records.NoMatch();
-    };
-    return attempt.Test(found, IfItFails::SkipBranch);
+    return Searches(attempt, records, criteria) &&
+           attempt.Test([&] { return !records.NoMatch(); }, IfItFails::SkipBranch);
+}
+
+bool FindsEmployee(const ResumeNext& attempt, Shop& shop)
+{
+    return Finds(attempt, shop.state.employees,
+                 [&] { return "EmpID = " + shop.window.grdEmp.Text(LDEmp::EmpID.column); });
 }
 
 bool FindsRepairOrder(const ResumeNext& attempt, Shop& shop,

@@ -27,6 +27,7 @@ void ListProgressTexts(const ResumeNext& attempt, Shop& shop, platform::ListBox&
         attempt([&] { list.AddItem(base::TextOf(texts[AutoLook::Description])); });
     });
     if (list.ListCount() > 0) attempt([&] { list.SetListIndex(0); });
+    if (texts.IsSet()) attempt([&] { texts.Close(); });
     attempt([&] { management.Close(); });
 }
 

@@ -10,6 +10,7 @@
 #include "data/Tables.h"
 #include "floor/EmployeeRow.h"
 #include "floor/FindRecord.h"
+#include "floor/StoreAndStay.h"
 #include "floor/VerifyPIN.h"
 #include "labor/ClockTime.h"
 #include "labor/JobOnBoard.h"
@@ -24,11 +25,11 @@ namespace {
 
 constexpr const char* kInvalidPIN = "Invalid PIN entered";
 constexpr const char* kInvalidPINTitle = "Invalid PIN";
-constexpr const char* kDay = "mm/dd/yyyy";
 constexpr const char* kNoteTime = "mm/dd/yyyy - hh:mm AMPM";
 constexpr const char* kBodyLabor = "BL";
 constexpr const char* kRefinishLabor = "RL";
 
+using IfItFails::SkipBranch;
 using IfItFails::TakeBranch;
 
 // Empties the end of the day of an employee who had gone home.
@@ -52,7 +53,7 @@ void StartDay(const ResumeNext& attempt, EmployeeRow& row, dao::Recordset& emplo
     };
     if (!attempt.Test(notStarted, TakeBranch)) return;
     row.Write(LDEmp::StartDay, [&] { return base::Format(now, kClockTime); });
-    row.Write(LDEmp::WorkDate, [&] { return base::Format(now, kDay); });
+    row.Write(LDEmp::WorkDate, [&] { return base::Format(now, kClockDay); });
 }
 
 // Changes one field of the repair order and stays on it.
@@ -108,7 +109,7 @@ void ForgetClosing(MainWindowState& state, const platform::Grid& board)
 }
 
 // The new job, on his row and on the repair order.
-void WriteJob(const ResumeNext& attempt, Shop& shop)
+void OpenJob(const ResumeNext& attempt, Shop& shop)
 {
     dao::Recordset& employee = shop.state.employees;
     dao::Recordset& repairOrder = shop.state.workOrders;
@@ -135,14 +136,12 @@ void WriteJob(const ResumeNext& attempt, Shop& shop)
 void StartJob(Shop& shop, std::int32_t roNumber)
 {
     const ResumeNext attempt(shop, "Sub frmLodrin!StartJob()");
-    dao::Recordset& employee = shop.state.employees;
     platform::Grid& board = shop.window.grdEmp;
 
     // There is a job to start, and the employee may start it.
     if (roNumber == 0) return;
-    bool verified = false;
-    attempt([&] { verified = VerifyPIN(shop); });
-    if (!verified) return attempt([&] { Say(shop, kInvalidPIN, kInvalidPINTitle); });
+    if (!attempt.Test([&] { return VerifyPIN(shop); }, SkipBranch))
+        return attempt([&] { Say(shop, kInvalidPIN, kInvalidPINTitle); });
 
     // A day that he had ended is open again.
     ReopenDay(attempt, board);
@@ -164,10 +163,9 @@ void StartJob(Shop& shop, std::int32_t roNumber)
         attempt([&] { WriteHistory(shop); });
 
     // His own record.
-    if (!Finds(attempt, employee, [&] { return "EmpID = " + board.Text(LDEmp::EmpID.column); }))
-        return;
+    if (!FindsEmployee(attempt, shop)) return;
 
-    WriteJob(attempt, shop);
+    OpenJob(attempt, shop);
 }
 
 }  // namespace lodrin

@@ -19,8 +19,6 @@ namespace lodrin {
 
 namespace {
 
-constexpr const char* kLaborAccounts =
-    "SELECT * FROM GenLedger WHERE GLLaborFlag = True ORDER BY GLCode;";
 constexpr const char* kDepartmentsByPlace = "SELECT * FROM Departments ORDER BY Sequence ASC;";
 constexpr const char* kHelp = "Select the desired Labor Type and Department for this entry "
                               "then press okay.";
@@ -33,7 +31,7 @@ constexpr const char* kNoSuchSequence =
 using IfItFails::TakeBranch;
 
 void OpenSet(const ResumeNext& attempt, Shop& shop, dao::Database& database,
-             dao::Recordset& records, const char* sql)
+             dao::Recordset& records, const std::string& sql)
 {
     attempt([&] { shop.state.sqlText = sql; });
     attempt([&] { records = database.OpenRecordset(shop.state.sqlText); });
@@ -71,7 +69,8 @@ void ListLaborTypes(const ResumeNext& attempt, Shop& shop, dao::Database& manage
     }
     dao::Recordset accounts;
     attempt([&] { management = OpenKelvaro(shop); });
-    OpenSet(attempt, shop, management, accounts, kLaborAccounts);
+    // The engine takes the text with and without the semicolon.
+    OpenSet(attempt, shop, management, accounts, std::string(GenLedger::laborAccounts) + ";");
     if (HasRecords(attempt, accounts))
         ListLaborTypes(attempt, accounts, GenLedger::GLCode, GenLedger::GLDescription, list);
 }

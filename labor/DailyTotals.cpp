@@ -6,7 +6,7 @@
 #include "base/Calendar.h"
 #include "base/Convert.h"
 #include "data/Tables.h"
-#include "floor/EmployeeRow.h"
+#include "floor/StoreAndStay.h"
 #include "labor/Hours.h"
 
 namespace lodrin {

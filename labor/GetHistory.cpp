@@ -83,17 +83,13 @@ void GetLast10(Shop& shop)
 
     // The last ten, backwards.
     attempt([&] { jobs.MoveLast(); });
-    const auto movedBack = [&] {
-        jobs.MovePrevious();
-        return true;
-    };
     for (int job = 0; job < kLastJobs; ++job) {
         if (attempt.Test([&] { return jobs.Bof(); }, IfItFails::TakeBranch)) break;
         attempt([&] {
             list.AddItem(base::TextOf(jobs[LDHistory::WONumb]) + kBetweenNumberAndVehicle +
                          base::TextOf(jobs[LDHistory::VehDesc]));
         });
-        if (!attempt.Test(movedBack, IfItFails::SkipBranch)) break;
+        if (!attempt.Succeeds([&] { jobs.MovePrevious(); })) break;
     }
     attempt([&] { jobs.Close(); });
 }

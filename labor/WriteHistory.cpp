@@ -6,7 +6,7 @@
 #include "base/Convert.h"
 #include "base/Format.h"
 #include "data/Tables.h"
-#include "floor/EmployeeRow.h"
+#include "floor/StoreAndStay.h"
 #include "labor/ClockTime.h"
 #include "labor/GetHistory.h"
 #include "labor/Hours.h"
@@ -21,8 +21,8 @@ namespace {
 constexpr double kShortestJob = 0.01;
 
 // Who, which day, from when to when, on which order, under which labor type.
-void WriteJob(const ResumeNext& attempt, dao::Recordset& history, const platform::Grid& board,
-              const platform::Clock& clock)
+void DescribeJob(const ResumeNext& attempt, dao::Recordset& history, const platform::Grid& board,
+                 const platform::Clock& clock)
 {
     attempt([&] { history[LDHistory::EmpID] = base::ValLong(board.Value(LDEmp::EmpID.column)); });
     attempt([&] { history[LDHistory::WorkDate] = board.Value(LDEmp::WorkDate.column); });
@@ -53,12 +53,8 @@ void WriteHistory(Shop& shop)
     const platform::Grid& board = shop.window.grdEmp;
 
     // The open job of the board's row becomes a history row.
-    const auto begin = [&] {
-        history.AddNew();
-        return true;
-    };
-    const bool begun = attempt.Test(begin, IfItFails::SkipBranch);
-    WriteJob(attempt, history, board, shop.platform.clock);
+    const bool begun = attempt.Succeeds([&] { history.AddNew(); });
+    DescribeJob(attempt, history, board, shop.platform.clock);
 
     // How long it lasted, from the two clock readings as the row holds them.
     base::Value hours;

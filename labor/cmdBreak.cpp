@@ -18,7 +18,6 @@ using IfItFails::TakeBranch;
 void cmdBreak_Click(Shop& shop)
 {
     const ResumeNext attempt(shop, "Sub frmLodrin!cmdBreak_Click()");
-    dao::Recordset& employee = shop.state.employees;
     platform::Grid& board = shop.window.grdEmp;
 
     // It is he who goes, and he says how far the job has come.
@@ -34,9 +33,8 @@ void cmdBreak_Click(Shop& shop)
         attempt([&] { WriteHistory(shop); });
 
     // He is idle; his day goes on.
-    if (!Finds(attempt, employee, [&] { return "EmpID = " + board.Text(LDEmp::EmpID.column); }))
-        return;
-    EmployeeRow row(attempt, employee, board);
+    if (!FindsEmployee(attempt, shop)) return;
+    EmployeeRow row(attempt, shop.state.employees, board);
     row.Edit();
     row.ClearJob();
     row.Save();

@@ -61,7 +61,6 @@ void cmdEndDay_Click(Shop& shop)
 {
     const ResumeNext attempt(shop, "Sub frmLodrin!cmdEndDay_Click()");
     MainWindowState& state = shop.state;
-    dao::Recordset& employee = state.employees;
     platform::Grid& board = shop.window.grdEmp;
 
     // At the end of the calendar day nobody is there to be asked.
@@ -76,9 +75,8 @@ void cmdEndDay_Click(Shop& shop)
     if (attempt.Test(jobIsOpen, TakeBranch)) attempt([&] { WriteHistory(shop); });
 
     // Where his record is gone, his row of the board stays as it is.
-    EmployeeRow row(attempt, employee, board);
-    if (Finds(attempt, employee, [&] { return "EmpID = " + board.Text(LDEmp::EmpID.column); }))
-        EndDay(row, shop.platform.clock);
+    EmployeeRow row(attempt, state.employees, board);
+    if (FindsEmployee(attempt, shop)) EndDay(row, shop.platform.clock);
     DailyTotals(attempt, shop);
 }
 

@@ -22,7 +22,8 @@ public:
     [[nodiscard]] virtual std::string Read(std::string_view path) const = 0;
     // Replaces the content whole; the file is made when missing.
     virtual void Write(std::string_view path, std::string_view content) = 0;
-    // Adds to the end; the file is made when missing.
+    // Adds to the end, behind a line break where the last line has none; the file is made when
+    // missing.
     virtual void Append(std::string_view path, std::string_view content) = 0;
 };
 

@@ -17,6 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr const char* kLineBreak = "\r\n";
 constexpr int kFileNotFound = 53;
 constexpr int kDiskFull = 61;
 constexpr int kPermissionDenied = 70;
@@ -127,6 +128,18 @@ void Replace(const std::string& path, const std::string& beside, OpenFile file,
     }
 }
 
+// Whether the file ends within a line, as a power cut may leave it. One that is no file or cannot
+// be read does not.
+bool EndsWithinALine(const std::string& path)
+{
+    std::error_code ignored;
+    if (!fs::is_regular_file(path, ignored)) return false;
+    const OpenFile file(std::fopen(path.c_str(), "rb"));
+    if (!file || std::fseek(file.get(), -1, SEEK_END) != 0) return false;
+    const int last = std::fgetc(file.get());
+    return last != EOF && last != '\n';
+}
+
 }  // namespace
 
 bool StdFiles::Exists(std::string_view path) const
@@ -166,8 +179,9 @@ void StdFiles::Append(std::string_view path, std::string_view content)
     OpenFile file = Open(existing, "ab");
     std::error_code noLength;
     const std::uintmax_t length = fs::file_size(existing, noLength);
+    const std::string lineBreak = EndsWithinALine(existing) ? kLineBreak : "";
     try {
-        WriteAll(std::move(file), content, existing);
+        WriteAll(std::move(file), lineBreak + std::string(content), existing);
     } catch (const base::NumberedError&) {
         // What a full disk took of it goes again, so that the next one starts on its own line.
         std::error_code ignored;

@@ -6,6 +6,7 @@
 #include "base/Calendar.h"
 #include "base/Convert.h"
 #include "base/Format.h"
+#include "labor/ClockTime.h"
 
 #include <optional>
 
@@ -13,12 +14,10 @@ namespace lodrin {
 
 namespace {
 
-constexpr const char* kDateOnly = "mm/dd/yyyy";
-
 // The date without its time. Errors: 13 for a text that is no date.
 base::Date DateOnly(const base::Value& date)
 {
-    return base::ToDate(base::Format(date, kDateOnly));
+    return base::ToDate(base::Format(date, kClockDay));
 }
 
 // The date a text names. A time alone is what a date that nobody has selected yet looks like.

@@ -12,6 +12,7 @@
 #include "data/Kelvaro.h"
 #include "data/Tables.h"
 #include "floor/ColumnLayout.h"
+#include "floor/FindRecord.h"
 
 #include <array>
 
@@ -22,8 +23,6 @@ namespace {
 using IfItFails::SkipBranch;
 using IfItFails::TakeBranch;
 
-constexpr const char* kLaborAccounts =
-    "SELECT * FROM GenLedger WHERE GLLaborFlag = True ORDER BY GLCode";
 constexpr const char* kOwnRows = "LDStatus";
 constexpr const char* kEndOfFirstWord = " ";
 
@@ -38,9 +37,11 @@ constexpr const char* kNotStored = "The description was not stored.\r\n\r\n";
 constexpr const char* kStillThere =
     "\r\n\r\nWhat you typed is still there. Escape brings the stored description back.";
 
-// BODY LABOR is worded BODY, Frame stays Frame.
-std::string FirstWord(const std::string& text)
+// BODY LABOR is worded BODY, Frame stays Frame, and what has no name has no wording.
+base::Value FirstWord(const base::Value& name)
 {
+    if (name.IsNull()) return name;
+    const std::string text = base::TextOf(name);
     const long blank = base::InStr(text, kEndOfFirstWord);
     return blank > 0 ? base::Left(text, blank - 1) : text;
 }
@@ -52,21 +53,18 @@ void AddDescription(const ResumeNext& attempt, dao::Recordset& account, dao::Rec
     attempt([&] { status[Status::AcctType] = kOwnRows; });
     // An account without a code is worded too, once: its row is found again as the empty code.
     attempt([&] { status[Status::GLType] = base::TextOf(account[GenLedger::GLCode]); });
-    attempt([&] { status[Status::GLDesc] = base::TextOf(account[GenLedger::GLDescription]); });
-    attempt([&] {
-        status[Status::Description] = FirstWord(base::TextOf(account[GenLedger::GLDescription]));
-    });
+    attempt([&] { status[Status::GLDesc] = account[GenLedger::GLDescription]; });
+    attempt([&] { status[Status::Description] = FirstWord(account[GenLedger::GLDescription]); });
     attempt([&] { status.Update(); });
 }
 
 // Adds the account's row when it has none. A search that failed has no answer: nothing is added.
 void CompleteAccount(const ResumeNext& attempt, dao::Recordset& account, dao::Recordset& status)
 {
-    const auto searched = [&] {
-        status.FindFirst("GLType = '" + base::TextOf(account[GenLedger::GLCode]) + "'");
-        return true;
+    const auto itsRow = [&] {
+        return "GLType = '" + base::TextOf(account[GenLedger::GLCode]) + "'";
     };
-    if (!attempt.Test(searched, SkipBranch)) return;
+    if (!Searches(attempt, status, itsRow)) return;
     if (attempt.Test([&] { return status.NoMatch(); }, SkipBranch))
         AddDescription(attempt, account, status);
 }
@@ -98,7 +96,7 @@ void frmStatus::InitializeGrid(Shop& shop)
 
     // The window's own database, and in it the labor accounts and their descriptions.
     attempt([&] { database = OpenKelvaro(shop); });
-    attempt([&] { sqlText = kLaborAccounts; });
+    attempt([&] { sqlText = GenLedger::laborAccounts; });
     attempt([&] { genLedger = database.OpenRecordset(sqlText); });
     attempt([&] { sqlText = Status::descriptions; });
     attempt([&] { status = database.OpenRecordset(sqlText); });

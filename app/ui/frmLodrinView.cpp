@@ -13,6 +13,7 @@
 #include "labor/cmdEndDay.h"
 #include "platform/qt/ElidedLabel.h"
 #include "platform/qt/GridWidget.h"
+#include "platform/qt/Heading.h"
 #include "platform/qt/ListWidget.h"
 #include "platform/qt/Mirror.h"
 #include "platform/qt/Placing.h"
@@ -44,18 +45,6 @@ constexpr double kNameSize = 1.9;  // of the usual font
 constexpr QSize kWholeSize(1280, 960);
 constexpr int kEnterKey = 13;
 constexpr const char* kChooseName = "Choose your name on the board.";
-
-// A heading over a control; its mnemonic leads there.
-QLabel* Heading(const QString& text, QWidget* control)
-{
-    auto* heading = new QLabel(text, control->parentWidget());
-    heading->setObjectName("lbl" + control->objectName());
-    QFont font = heading->font();
-    font.setBold(true);
-    heading->setFont(font);
-    heading->setBuddy(control);
-    return heading;
-}
 
 QFont Scaled(QFont font, double factor, bool bold)
 {

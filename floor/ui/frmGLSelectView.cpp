@@ -2,6 +2,7 @@
 #include "floor/ui/frmGLSelectView.h"
 
 #include "app/Shop.h"
+#include "platform/qt/Heading.h"
 #include "platform/qt/ListWidget.h"
 #include "platform/qt/Mirror.h"
 #include "platform/qt/Placing.h"
@@ -65,15 +66,9 @@ QBoxLayout* frmGLSelectView::BuildList(platform::ListBox& list, const char* name
             shop.forms.glSelect.SelectionChanged();
         });
     };
-    auto* heading = new QLabel(title, this);
-    heading->setObjectName(QString("lbl") + name);
-    heading->setBuddy(shown);
-    QFont font = heading->font();
-    font.setBold(true);
-    heading->setFont(font);
     auto* column = new QVBoxLayout;
     column->setSpacing(4);
-    column->addWidget(heading);
+    column->addWidget(Heading(title, shown));
     column->addWidget(shown, 1);
     return column;
 }

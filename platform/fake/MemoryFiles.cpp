@@ -35,7 +35,9 @@ void MemoryFiles::Append(std::string_view path, std::string_view content)
 {
     const std::string name = base::LowerName(path);
     CheckWritable(name);
-    contents_[name].append(content);
+    std::string& stored = contents_[name];
+    if (!stored.empty() && stored.back() != '\n') stored += "\r\n";
+    stored += content;
 }
 
 void MemoryFiles::RefuseWrites(std::string_view path, int error)

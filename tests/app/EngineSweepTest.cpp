@@ -74,6 +74,8 @@ struct Procedure {
     std::function<void(ShopWorld&)> before;  // what was done before, without a failure
     std::function<void(ShopWorld&)> run;
     std::function<void(Scene&)> holds;  // whatever failed
+    // Parts of it that keep their failures to themselves.
+    std::set<std::string> silent = {};
 };
 
 void PrintTo(const Procedure& each, std::ostream* out)
@@ -172,7 +174,8 @@ std::vector<Procedure> ListsAndDialogs()
              world.fakes.prompts.TakeAnyInput("4321");
              EXPECT_FALSE(lodrin::VerifyPIN(world.shop));
          },
-         [](Scene& scene) { EXPECT_TRUE(scene.world.Reports().empty()); }},
+         [](Scene& scene) { EXPECT_TRUE(scene.world.Reports().empty()); },
+         {"VerifyPIN"}},
         {"EmpView",
          {"Sub frmLodrin!EmpView()"},
          OneOrderAndTwoPeople,
@@ -232,7 +235,8 @@ std::vector<Procedure> Jobs()
     return {
         {"JobChange",
          And({"Sub frmLodrin!StartJob()", "Sub frmGLSelect!Form_Load()"}, kClosingAJob),
-         BobHasWorkedSinceEight, BobStandsOnTheBoard,
+         BobHasWorkedSinceEight,
+         BobStandsOnTheBoard,
          [](ShopWorld& world) {
              world.fakes.prompts.TakeAnyInput("1234");
              world.dialogs.ConfirmOrLeave();
@@ -242,8 +246,11 @@ std::vector<Procedure> Jobs()
              NothingIsPostedTwice(scene);
              EXPECT_FALSE(scene.world.shop.window.grdEmp.allowEdit);
              EXPECT_EQ(scene.Stored("LDEmp").size(), 2U);
-         }},
-        {"Break", And({"Sub frmLodrin!cmdBreak_Click()"}, kClosingAJob), BobHasWorkedSinceEight,
+         },
+         {"VerifyPIN"}},
+        {"Break",
+         And({"Sub frmLodrin!cmdBreak_Click()"}, kClosingAJob),
+         BobHasWorkedSinceEight,
          BobStandsOnTheBoard,
          [](ShopWorld& world) {
              world.fakes.prompts.TakeAnyInput("1234");
@@ -253,9 +260,12 @@ std::vector<Procedure> Jobs()
          [](Scene& scene) {
              NothingIsPostedTwice(scene);
              EXPECT_TRUE(scene.Stored("LDEmp").at(0)["StartDay"].IsDate());
-         }},
-        {"EndOfTheDay", And({"Sub frmLodrin!cmdEndDay_Click()"}, kClosingAJob),
-         BobHasWorkedSinceEight, BobStandsOnTheBoard,
+         },
+         {"VerifyPIN", "frmProgress"}},
+        {"EndOfTheDay",
+         And({"Sub frmLodrin!cmdEndDay_Click()"}, kClosingAJob),
+         BobHasWorkedSinceEight,
+         BobStandsOnTheBoard,
          [](ShopWorld& world) {
              world.fakes.prompts.TakeAnyInput("1234");
              world.dialogs.ConfirmProgress();
@@ -264,7 +274,8 @@ std::vector<Procedure> Jobs()
          [](Scene& scene) {
              NothingIsPostedTwice(scene);
              EXPECT_LE(scene.Stored("LDTotals").size(), 1U);
-         }},
+         },
+         {"VerifyPIN", "frmProgress"}},
         {"LastMinute",
          And({"Sub frmLodrin!cmdEndDay_Click()", "Sub frmLodrin!Timer1_Timer()"}, kClosingAJob),
          BobHasWorkedSinceEight, BobStandsOnTheBoard,
@@ -352,15 +363,31 @@ protected:
         return disk.Content(kDatabase);
     }
 
+    // What the procedure leaves in the file when nothing fails.
+    static Contents WholeEffect(const std::vector<std::byte>& content)
+    {
+        Scene scene(content);
+        if (GetParam().before) GetParam().before(scene.world);
+        GetParam().run(scene.world);
+        return ShopWorld(scene.memory).Stored();
+    }
+
     // Plays the procedure with that call failing; false when it needed no such call.
-    bool Play(const std::vector<std::byte>& content, std::size_t call)
+    bool Play(const std::vector<std::byte>& content, std::size_t call, const Contents& whole)
     {
         Scene scene(content);
         if (GetParam().before) GetParam().before(scene.world);
         scene.FailAt(call);
         EXPECT_NO_THROW(GetParam().run(scene.world));
         const bool failed = scene.calls > call;
-        ExpectReportedOnce(scene.world.Reports());
+        const std::size_t failures = Failures(scene.world.Reports());
+        EXPECT_LE(failures, failed ? 1U : 0U);
+        // The engine keeps to itself what fails when it tidies up behind a store, or closes: by
+        // then all is stored.
+        if (failures == 0 && GetParam().silent.empty()) {
+            EXPECT_EQ(ShopWorld(scene.memory).Stored(), whole);
+        }
+        reported += failures;
         GetParam().holds(scene);
         scene.disk.beforeCall = nullptr;
         if (call % kChecked == 0) {
@@ -369,7 +396,9 @@ protected:
         return failed;
     }
 
-    void ExpectReportedOnce(const std::vector<std::string>& reports)
+    // How often the failing call was reported. Whatever is reported stands under a name that
+    // belongs to the procedure.
+    static std::size_t Failures(const std::vector<std::string>& reports)
     {
         std::size_t failures = 0;
         for (const std::string& report : reports) {
@@ -377,8 +406,7 @@ protected:
             EXPECT_EQ(GetParam().locations.count(location), 1U) << report;
             if (report.rfind("3043 ", 0) == 0) ++failures;
         }
-        EXPECT_LE(failures, 1U);
-        reported += failures;
+        return failures;
     }
 
     // Runs the procedure as an event; true when the program ended in it.
@@ -400,14 +428,15 @@ protected:
 INSTANTIATE_TEST_SUITE_P(Procedures, EngineSweepTest, ::testing::ValuesIn(Procedures()),
                          [](const auto& each) { return each.param.name; });
 
-TEST_P(EngineSweepTest, WhicheverCallFailsNothingEscapesAndItIsReportedOnce)
+TEST_P(EngineSweepTest, WhicheverCallFailsNothingEscapesAndItIsReportedOnceOrCostsNothing)
 {
     const std::vector<std::byte> content = Content();
+    const Contents whole = WholeEffect(content);
     std::size_t call = 0;
     for (bool failed = true; failed && !HasFailure(); ++call) {
         SCOPED_TRACE("call " + std::to_string(call));
         ASSERT_LT(call, 5000U);
-        failed = Play(content, call);
+        failed = Play(content, call, whole);
     }
     RecordProperty("calls", static_cast<int>(call));
     EXPECT_EQ(reported > 0, !GetParam().locations.empty() && call > 1);

@@ -6,16 +6,10 @@
 #include "data/DBOpen.h"
 #include "data/Tables.h"
 #include "tests/support/ShopFixture.h"
+#include "tests/support/StartTexts.h"
 
 namespace lodrin {
 namespace {
-
-constexpr const char* kNothingToSynchronise =
-    "No employees found to add or update to the employee list.  Ensure employee data exists in the "
-    "Tarvex Management system and try again.";
-constexpr const char* kNoStatusDescriptions =
-    "You have not yet set up your status descriptions.  Select Setup/Status Descriptions from the "
-    "menu before you start using the Lodrin program.";
 
 class frmLodrinTest : public tests::ShopFixture {
 protected:
@@ -27,7 +21,7 @@ protected:
 
     void Load()
     {
-        fakes.prompts.Expect(kNothingToSynchronise);
+        fakes.prompts.Expect(tests::kNothingToSynchronise);
         Form_Load(shop);
     }
 };
@@ -54,17 +48,17 @@ TEST_F(frmLodrinTest, WithoutStatusDescriptionsTheWarningComesOnceAfterTheListsA
 {
     Given({tests::Employee("Jones, Bob", 8), tests::RepairOrder(1001)});
     GivenNo("Status");
-    fakes.prompts.Expect(kNothingToSynchronise);
-    fakes.prompts.Expect(kNoStatusDescriptions);
+    fakes.prompts.Expect(tests::kNothingToSynchronise);
+    fakes.prompts.Expect(tests::kNoDescriptions);
     fakes.prompts.whileBoxIsOpen = [this](const platform::Box& box) {
-        if (box.text != kNoStatusDescriptions) return;
+        if (box.text != tests::kNoDescriptions) return;
         EXPECT_TRUE(shop.state.database.IsSet());
         EXPECT_EQ(shop.window.grdEmp.RowCount(), 1);
         EXPECT_EQ(shop.window.cboRO.ListCount(), 1);
     };
     Form_Load(shop);
     EXPECT_EQ(fakes.prompts.boxes.back(),
-              (platform::Box{.text = kNoStatusDescriptions, .title = "Lodrin"}));
+              (platform::Box{.text = tests::kNoDescriptions, .title = "Lodrin"}));
     EXPECT_EQ(fakes.prompts.boxes.size(), 2U);
     EXPECT_TRUE(shop.state.firstActivation);
 }
@@ -72,8 +66,8 @@ TEST_F(frmLodrinTest, WithoutStatusDescriptionsTheWarningComesOnceAfterTheListsA
 TEST_F(frmLodrinTest, WithoutTheDatabaseTheListsAreEmptyAndTheWarningIsShown)
 {
     disk.Remove(DatabasePath());
-    fakes.prompts.Expect(kNothingToSynchronise);
-    fakes.prompts.Expect(kNoStatusDescriptions);
+    fakes.prompts.Expect(tests::kNothingToSynchronise);
+    fakes.prompts.Expect(tests::kNoDescriptions);
     Form_Load(shop);
     EXPECT_EQ(shop.window.grdEmp.RowCount(), 0);
     EXPECT_EQ(shop.window.cboRO.ListCount(), 0);
@@ -314,7 +308,7 @@ TEST_F(LastMinuteTest, AnotherDatabaseHasJobsOfItsOwn)
                                {"WOID", Order(1002)["EntryNumber"]},
                                {"Customer", "Evans, Brian"},
                                {"GLType", "FL"}}}})});
-    fakes.prompts.Expect(kNothingToSynchronise);
+    fakes.prompts.Expect(tests::kNothingToSynchronise);
     DBOpen(shop);
     Select("Baker, Bob").At("11:59 PM").Ticks();
     EXPECT_EQ(Jobs().size(), 2U);

@@ -6,6 +6,7 @@
 #include "base/Calendar.h"
 #include "data/DBOpen.h"
 #include "tests/support/ShopFixture.h"
+#include "tests/support/StartTexts.h"
 
 namespace lodrin {
 namespace {
@@ -44,9 +45,7 @@ class CarryOverTest : public tests::ShopFixture {
 protected:
     void OpenDatabase()
     {
-        fakes.prompts.Expect(
-            "No employees found to add or update to the employee list.  Ensure employee data "
-            "exists in the Tarvex Management system and try again.");
+        fakes.prompts.Expect(tests::kNothingToSynchronise);
         DBOpen(shop);
     }
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "data/DBOpen.h"
 #include "tests/support/ShopFixture.h"
+#include "tests/support/StartTexts.h"
 
 namespace lodrin {
 namespace {
@@ -11,9 +12,6 @@ constexpr const char* kWarning =
 constexpr const char* kNothingSelected =
     "You have not selected a database! You will not be able to use the Lodrin program until the "
     "appropriate database is selected.";
-constexpr const char* kNothingToSynchronise =
-    "No employees found to add or update to the employee list.  Ensure employee data exists in the "
-    "Tarvex Management system and try again.";
 
 class GetDataPathTest : public tests::ShopFixture {
 protected:
@@ -67,7 +65,7 @@ TEST_F(GetDataPathTest, PickingAnyFileStoresItsFolderAndOpensTheDatabaseInIt)
 {
     fakes.prompts.Expect(kWarning, platform::Answer::Yes);
     fakes.prompts.ExpectFile("C:\\Shop\\readme.txt");
-    fakes.prompts.Expect(kNothingToSynchronise);
+    fakes.prompts.Expect(tests::kNothingToSynchronise);
     GetDataPath(shop);
     EXPECT_EQ(shop.values.DataPath, "C:\\Shop");
     EXPECT_EQ(Settings(), "[FileLoc]\r\nLodrin=C:\\Shop\r\n");
@@ -79,7 +77,7 @@ TEST_F(GetDataPathTest, PickingAnyFileStoresItsFolderAndOpensTheDatabaseInIt)
 TEST_F(GetDataPathTest, TheHourglassIsGoneAfterwards)
 {
     fakes.prompts.ExpectFile("C:\\Shop\\Kelvaro.mdb");
-    fakes.prompts.Expect(kNothingToSynchronise);
+    fakes.prompts.Expect(tests::kNothingToSynchronise);
     mnuFileOpen_Click(shop);
     EXPECT_EQ(fakes.pointer.hourglasses, 1);
     EXPECT_FALSE(fakes.pointer.hourglass);
@@ -89,7 +87,7 @@ TEST_F(GetDataPathTest, CancellingKeepsTheFolderStoresItAndOpensItAgain)
 {
     shop.values.DataPath = "C:\\Shop";
     fakes.prompts.ExpectFileCancelled();
-    fakes.prompts.Expect(kNothingToSynchronise);
+    fakes.prompts.Expect(tests::kNothingToSynchronise);
     mnuFileOpen_Click(shop);
     EXPECT_EQ(shop.values.DataPath, "C:\\Shop");
     EXPECT_EQ(Settings(), "[FileLoc]\r\nLodrin=C:\\Shop\r\n");
@@ -99,7 +97,7 @@ TEST_F(GetDataPathTest, CancellingKeepsTheFolderStoresItAndOpensItAgain)
 TEST_F(GetDataPathTest, OnAHostWithSlashesTheFolderIsCutThere)
 {
     fakes.prompts.ExpectFile("C:/Shop/Kelvaro.mdb");
-    fakes.prompts.Expect(kNothingToSynchronise);
+    fakes.prompts.Expect(tests::kNothingToSynchronise);
     mnuFileOpen_Click(shop);
     EXPECT_EQ(shop.values.DataPath, "C:/Shop");
 }
@@ -109,7 +107,7 @@ TEST_F(GetDataPathTest, AFolderThatCannotBeStoredGivesWayToTheStoredOne)
     Settings("C:\\Shop");
     fakes.files.RefuseWrites("C:/Lodrin/Lodrin.ini", 75);
     fakes.prompts.ExpectFile("D:\\Other\\Kelvaro.mdb");
-    fakes.prompts.Expect(kNothingToSynchronise);
+    fakes.prompts.Expect(tests::kNothingToSynchronise);
     mnuFileOpen_Click(shop);
     EXPECT_EQ(shop.values.DataPath, "C:\\Shop");
 }

@@ -2,21 +2,17 @@
 #include "data/SyncEmployees.h"
 
 #include "tests/support/ShopFixture.h"
+#include "tests/support/StartTexts.h"
 
 namespace lodrin {
 namespace {
 
 using base::Value;
 using tests::Employee;
+using tests::kEmployeesAdded;
+using tests::kNothingToSynchronise;
 using tests::ShopEntry;
 
-constexpr const char* kNothingChanged =
-    "No employees found to add or update to the employee list.  Ensure employee data exists in the "
-    "Tarvex Management system and try again.";
-constexpr const char* kChanged =
-    "New Employees have been added to the Lodrin Database and existing employees have been "
-    "updated.Please Exit the program and then restart Lodrin.  Note.... All data will remain as "
-    "shown, you do NOT need to stop any times or end any jobs.";
 constexpr const char* kAllEmployees = "SELECT * FROM LDEmp ORDER BY EmpEntry";
 
 // A profile that the board does not know yet.
@@ -62,7 +58,7 @@ using NameList = std::vector<std::string>;
 TEST_F(SyncEmployeesTest, AProfileWithoutARowIsAddedUnderItsDisplayName)
 {
     Given({Newcomer("Smith, Ann", 7)});
-    Synchronise(kChanged);
+    Synchronise(kEmployeesAdded);
     EXPECT_EQ(Names(), (NameList{"7 Smith, Ann"}));
     EXPECT_EQ(steps_, (NameList{"Synchronizing LD - Preparing to execute process",
                                 "Synchronizing LD - Adding employee: Ann Smith"}));
@@ -71,7 +67,7 @@ TEST_F(SyncEmployeesTest, AProfileWithoutARowIsAddedUnderItsDisplayName)
 TEST_F(SyncEmployeesTest, AnAddedRowKeepsTheDefaultsOfItsOtherFields)
 {
     Given({Newcomer("Smith, Ann", 7)});
-    Synchronise(kChanged);
+    Synchronise(kEmployeesAdded);
     const tests::Record row = EmployeeRecord("Smith, Ann");
     EXPECT_EQ(row["StartDay"], Value(base::Null{}));
     EXPECT_EQ(row["WO#"], Value(0));
@@ -82,7 +78,7 @@ TEST_F(SyncEmployeesTest, WithoutEmployeeProfilesNothingIsDeleted)
 {
     Given({Leaver("Smith, Ann", 7), Newcomer("Body, Shop", 50).With("Type", "Vendor")});
     const tests::Contents before = Stored();
-    Synchronise(kNothingChanged);
+    Synchronise(kNothingToSynchronise);
     EXPECT_EQ(Stored(), before);
 }
 
@@ -91,7 +87,7 @@ TEST_F(SyncEmployeesTest, ProfilesOutOfReachEmptyNoBoard)
     Given({Employee("Smith, Ann", 7)});
     Open();
     shop.state.database.Close();
-    fakes.prompts.Expect(kNothingChanged);
+    fakes.prompts.Expect(kNothingToSynchronise);
     SyncEmployees(shop);
     EXPECT_EQ(Names(), (NameList{"7 Smith, Ann"}));
     EXPECT_FALSE(dialogs.procMsgVisible);
@@ -101,7 +97,7 @@ TEST_F(SyncEmployeesTest, RowsThatAreRightAreLeftAloneAndNothingFoundIsReported)
 {
     Given({Employee("Smith, Ann", 7), Employee("Jones, Bob", 8)});
     const tests::Contents before = Stored();
-    Synchronise(kNothingChanged);
+    Synchronise(kNothingToSynchronise);
     EXPECT_EQ(Stored(), before);
     EXPECT_EQ(steps_, (NameList{"Synchronizing LD - Preparing to execute process",
                                 "Synchronizing LD - Processing employees",
@@ -111,7 +107,7 @@ TEST_F(SyncEmployeesTest, RowsThatAreRightAreLeftAloneAndNothingFoundIsReported)
 TEST_F(SyncEmployeesTest, ARowWhoseProfileIsGoneIsDeletedAndStillNothingFoundIsReported)
 {
     Given({Employee("Smith, Ann", 7), Leaver("Jones, Bob", 8), Employee("Adams, Zoe", 9)});
-    Synchronise(kNothingChanged);
+    Synchronise(kNothingToSynchronise);
     EXPECT_EQ(Names(), (NameList{"7 Smith, Ann", "9 Adams, Zoe"}));
     EXPECT_TRUE(Reports().empty());
 }
@@ -121,22 +117,22 @@ TEST_F(SyncEmployeesTest, AHiddenRowIsNotFoundSoASecondOneIsAddedAndTheHiddenOne
     Given({Newcomer("Smith, Ann", 7),
            ShopEntry({{"LDEmp", {{"EmpID", 7}, {"Name", "@Smith, Ann"}}}}),
            ShopEntry({{"LDEmp", {{"EmpID", 99}, {"Name", "@Office"}}}})});
-    Synchronise(kChanged);
+    Synchronise(kEmployeesAdded);
     EXPECT_EQ(Names(), (NameList{"7 @Smith, Ann", "99 @Office", "7 Smith, Ann"}));
 }
 
 TEST_F(SyncEmployeesTest, AProfileWhoseNameHidesItselfIsAddedAgainAtEverySynchronisation)
 {
     Given({Newcomer("@Smith, Ann", 7)});
-    Synchronise(kChanged);
-    Synchronise(kChanged);
+    Synchronise(kEmployeesAdded);
+    Synchronise(kEmployeesAdded);
     EXPECT_EQ(Names(), (NameList{"7 @Smith, Ann", "7 @Smith, Ann"}));
 }
 
 TEST_F(SyncEmployeesTest, AddedRowsSurviveTheRemovalPass)
 {
     Given({Newcomer("Smith, Ann", 7), Newcomer("Jones, Bob", 8), Leaver("Gone, Guy", 9)});
-    Synchronise(kChanged);
+    Synchronise(kEmployeesAdded);
     EXPECT_EQ(Names(), (NameList{"8 Jones, Bob", "7 Smith, Ann"}));
 }
 
@@ -144,21 +140,21 @@ TEST_F(SyncEmployeesTest, AChangeOfCaseOrBlanksRewritesTheName)
 {
     Given({Employee("Smith, Ann", 7).With("Name", "SMITH, Ann"),
            Employee("Jones, Bob", 8).With("Name", "Jones,  Bob")});
-    Synchronise(kChanged);
+    Synchronise(kEmployeesAdded);
     EXPECT_EQ(Names(), (NameList{"7 Smith, Ann", "8 Jones, Bob"}));
 }
 
 TEST_F(SyncEmployeesTest, AWorkingDayGoesOnUnderTheNewName)
 {
     Given({Employee("Smith, Ann", 7).With("Name", "Smyth, Ann").With("Customer", "Customer 1001")});
-    Synchronise(kChanged);
+    Synchronise(kEmployeesAdded);
     EXPECT_EQ(EmployeeRecord("Smith, Ann").Text("Customer"), "Customer 1001");
 }
 
 TEST_F(SyncEmployeesTest, AMissingFirstNameLeavesTheCommaAndTheBlank)
 {
     Given({Newcomer("Smith", 7).With("FirstName", base::Null{})});
-    Synchronise(kChanged);
+    Synchronise(kEmployeesAdded);
     EXPECT_EQ(Names(), (NameList{"7 Smith, "}));
 }
 
@@ -166,7 +162,7 @@ TEST_F(SyncEmployeesTest, ARowWithoutANumberIsNotDeletedOnTheAnswerToAnotherSear
 {
     Given({Employee("Adams, Zoe", 9)});
     Given({ShopEntry({{"LDEmp", {{"EmpID", base::Null{}}, {"Name", "Nobody"}}}})});
-    Synchronise(kNothingChanged);
+    Synchronise(kNothingToSynchronise);
     // A row without a number has no profile to be searched for, and stays.
     EXPECT_EQ(Names(), (NameList{"9 Adams, Zoe", " Nobody"}));
     EXPECT_EQ(Reports(), (NameList{"3077 Sub frmLodrin!SyncEmployees()"}));
@@ -175,7 +171,7 @@ TEST_F(SyncEmployeesTest, ARowWithoutANumberIsNotDeletedOnTheAnswerToAnotherSear
 TEST_F(SyncEmployeesTest, TheBoardIsNotRebuilt)
 {
     Given({Employee("Smith, Ann", 7), Newcomer("Jones, Bob", 8)});
-    Synchronise(kChanged);
+    Synchronise(kEmployeesAdded);
     EXPECT_EQ(shop.window.grdEmp.RowCount(), 1);
 }
 

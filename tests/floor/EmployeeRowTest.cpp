@@ -2,6 +2,7 @@
 // EmployeeRowTest: an employee's record and his board row are written together.
 #include "floor/EmployeeRow.h"
 
+#include "app/ResumeNext.h"
 #include "tests/support/ShopFixture.h"
 
 #include <string>

@@ -5,6 +5,7 @@
 #include "labor/GetHistory.h"
 #include "tests/support/SampleShopDays.h"
 #include "tests/support/SampleShopFixture.h"
+#include "tests/support/StartTexts.h"
 
 #include <string>
 

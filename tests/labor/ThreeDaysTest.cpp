@@ -6,6 +6,7 @@
 #include "tests/support/ExpectExport.h"
 #include "tests/support/SampleShopDays.h"
 #include "tests/support/SampleShopFixture.h"
+#include "tests/support/StartTexts.h"
 
 #include <algorithm>
 #include <array>

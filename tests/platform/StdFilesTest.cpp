@@ -151,6 +151,27 @@ TEST_F(StdFilesTest, RecordThatFindsNoRoomLeavesTheEarlierOnesWhole)
     EXPECT_EQ(files.Read(path), "1 whole\r\n3 whole\r\n");
 }
 
+// What a power cut left of a record does not swallow the next one.
+TEST_F(StdFilesTest, RecordBehindHalfAOneStartsOnItsOwnLine)
+{
+    const std::string path = PathOf("Lodrin.Log");
+    files.Write(path, "1 whole\r\n2 ha");
+    files.Append(path, "3 whole\r\n");
+    files.Append(path, "4 whole\r\n");
+    EXPECT_EQ(files.Read(path), "1 whole\r\n2 ha\r\n3 whole\r\n4 whole\r\n");
+}
+
+TEST_F(StdFilesTest, RecordIsAddedToALogThatMayNotBeRead)
+{
+    if (geteuid() == 0) GTEST_SKIP() << "the superuser is refused nothing";
+    const std::string path = PathOf("Lodrin.Log");
+    files.Write(path, "1\r\n");
+    fs::permissions(path, fs::perms::owner_write);
+    files.Append(path, "2\r\n");
+    fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(files.Read(path), "1\r\n2\r\n");
+}
+
 TEST_F(StdFilesTest, RefusedFileIs75AndStaysAsItWas)
 {
     if (geteuid() == 0) GTEST_SKIP() << "the superuser is refused nothing";

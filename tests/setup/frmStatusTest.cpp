@@ -97,6 +97,22 @@ TEST_F(frmStatusTest, AccountWithoutACodeIsWordedOnlyOnce)
     EXPECT_EQ(Rows(kAllDescriptions).size(), 1U);
 }
 
+TEST_F(frmStatusTest, AccountWithoutANameHasNoWordingUntilTheShopGivesItOne)
+{
+    Given({LedgerAccount("BL", "x", true).With(lodrin::GenLedger::GLDescription, base::Null{})});
+    Show();
+    Show([this](lodrin::frmStatus& form) {
+        const std::vector<Record> rows = Rows(kAllDescriptions);
+        ASSERT_EQ(rows.size(), 1U);
+        EXPECT_TRUE(rows[0][Status::GLDesc].IsNull());
+        EXPECT_TRUE(rows[0][Status::Description].IsNull());
+        EXPECT_EQ(form.grdStatus.Shown(1, Status::Column::Description), "");
+        EXPECT_TRUE(form.StoreDescription(shop, 1, "Body"));
+    });
+    EXPECT_EQ(Wordings(), (Map{{"BL", "Body"}}));
+    EXPECT_TRUE(Reports().empty());
+}
+
 TEST_F(frmStatusTest, AccountRemovedFromTheLaborAccountsKeepsItsRow)
 {
     Given({LaborType("BL", "Body"), LedgerAccount("BL", "Body Labor", false),

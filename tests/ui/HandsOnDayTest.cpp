@@ -17,7 +17,7 @@ protected:
     void SetUp() override
     {
         OwnShopTest::SetUp();
-        Start({kEmployeesAdded, kNoDescriptions});
+        StartNewShop();
         Window().activateWindow();
         (void)QTest::qWaitForWindowActive(&Window());
     }
@@ -170,8 +170,7 @@ TEST_F(KeyboardDayTest, WholeDay)
 
 TEST_F(KeyboardDayTest, MenusOpenByTheirLetters)
 {
-    robot.Box("No employees found to add or update to the employee list.  Ensure employee data "
-              "exists in the Tarvex Management system and try again.");
+    robot.Box(kNothingToSynchronise);
     Key(Qt::Key_F, Qt::AltModifier);
     ASSERT_NE(QApplication::activePopupWidget(), nullptr);
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_S);

@@ -6,6 +6,7 @@
 #include "tests/support/IntegrityExpectations.h"
 #include "tests/support/Samples.h"
 #include "tests/support/ShopWorld.h"
+#include "tests/support/StartTexts.h"
 #include "tests/ui/Robot.h"
 #include "tools/demo/StagedShop.h"
 
@@ -21,9 +22,6 @@ namespace tests {
 namespace {
 
 constexpr const char* kTheDate = "Is this the correct date: Monday, March 15, 2004";
-constexpr const char* kNobodyNew =
-    "No employees found to add or update to the employee list.  Ensure employee data exists in the "
-    "Tarvex Management system and try again.";
 
 class OneEventTest : public testing::Test {
 protected:
@@ -52,7 +50,7 @@ protected:
     {
         staged.emplace(Program(), Data(), base::DateFrom({2004, 3, 15, 7, 0, 0}));
         robot.Box(kTheDate, QMessageBox::Yes);
-        robot.Box(kNobodyNew);
+        robot.Box(kNothingToSynchronise);
         staged->dialogs.leave = [this](int exitCode) { ended.push_back(exitCode); };
         staged->Start();
         auto& board = Find<QTableView>("grdEmp");

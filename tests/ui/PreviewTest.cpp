@@ -7,6 +7,7 @@
 #include "tests/support/SampleShopDays.h"
 #include "tests/support/Samples.h"
 #include "tests/support/ShopFixture.h"
+#include "tests/support/StartTexts.h"
 #include "tests/ui/Robot.h"
 #include "tools/demo/StagedShop.h"
 

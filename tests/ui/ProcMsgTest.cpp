@@ -6,6 +6,7 @@
 #include "data/modBuildLD.h"
 #include "platform/fake/OtherServices.h"
 #include "tests/support/ShopFixture.h"
+#include "tests/support/StartTexts.h"
 #include "tools/demo/Hands.h"
 
 #include <QApplication>
@@ -101,10 +102,7 @@ TEST_F(ProcMsgTest, EachStepOfTheSynchronisationIsPainted)
     Given({Employee("Jones, Bob", 8).Without("LDEmp"), Employee("Smith, Ann", 7)});
     Open();
     real.state = std::move(shop.state);
-    fakes.prompts.Expect("New Employees have been added to the Lodrin Database and existing "
-                         "employees have been updated.Please Exit the program and then restart "
-                         "Lodrin.  Note.... All data will remain as shown, you do NOT need to stop "
-                         "any times or end any jobs.");
+    fakes.prompts.Expect(kEmployeesAdded);
     lodrin::Dispatch(real, lodrin::mnuSyncEmp_Click);
     EXPECT_EQ(painted.texts,
               (std::vector<std::string>{"Synchronizing LD - Preparing to execute process",

@@ -9,11 +9,13 @@
 #include "tests/support/SampleShopDays.h"
 #include "tests/support/Samples.h"
 #include "tests/support/ShopTables.h"
+#include "tests/support/StartTexts.h"
 #include "tests/ui/Robot.h"
 #include "tools/demo/StagedShop.h"
 
 #include <QLabel>
 #include <QPushButton>
+#include <QTest>
 
 #include <fstream>
 #include <optional>
@@ -69,6 +71,18 @@ protected:
         ASSERT_GE(demo::RowOf(board, employee), 0) << employee;
         demo::ClickRow(board, demo::RowOf(board, employee));
         EXPECT_EQ(LabelText("lblEmpName"), employee);
+    }
+    // What he answers when he starts a job.
+    void PinAndLabor(const char* pin, const char* code, const char* department)
+    {
+        robot.Pin(pin);
+        robot.Labor(code, department);
+    }
+    void ExpectTitle(const char* title)
+    {
+        EXPECT_TRUE(
+            QTest::qWaitFor([this, title] { return Window().windowTitle() == title; }, 2000))
+            << Window().windowTitle().toStdString();
     }
     void Type(const std::string& number)
     {
@@ -135,6 +149,8 @@ protected:
                 if (row.table != "LDEmp") Add(database, row);
         database.Close();
     }
+    // The first start: everybody is new, and the labor types have no wording.
+    void StartNewShop() { Start({kEmployeesAdded, kNoDescriptions}); }
     static void Add(dao::Database& database, const NewRow& row)
     {
         dao::Recordset table = database.OpenRecordset(row.table);

@@ -24,16 +24,13 @@ TEST_F(WorkingDayTest, EveningInTheShopLeavesExactlyItsJobs)
     // comes back to the Honda.
     Choose("Jones, Anthony");
     staged->At("05:30 PM");
-    robot.Pin("0992");
-    robot.Labor("BL", "Paint");
+    PinAndLabor("0992", "BL", "Paint");
     Type("10125");
     staged->At("06:10 PM");
-    robot.Pin("0992");
-    robot.Labor("RL", "Mechanical");
+    PinAndLabor("0992", "RL", "Mechanical");
     Pick("10011  ");
     staged->At("08:00 PM");
-    robot.Pin("0992");
-    robot.Labor("ML", "Paint");
+    PinAndLabor("0992", "ML", "Paint");
     DoubleClickFirstLastJob("10125   1996 Honda CR-V EX AWD");
     EXPECT_EQ(DailyCell(0, 5), "10011");
     EXPECT_EQ(LabelText("lblJob"), "WO 10125 \u00b7 ML \u00b7 since 08:00 PM \u00b7 "
@@ -54,16 +51,13 @@ TEST_F(WorkingDayTest, FirstMorningInANewShopBuildsItsTablesAndKeepsTheRest)
 
     Choose("Gomez, Michelle");
     staged->At("07:30 AM");
-    robot.Pin("7802");
-    robot.Labor("FL", "Paint");
+    PinAndLabor("7802", "FL", "Paint");
     Type("10037");
     staged->At("09:00 AM");
-    robot.Pin("7802");
-    robot.Labor("DL", "Body");
+    PinAndLabor("7802", "DL", "Body");
     Pick("10112  ");
     staged->At("10:10 AM");
-    robot.Pin("7802");
-    robot.Labor("BL", "Paint");
+    PinAndLabor("7802", "BL", "Paint");
     DoubleClickFirstLastJob("10037   2001 Chevrolet Malibu LT");
     Exit();
     ExpectFirstMorning(sample, File());
@@ -71,15 +65,14 @@ TEST_F(WorkingDayTest, FirstMorningInANewShopBuildsItsTablesAndKeepsTheRest)
 
 TEST_F(OwnShopTest, MorningOfTwoTechniciansIsStored)
 {
-    Start({kEmployeesAdded, kNoDescriptions});
+    StartNewShop();
     staged->At("08:00 AM");
     Choose("Adams, Al");
     robot.Labor("BL", "Body");
     Type("1001");
     staged->At("08:05 AM");
     Choose("Baker, Bo");
-    robot.Pin("77");
-    robot.Labor("RL", "Paint");
+    PinAndLabor("77", "RL", "Paint");
     Pick("1002  ");
     staged->At("10:20 AM");
     Choose("Adams, Al");
@@ -113,7 +106,7 @@ TEST_F(OwnShopTest, MorningOfTwoTechniciansIsStored)
 TEST_F(OwnShopTest, ShopWordsItsLaborTypesByKeyboardAlone)
 {
     if (!MdbExportIsInstalled()) GTEST_SKIP() << "mdb-export is not installed";
-    Start({kEmployeesAdded, kNoDescriptions});
+    StartNewShop();
     staged->shop.window.Timer1.SetInterval(1);
     robot.Then([this](QDialog& window) {
         EXPECT_EQ(window.windowTitle().toStdString(), "Status Descriptions");
@@ -151,14 +144,13 @@ TEST_F(OwnShopTest, ShopWordsItsLaborTypesByKeyboardAlone)
 
 TEST_F(OwnShopTest, BreakAndEndOfDayThroughTheRealDialogsAreStored)
 {
-    Start({kEmployeesAdded, kNoDescriptions});
+    StartNewShop();
     const auto press = [this](const char* button) {
         QTest::keyClick(&demo::Find<QPushButton>(Window(), button), Qt::Key_Space);
     };
     staged->At("08:00 AM");
     Choose("Baker, Bo");
-    robot.Pin("77");
-    robot.Labor("BL", "Body");
+    PinAndLabor("77", "BL", "Body");
     Type("1001");
     staged->At("10:20 AM");
     robot.Pin("77");
@@ -166,8 +158,7 @@ TEST_F(OwnShopTest, BreakAndEndOfDayThroughTheRealDialogsAreStored)
     press("cmdBreak");
     EXPECT_EQ(LabelText("lblJob"), "Day started 08:00 AM \u00b7 no job open");
     staged->At("10:40 AM");
-    robot.Pin("77");
-    robot.Labor("RL", "Paint");
+    PinAndLabor("77", "RL", "Paint");
     Type("1002");
     staged->At("04:30 PM");
     robot.Box("This will close out your time for today.  Are you sure?", QMessageBox::Yes);
@@ -191,14 +182,13 @@ TEST_F(OwnShopTest, BreakAndEndOfDayThroughTheRealDialogsAreStored)
 
 TEST_F(OwnShopTest, WrongPinUnknownOrderAndLeftDialogStoreNothing)
 {
-    Start({kEmployeesAdded, kNoDescriptions});
+    StartNewShop();
     const std::vector<Record> before = Rows("SELECT * FROM LDEmp");
     Choose("Baker, Bo");
     robot.Pin("78");
     robot.Box("Invalid PIN entered");
     Type("1001");
-    robot.Pin("77");
-    robot.Labor("BL", "Body");
+    PinAndLabor("77", "BL", "Body");
     robot.Box(kUnknownOrder);
     Type("4711");
     robot.Pin("77");
@@ -211,7 +201,7 @@ TEST_F(OwnShopTest, WrongPinUnknownOrderAndLeftDialogStoreNothing)
 
 TEST_F(OwnShopTest, SplashGoesAndThePathStandsInTheStatusBar)
 {
-    Start({kEmployeesAdded, kNoDescriptions});
+    StartNewShop();
     EXPECT_THROW((void)demo::Window("frmSplash"), std::logic_error);
     EXPECT_EQ(LabelText("stsLDText"), "Database Path: " + Data().string());
     EXPECT_EQ(LabelText("lblDate"), "12/30/2009");
@@ -221,10 +211,9 @@ TEST_F(OwnShopTest, SplashGoesAndThePathStandsInTheStatusBar)
 
 TEST_F(OwnShopTest, NoTickComesThroughARealBox)
 {
-    Start({kEmployeesAdded, kNoDescriptions});
+    StartNewShop();
     staged->shop.window.Timer1.SetInterval(1);
-    ASSERT_TRUE(QTest::qWaitFor(
-        [this] { return Window().windowTitle() == "Lodrin -      7:00:00 AM"; }, 2000));
+    ExpectTitle("Lodrin -      7:00:00 AM");
     Choose("Baker, Bo");
     robot.Then([this](QDialog& prompt) {
         staged->At("09:00 AM");
@@ -234,8 +223,7 @@ TEST_F(OwnShopTest, NoTickComesThroughARealBox)
     });
     robot.Box("Invalid PIN entered");
     Type("1001");
-    EXPECT_TRUE(QTest::qWaitFor(
-        [this] { return Window().windowTitle() == "Lodrin -      9:00:00 AM"; }, 2000));
+    ExpectTitle("Lodrin -      9:00:00 AM");
 }
 
 TEST_F(OwnShopTest, NoToTheDateEndsTheProgramBeforeAnyWindow)

@@ -30,7 +30,7 @@ std::string Cell(const base::Value& value)
 {
     const base::Date* date = value.As<base::Date>();
     if (date == nullptr) return base::TextOf(value);
-    return base::Format(value, date->days < 1 ? lodrin::kClockTime : "mm/dd/yyyy");
+    return base::Format(value, date->days < 1 ? lodrin::kClockTime : lodrin::kClockDay);
 }
 
 // One line a row: the fields that hold something.
@@ -50,7 +50,7 @@ void Print(dao::Database& database, const std::string& table, const std::string&
 void PrintDay(StagedShop& staged, const std::filesystem::path& shopFolder)
 {
     const std::string today =
-        "#" + base::Format(base::DatePartOf(staged.clock.Now()), "mm/dd/yyyy") + "#";
+        "#" + base::Format(base::DatePartOf(staged.clock.Now()), lodrin::kClockDay) + "#";
     dao::Database database = staged.engine.DefaultWorkspace().OpenDatabase(
         staged.paths.ToHost(shopFolder.string() + "\\Kelvaro.mdb"));
     Print(database, "LDEmp, the technicians at work",
