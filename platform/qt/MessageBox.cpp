@@ -20,6 +20,7 @@ namespace {
 constexpr int kMargin = 20;
 constexpr int kBesideIcon = 14;      // that Qt leaves, whether there is an icon or not
 constexpr int kScrolledWidth = 640;  // of a box with more text than fits
+constexpr int kBesideBar = 8;        // between that text and its scroll bar
 
 QMessageBox::StandardButtons ButtonsOf(const Box& box)
 {
@@ -114,12 +115,19 @@ void MessageBox::ScrollText()
     layout()->removeWidget(text);
     text->setWordWrap(true);
     text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    text->setContentsMargins(0, 0, kBesideBar, 0);
     auto* page = new ScrollPage(text, this);
     page->setObjectName("scroll");
     page->setFocusPolicy(Qt::StrongFocus);
     page->setAccessibleName("Text of the message");
     grid()->addWidget(page, row, column, rows, columns);
+    page->show();
     setFixedSize(WithinScreen(*this, {kScrolledWidth, QWIDGETSIZE_MAX}));
+    layout()->activate();
+    // No higher than its text, and no line is cut through at the lower edge.
+    const int line = text->fontMetrics().lineSpacing();
+    const int lines = std::min(page->height() / line, text->heightForWidth(page->width()) / line);
+    setFixedHeight(height() - page->height() + lines * line);
 }
 
 QGridLayout* MessageBox::grid() const

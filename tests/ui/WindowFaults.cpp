@@ -75,6 +75,23 @@ private:
             label.wordWrap() ? label.heightForWidth(label.width()) : label.sizeHint().height();
         const bool narrow = !label.wordWrap() && label.width() < label.sizeHint().width();
         if (label.height() < needed || narrow) Fault(label, "has a text that is cut");
+        if (IsScrolled(label)) Page(label);
+    }
+
+    static bool IsScrolled(const QWidget& widget)
+    {
+        const QWidget* holder = widget.parentWidget();
+        return holder != nullptr && holder->objectName() == "qt_scrollarea_viewport";
+    }
+
+    // A text on a page of its own.
+    void Page(const QLabel& text)
+    {
+        const QFontMetrics font = text.fontMetrics();
+        const QRect page = text.parentWidget()->rect();
+        if (page.height() % font.lineSpacing() != 0) Fault(text, "has a line that is cut through");
+        const QRect written = font.boundingRect(text.contentsRect(), Qt::TextWordWrap, text.text());
+        if (written.right() + 4 > page.right()) Fault(text, "stands too close to the scroll bar");
     }
 
     void View(QAbstractItemView& view)
@@ -99,7 +116,7 @@ private:
     void Inside(const QWidget& widget)
     {
         const QWidget* holder = widget.parentWidget();
-        if (holder == nullptr || holder->objectName() == "qt_scrollarea_viewport") return;
+        if (holder == nullptr || IsScrolled(widget)) return;
         if (!holder->rect().contains(widget.geometry())) Fault(widget, "sticks out");
     }
 

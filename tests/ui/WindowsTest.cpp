@@ -99,16 +99,19 @@ TEST_F(WindowsTest, PromptDialogsAndBoxesOfAJob)
 TEST_F(WindowsTest, LongestBoxes)
 {
     Open();
-    for (const platform::Icon icon : {platform::Icon::None, platform::Icon::Critical}) {
-        robot.Then([](QDialog& box) {
-            ExpectRight(box);
-            demo::Press(box, QMessageBox::Ok);
-        });
-        std::string text;
-        for (int sentence = 0; sentence < 8; ++sentence)
-            text += "If the software appears in the task list, highlight it and end the task. ";
-        staged->prompts.Show({.text = text, .title = "Duplicate Program", .icon = icon});
-    }
+    const std::string sentence =
+        "If the software appears in the task list, highlight it and end the task. ";
+    for (const platform::Icon icon : {platform::Icon::None, platform::Icon::Critical})
+        for (const int sentences : {5, 8, 12}) {
+            std::string text;
+            for (int i = 0; i < sentences; ++i)
+                text += sentence;
+            robot.Then([](QDialog& box) {
+                ExpectRight(box);
+                demo::Press(box, QMessageBox::Ok);
+            });
+            staged->prompts.Show({.text = text, .title = "Duplicate Program", .icon = icon});
+        }
 }
 
 TEST_F(WindowsTest, OpenDatabaseDialog)
