@@ -111,10 +111,12 @@ void ScriptedDialogs::ShowProgress(lodrin::Shop& shop)
     lodrin::frmProgress& form = shop.forms.progress;
     bool closed = false;
     form.close = [&] { closed = true; };
+    progressVisible = true;
     form.Form_Load(shop);
     if (whileProgressIsOpen) whileProgressIsOpen(shop);
     lodrin::DispatchInDialog(shop, act);
     if (!closed) throw std::logic_error("the progress dialog did not close");
+    progressVisible = false;
     form.close = nullptr;
 }
 

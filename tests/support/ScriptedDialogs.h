@@ -35,6 +35,7 @@ public:
     int glSelects = 0, progresses = 0;
     int splashes = 0, procMsgs = 0, mains = 0;
     bool splashVisible = false, procMsgVisible = false, mainVisible = false;
+    bool progressVisible = false;
     bool focusOnGLCodes = false;
     // Called while the status description window is open; afterwards the user leaves by Exit.
     int statuses = 0;

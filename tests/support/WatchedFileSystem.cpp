@@ -11,34 +11,34 @@ namespace {
 
 class WatchedFile : public File {
 public:
-    WatchedFile(std::unique_ptr<File> below, const WatchedFileSystem& disk)
-        : below_(std::move(below)), disk_(disk)
+    WatchedFile(std::unique_ptr<File> below, std::string path, const WatchedFileSystem& disk)
+        : below_(std::move(below)), path_(std::move(path)), disk_(disk)
     {
     }
 
     [[nodiscard]] std::uint64_t Size() const override
     {
-        disk_.Tell();
+        disk_.Tell("Size", path_);
         return below_->Size();
     }
     void Read(std::uint64_t offset, std::span<std::byte> into) const override
     {
-        disk_.Tell();
+        disk_.Tell("Read", path_);
         below_->Read(offset, into);
     }
     void Write(std::uint64_t offset, std::span<const std::byte> bytes) override
     {
-        disk_.Tell();
+        disk_.Tell("Write", path_);
         below_->Write(offset, bytes);
     }
     void Truncate(std::uint64_t size) override
     {
-        disk_.Tell();
+        disk_.Tell("Truncate", path_);
         below_->Truncate(size);
     }
     void Flush() override
     {
-        disk_.Tell();
+        disk_.Tell("Flush", path_);
         below_->Flush();
     }
     [[nodiscard]] bool IsNamed(const std::string& path) const override
@@ -47,7 +47,7 @@ public:
     }
     [[nodiscard]] bool TryLock(LockKind kind, std::uint64_t offset, std::uint64_t length) override
     {
-        disk_.Tell();
+        disk_.Tell("TryLock", path_);
         return below_->TryLock(kind, offset, length);
     }
     void Unlock(std::uint64_t offset, std::uint64_t length) override
@@ -57,12 +57,13 @@ public:
     [[nodiscard]] std::optional<jet::io::ByteRange> FindLock(std::uint64_t offset,
                                                              std::uint64_t length) const override
     {
-        disk_.Tell();
+        disk_.Tell("FindLock", path_);
         return below_->FindLock(offset, length);
     }
 
 private:
     std::unique_ptr<File> below_;
+    std::string path_;
     const WatchedFileSystem& disk_;
 };
 
@@ -70,14 +71,14 @@ private:
 
 std::unique_ptr<File> WatchedFileSystem::Open(const std::string& path, OpenMode mode)
 {
-    Tell();
-    return std::make_unique<WatchedFile>(below_.Open(path, mode), *this);
+    Tell("Open", path);
+    return std::make_unique<WatchedFile>(below_.Open(path, mode), path, *this);
 }
 
 std::unique_ptr<File> WatchedFileSystem::Create(const std::string& path)
 {
-    Tell();
-    return std::make_unique<WatchedFile>(below_.Create(path), *this);
+    Tell("Create", path);
+    return std::make_unique<WatchedFile>(below_.Create(path), path, *this);
 }
 
 bool WatchedFileSystem::Exists(const std::string& path) const
@@ -87,13 +88,13 @@ bool WatchedFileSystem::Exists(const std::string& path) const
 
 void WatchedFileSystem::Remove(const std::string& path)
 {
-    Tell();
+    Tell("Remove", path);
     below_.Remove(path);
 }
 
 void WatchedFileSystem::Rename(const std::string& from, const std::string& to)
 {
-    Tell();
+    Tell("Rename", from);
     below_.Rename(from, to);
 }
 

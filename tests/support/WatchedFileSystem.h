@@ -20,6 +20,8 @@ public:
     explicit WatchedFileSystem(jet::io::FileSystem& below) : below_(below) {}
 
     std::function<void()> beforeCall;
+    // The call that it is told of: the function's name, a blank, and the path of the file.
+    mutable std::string call;
 
     [[nodiscard]] std::unique_ptr<jet::io::File> Open(const std::string& path,
                                                       jet::io::OpenMode mode) override;
@@ -29,8 +31,9 @@ public:
     void Rename(const std::string& from, const std::string& to) override;
     [[nodiscard]] std::string Canonical(const std::string& path) const override;
 
-    void Tell() const
+    void Tell(const std::string& function, const std::string& path) const
     {
+        call = function + " " + path;
         if (beforeCall) beforeCall();
     }
 
