@@ -33,6 +33,7 @@ ObjectKind KindOf(std::int16_t type, std::int32_t parent)
         return ObjectKind::LinkedTable;
     case ObjectType::Database:
     case ObjectType::Container:
+    case ObjectType::Relationship:
         break;
     }
     return ObjectKind::Other;
@@ -86,6 +87,20 @@ public:
         return std::nullopt;
     }
 
+    // The table whose definition begins on this page.
+    [[nodiscard]] std::optional<std::pair<CatalogEntry, format::RowId>>
+    Find(format::PageNumber page) const
+    {
+        const auto rows = table_.Scan();
+        while (rows->Next()) {
+            CatalogEntry entry = Entry(rows->Row());
+            if (entry.kind == ObjectKind::LocalTable &&
+                entry.id == static_cast<std::int32_t>(Raw(page)))
+                return std::pair{std::move(entry), rows->Id()};
+        }
+        return std::nullopt;
+    }
+
     [[nodiscard]] base::Bytes Properties(format::RowId id) const
     {
         const auto row = table_.Fetch(id);
@@ -119,6 +134,23 @@ void RequireFreeName(const Objects& objects, const std::string& name)
     throw base::NumberedError(taken->first.kind == ObjectKind::Query ? 3012 : 3010, {name});
 }
 
+// A table of this file by its entry and the place of its row.
+OpenTable Opened(const std::shared_ptr<pages::Pager>& pager, const Objects& objects,
+                 std::pair<CatalogEntry, format::RowId> found)
+{
+    OpenTable table;
+    table.entry = std::move(found.first);
+    table.rows = std::make_unique<NativeTable>(
+        pager, format::PageNumber{static_cast<std::uint32_t>(table.entry.id)}, table.entry.name);
+    const base::Bytes bytes = objects.Properties(found.second);
+    const auto block = bytes.empty() ? format::PropertyBlock()
+                                     : format::PropertyBlock::Parse(bytes, objects.Text().codePage);
+    for (const format::ColumnDefinition& column : table.rows->Definition().columns)
+        table.properties.push_back(ReadProperties(block, column.name));
+    table.rule = ReadRule(block, {});
+    return table;
+}
+
 }  // namespace
 
 Catalog::Catalog(std::shared_ptr<pages::Pager> pager) : pager_(std::move(pager)) {}
@@ -145,17 +177,15 @@ OpenTable Catalog::Open(std::string_view name) const
     if (found->first.kind != ObjectKind::LocalTable)
         throw base::NumberedError(3078, {std::string(name)}).At("no table of this file");
 
-    OpenTable table;
-    table.entry = std::move(found->first);
-    table.rows = std::make_unique<NativeTable>(
-        pager_, format::PageNumber{static_cast<std::uint32_t>(table.entry.id)}, table.entry.name);
-    const base::Bytes bytes = objects.Properties(found->second);
-    const auto block = bytes.empty() ? format::PropertyBlock()
-                                     : format::PropertyBlock::Parse(bytes, objects.Text().codePage);
-    for (const format::ColumnDefinition& column : table.rows->Definition().columns)
-        table.properties.push_back(ReadProperties(block, column.name));
-    table.rule = ReadRule(block, {});
-    return table;
+    return Opened(pager_, objects, *std::move(found));
+}
+
+std::optional<OpenTable> Catalog::OpenAt(format::PageNumber page) const
+{
+    const Objects objects(pager_);
+    auto found = objects.Find(page);
+    if (!found) return std::nullopt;
+    return Opened(pager_, objects, *std::move(found));
 }
 
 void Catalog::Create(const NewTable& wish, base::Date now)
@@ -186,10 +216,7 @@ void Catalog::Create(const NewTable& wish, base::Date now)
                       .owner = owner,
                       .created = now,
                       .properties = PropertiesOf(wish, objects.Text().codePage)});
-        for (RightsRow& row : InheritedRights(rights, kTablesContainer, owner)) {
-            row.object = id;
-            InsertRights(changes, rights, row);
-        }
+        InsertInheritedRights(changes, rights, id, kTablesContainer, owner);
     });
 }
 

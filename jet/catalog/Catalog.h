@@ -2,6 +2,7 @@
 // Catalog: the tables of a database by name, their field properties, and the making of new ones.
 #pragma once
 
+#include "jet/catalog/NewRelationship.h"
 #include "jet/catalog/NewTable.h"
 #include "jet/pages/WriteSet.h"
 #include "jet/table/NativeTable.h"
@@ -46,6 +47,16 @@ public:
 
     // Errors: 3078 no such table, 3343/3049.
     [[nodiscard]] OpenTable Open(std::string_view name) const;
+
+    // A table of this file by the page of its definition; nothing when no object has that id.
+    [[nodiscard]] std::optional<OpenTable> OpenAt(format::PageNumber page) const;
+
+    [[nodiscard]] std::vector<NewRelationship> Relationships() const;
+    // Creates the relationship at once; an enforced one gives both tables an index.
+    // Errors: 3012 the name is taken, 3011 unknown table, 3018 unknown field, 3615 fields of
+    //         different types, 3015 no unique index over the referenced fields, 3201 a row that
+    //         refers to none, 3284 an index of that name, 3001 too many fields or indexes, 3125.
+    void Create(const NewRelationship& relationship, base::Date now);
 
     // Creates the table at once, in one write set; `now` becomes its date of creation.
     // Errors: 3010 the name is taken by a table, 3012 by a query, 3264 no fields, 3125 bad name,

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 namespace jet::catalog {
 
@@ -87,6 +88,28 @@ void InsertRights(pages::WriteSet& changes, NativeTable& rights, const RightsRow
         .Set("ACM", row.rights)
         .Set("FInheritable", row.inheritable);
     rights.Insert(changes, values.Values());
+}
+
+std::int32_t NextObjectId(const NativeTable& objects)
+{
+    constexpr std::int32_t kFirst = std::numeric_limits<std::int32_t>::min();
+    const std::size_t id = PlaceOf(objects, "Id");
+    std::int32_t next = kFirst;
+    const auto rows = objects.Scan();
+    while (rows->Next()) {
+        const auto known = ContentOf<std::int32_t>(objects, rows->Row(), id);
+        if (known < 0) next = std::max(next, known + 1);
+    }
+    return next;
+}
+
+void InsertInheritedRights(pages::WriteSet& changes, NativeTable& rights, std::int32_t object,
+                           std::int32_t container, const base::Bytes& owner)
+{
+    for (RightsRow& row : InheritedRights(rights, container, owner)) {
+        row.object = object;
+        InsertRights(changes, rights, row);
+    }
 }
 
 base::Bytes OwnerOfDatabase(const NativeTable& objects)

@@ -29,6 +29,7 @@ enum class ObjectType : std::int16_t {
     OdbcTable = 4,
     Query = 5,
     LinkedTable = 6,
+    Relationship = 8,
 };
 
 // A row of MSysObjects. Rule: properties without bytes are stored as null.
@@ -64,11 +65,18 @@ template <class T>
 }
 
 void InsertObject(pages::WriteSet& changes, table::NativeTable& objects, const ObjectRow& row);
+// An id for an object that has no definition page. Rule: they count up from 0x80000000.
+[[nodiscard]] std::int32_t NextObjectId(const table::NativeTable& objects);
+
 void InsertRights(pages::WriteSet& changes, table::NativeTable& rights, const RightsRow& row);
 
 // The account that owns the database and with it what is made in it.
 // Errors: 3343 when the database says of no owner.
 [[nodiscard]] base::Bytes OwnerOfDatabase(const table::NativeTable& objects);
+
+// The rows that give a new object the rights of its container.
+void InsertInheritedRights(pages::WriteSet& changes, table::NativeTable& rights,
+                           std::int32_t object, std::int32_t container, const base::Bytes& owner);
 
 // The rights a new object takes over from its container.
 //

@@ -22,7 +22,7 @@ using format::TableDefinition;
 
 constexpr std::size_t kLongestName = 64;  // UTF-16 units
 constexpr int kMostDigits = 28;           // of a decimal
-constexpr std::size_t kMostColumns = 255, kMostIndexes = 32, kMostIndexColumns = 10;
+constexpr std::size_t kMostColumns = 255, kMostIndexColumns = 10;
 
 // Flags that every column carries.
 constexpr std::uint8_t kColumnAlways = 0x02;
@@ -112,16 +112,6 @@ IndexDefinition TreeOf(const NewIndex& wish, const TableDefinition& table, std::
     return tree;
 }
 
-bool SameTree(const IndexDefinition& left, const IndexDefinition& right)
-{
-    const auto same = [](const format::IndexColumn& a, const format::IndexColumn& b) {
-        return a.columnNumber == b.columnNumber && a.ascending == b.ascending;
-    };
-    return left.flags == right.flags &&
-           std::equal(left.columns.begin(), left.columns.end(), right.columns.begin(),
-                      right.columns.end(), same);
-}
-
 // Indexes that agree in everything but their name share one tree.
 void AddIndex(TableDefinition& table, const NewIndex& wish, const FileVersion& version)
 {
@@ -145,6 +135,16 @@ void AddIndex(TableDefinition& table, const NewIndex& wish, const FileVersion& v
 }
 
 }  // namespace
+
+bool SameTree(const IndexDefinition& left, const IndexDefinition& right)
+{
+    const auto same = [](const format::IndexColumn& a, const format::IndexColumn& b) {
+        return a.columnNumber == b.columnNumber && a.ascending == b.ascending;
+    };
+    return left.flags == right.flags &&
+           std::equal(left.columns.begin(), left.columns.end(), right.columns.begin(),
+                      right.columns.end(), same);
+}
 
 void RequireGoodName(std::string_view name)
 {

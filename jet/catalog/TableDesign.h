@@ -20,6 +20,12 @@ struct DatabaseText {
 // Of a new database.
 [[nodiscard]] DatabaseText NewDatabaseText(const format::FileVersion& version);
 
+inline constexpr std::size_t kMostIndexes = 32;  // of a table
+
+// Whether two trees agree in columns, directions and flags, so that one can serve for both.
+[[nodiscard]] bool SameTree(const format::IndexDefinition& left,
+                            const format::IndexDefinition& right);
+
 // Numbers, offsets and flags of the columns, trees and named indexes; pages and maps stay unset.
 //
 // Errors: 3264 no fields, 3190 too many fields, 3125 bad name, 3191 two fields of one name, 3259

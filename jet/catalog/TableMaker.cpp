@@ -13,11 +13,30 @@ namespace {
 constexpr std::size_t kSlot = 2;       // bytes of a row's place in its page's list of rows
 constexpr std::uint32_t kNoOwner = 0;  // of a page of maps
 
+// Fills the pages of a chain, which grows as far as needed.
+void WriteChain(pages::WriteSet& changes, const format::TableDefinitionWriter& writer,
+                std::vector<format::PageNumber>& chain)
+{
+    while (chain.size() < writer.PageCount())
+        chain.push_back(changes.Allocate());
+    for (std::size_t place = 0; place < chain.size(); ++place) {
+        const bool last = place + 1 == chain.size();
+        writer.WritePage(place, last ? format::PageNumber::None : chain[place + 1],
+                         changes.Change(chain[place]));
+    }
+}
+
 }  // namespace
 
 MapPages::MapPages(pages::WriteSet& changes) : changes_(changes)
 {
     TakePage();
+}
+
+MapPages::MapPages(pages::WriteSet& changes, format::PageNumber page)
+    : changes_(changes), page_(page)
+{
+    Measure();
 }
 
 format::PageNumber MapPages::NewPage()
@@ -30,6 +49,11 @@ format::PageNumber MapPages::NewPage()
 void MapPages::TakePage()
 {
     page_ = NewPage();
+    Measure();
+}
+
+void MapPages::Measure()
+{
     room_ = format::DataPage(changes_.Change(page_)).FreeBytes() /
             (changes_.Of().Version().mapRow + kSlot);
 }
@@ -78,13 +102,13 @@ void WriteDefinition(pages::WriteSet& changes, format::TableDefinition& table)
 {
     const format::TableDefinitionWriter writer(table, changes.Of().Version());
     table.pages = {table.page};
-    while (table.pages.size() < writer.PageCount())
-        table.pages.push_back(changes.Allocate());
-    for (std::size_t place = 0; place < table.pages.size(); ++place) {
-        const bool last = place + 1 == table.pages.size();
-        writer.WritePage(place, last ? format::PageNumber::None : table.pages[place + 1],
-                         changes.Change(table.pages[place]));
-    }
+    WriteChain(changes, writer, table.pages);
+}
+
+void RewriteDefinition(pages::WriteSet& changes, table::JoinedDefinition definition)
+{
+    const format::TableDefinitionWriter writer(std::move(definition.bytes), changes.Of().Version());
+    WriteChain(changes, writer, definition.pages);
 }
 
 }  // namespace jet::catalog

@@ -4,6 +4,7 @@
 
 #include "jet/format/TableDefinition.h"
 #include "jet/pages/UsageMap.h"
+#include "jet/table/DefinitionPages.h"
 
 #include <vector>
 
@@ -16,6 +17,8 @@ class MapPages {
 public:
     // The first page is taken at once. Requires: `changes` outlives it.
     explicit MapPages(pages::WriteSet& changes);
+    // Begins on a page of maps that has rows already.
+    MapPages(pages::WriteSet& changes, format::PageNumber page);
 
     // To be called before the maps of a further table.
     void BeginTable();
@@ -25,6 +28,7 @@ public:
 private:
     [[nodiscard]] format::PageNumber NewPage();
     void TakePage();
+    void Measure();
 
     pages::WriteSet& changes_;
     format::PageNumber page_ = format::PageNumber::None;
@@ -37,5 +41,9 @@ void MakeMapsAndRoots(pages::WriteSet& changes, MapPages& maps, format::TableDef
 
 // Writes the definition to table.page and, when it is long, to further pages that it takes.
 void WriteDefinition(pages::WriteSet& changes, format::TableDefinition& table);
+
+// The joined bytes of a definition that is there, changed, back to its pages; takes further ones
+// when they do not suffice.
+void RewriteDefinition(pages::WriteSet& changes, table::JoinedDefinition definition);
 
 }  // namespace jet::catalog

@@ -4,6 +4,7 @@
 #include "base/NumberedError.h"
 #include "base/Text.h"
 #include "jet/check/LongValueCheck.h"
+#include "jet/check/RelationshipCheck.h"
 #include "jet/format/PropertyBlock.h"
 #include "jet/format/TableDefinitionLayout.h"
 #include "jet/format/ValueCodec.h"
@@ -17,7 +18,7 @@ namespace {
 
 constexpr std::int32_t kRoot = 0x0F000000;
 constexpr PageNumber kRights{3};
-constexpr std::int16_t kLocalTable = 1, kOdbcTable = 4;
+constexpr std::int16_t kLocalTable = 1, kOdbcTable = 4, kRelationship = 8;
 
 // One row of the table of objects.
 struct Object {
@@ -121,35 +122,22 @@ public:
         }
     }
 
-    // Each side of a relationship names the other.
-    void CheckRelationships()
+    [[nodiscard]] ObjectNames Names() const
     {
-        for (const auto& [page, facts] : tables_) {
-            if (!facts) continue;
-            for (const format::NamedIndex& index : facts->definition.namedIndexes) {
-                if (index.relatedTable == PageNumber::None || HasPartner(page, index)) continue;
-                inspection_.Found(DefectKind::CatalogRelationship, page, 0,
-                                  "relationship " + index.name + " has no other side at " +
-                                      PageText(index.relatedTable));
-            }
+        ObjectNames names;
+        for (const Object& object : objects_) {
+            std::string name = base::LowerName(object.name);
+            if (object.type == kLocalTable)
+                names.tables[std::move(name)] = PageNumber{static_cast<std::uint32_t>(object.id)};
+            else if (object.type == kRelationship)
+                names.relationships.insert(std::move(name));
+            else
+                names.others.insert(std::move(name));
         }
+        return names;
     }
 
 private:
-    [[nodiscard]] bool HasPartner(PageNumber page, const format::NamedIndex& index) const
-    {
-        const auto other = tables_.find(index.relatedTable);
-        if (other == tables_.end() || !other->second) return false;
-        const auto& indexes = other->second->definition.namedIndexes;
-        return std::any_of(indexes.begin(), indexes.end(), [&](const format::NamedIndex& partner) {
-            return partner.number == index.relatedIndex && partner.relatedTable == page &&
-                   partner.relatedIndex == index.number &&
-                   partner.relationKind + index.relationKind == 3 &&
-                   partner.cascadeUpdates == index.cascadeUpdates &&
-                   partner.cascadeDeletes == index.cascadeDeletes;
-        });
-    }
-
     void CheckProperties(const Object& object)
     {
         if (!object.properties || object.properties->length == 0) return;
@@ -207,7 +195,7 @@ void CheckCatalog(Inspection& inspection, const Tables& tables)
     CatalogInspector inspector(inspection, tables, *objects->second);
     inspector.CheckObjects();
     inspector.CheckRights();
-    inspector.CheckRelationships();
+    CheckRelationships(inspection, tables, inspector.Names());
 }
 
 }  // namespace jet::check

@@ -71,6 +71,7 @@ constexpr std::array<KindFacts, static_cast<std::size_t>(DefectKind::Count_)> kK
     {DefectKind::CatalogProperties, "catalog-properties"},
     {DefectKind::CatalogRights, "catalog-rights"},
     {DefectKind::CatalogRelationship, "catalog-relationship"},
+    {DefectKind::RelationshipOrphan, "relationship-orphan", Severity::Remark},
 }};
 
 constexpr bool InOrder()

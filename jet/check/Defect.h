@@ -76,6 +76,7 @@ enum class DefectKind {
     CatalogProperties,
     CatalogRights,
     CatalogRelationship,
+    RelationshipOrphan,
     Count_,
 };
 

@@ -18,19 +18,37 @@ jet::sql::TablePtr Core::Table(std::string_view name)
 {
     const std::optional<CatalogEntry> entry = catalog_.Find(name);
     if (!entry || entry->kind != ObjectKind::LocalTable) return nullptr;
-    std::weak_ptr<jet::catalog::OpenTable>& known = tables_[entry->id];
-    if (jet::sql::TablePtr open = known.lock()) return open;
+    if (jet::sql::TablePtr open = tables_[entry->id].lock()) return open;
+    return Keep(catalog_.Open(name));
+}
+
+jet::sql::TablePtr Core::RelatedTable(jet::format::PageNumber page)
+{
+    jet::sql::TablePtr& kept = related_[page];
+    if (!kept) kept = tables_[static_cast<std::int32_t>(Raw(page))].lock();
+    if (!kept)
+        if (auto opened = catalog_.OpenAt(page)) kept = Keep(*std::move(opened));
+    return kept;
+}
+
+jet::sql::TablePtr Core::Keep(jet::catalog::OpenTable table)
+{
     struct Used {
         std::shared_ptr<const void> use;
         jet::catalog::OpenTable table;
     };
-    const jet::format::PageNumber definition{static_cast<std::uint32_t>(entry->id)};
-    const auto used = std::make_shared<Used>(
-        Used{pager_->UseTable(definition, entry->name), catalog_.Open(name)});
-    used->table.rows->Obey(std::make_shared<jet::sql::TableRules>(used->table, now_));
-    jet::sql::TablePtr opened(used, &used->table);
-    known = opened;
-    return opened;
+    const jet::format::PageNumber definition{static_cast<std::uint32_t>(table.entry.id)};
+    auto use = pager_->UseTable(definition, table.entry.name);
+    const auto used = std::make_shared<Used>(Used{std::move(use), std::move(table)});
+    const jet::sql::TablePtr kept(used, &used->table);
+    tables_[kept->entry.id] = kept;
+    const std::weak_ptr<Core> core = weak_from_this();
+    const auto related = [core](jet::format::PageNumber page) {
+        const std::shared_ptr<Core> open = core.lock();
+        return open ? open->RelatedTable(page) : nullptr;
+    };
+    kept->rows->Obey(std::make_shared<jet::sql::TableRules>(*kept, now_, related));
+    return kept;
 }
 
 std::shared_ptr<const void> Core::MarkEdited(jet::format::RowId row)

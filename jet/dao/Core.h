@@ -14,7 +14,7 @@
 
 namespace dao {
 
-class Core {
+class Core : public std::enable_shared_from_this<Core> {
 public:
     // `now` tells the time to the rules of the tables.
     Core(std::shared_ptr<jet::pages::Pager> pager, std::function<base::Date()> now)
@@ -36,12 +36,18 @@ public:
     [[nodiscard]] std::shared_ptr<const void> MarkEdited(jet::format::RowId row);
 
 private:
+    // A table by the page of its definition, kept open for the relationships that lead to it.
+    [[nodiscard]] jet::sql::TablePtr RelatedTable(jet::format::PageNumber page);
+    // Takes an opened table among those that are shared; from here on it obeys its rules.
+    jet::sql::TablePtr Keep(jet::catalog::OpenTable table);
+
     std::shared_ptr<jet::pages::Pager> pager_;
     jet::catalog::Catalog catalog_;
     std::function<base::Date()> now_;
     std::map<std::int32_t, std::weak_ptr<jet::catalog::OpenTable>> tables_;  // by catalog id
     using EditedRows = std::set<std::pair<jet::format::PageNumber, std::uint16_t>>;
     std::shared_ptr<EditedRows> edited_ = std::make_shared<EditedRows>();
+    std::map<jet::format::PageNumber, jet::sql::TablePtr> related_;
 };
 
 }  // namespace dao

@@ -130,6 +130,21 @@ void Database::Append(const dao::TableDef& table)
     state.core->Catalog().Create(NewTableOf(table), state.session.now());
 }
 
+std::vector<RelationDef> Database::Relations() const
+{
+    std::vector<RelationDef> relations;
+    for (const auto& stored : Opened(state_).core->Catalog().Relationships())
+        relations.push_back(RelationDefOf(stored));
+    return relations;
+}
+
+void Database::Append(const RelationDef& relation)
+{
+    State& state = Opened(state_);
+    if (!Updatable()) throw NumberedError(3027);
+    state.core->Catalog().Create(NewRelationshipOf(relation), state.session.now());
+}
+
 Recordset Database::OpenRecordset(std::string_view source, RecordsetType type, int options)
 {
     State& state = Opened(state_);

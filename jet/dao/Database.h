@@ -3,6 +3,7 @@
 #pragma once
 
 #include "jet/dao/Recordset.h"
+#include "jet/dao/RelationDef.h"
 #include "jet/dao/TableDef.h"
 
 #include <memory>
@@ -40,6 +41,12 @@ public:
     // Creates the table in the file at once.
     // Errors: 3010, 3012, 3125, 3191, 3259, 3264, 3320, 3355, 3027.
     void Append(const dao::TableDef& table);
+
+    [[nodiscard]] std::vector<RelationDef> Relations() const;
+    // Creates the relationship in the file at once.
+    // Rule:   an enforced one needs a unique index over the fields of `table`.
+    // Errors: 3012, 3011, 3018, 3615, 3015, 3201, 3284, 3001, 3125, 3027.
+    void Append(const RelationDef& relation);
 
     // `source` is a table's name or SQL text.
     // Rule:   a table's name gives a table-type set, a SELECT a dynaset, unless `type` says

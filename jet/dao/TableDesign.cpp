@@ -3,6 +3,7 @@
 
 #include "base/NumberedError.h"
 #include "jet/dao/FieldTypes.h"
+#include "jet/format/TableDefinitionLayout.h"
 #include "jet/sql/Parser.h"
 
 #include <algorithm>
@@ -16,8 +17,6 @@ using jet::format::ColumnDefinition;
 using jet::format::NamedIndex;
 
 namespace {
-
-constexpr std::uint8_t kRelationship = 2;  // kind of a named index that is no index of the user's
 
 FieldDef FieldDefOf(const ColumnDefinition& column, std::size_t bytesPerCharacter)
 {
@@ -100,7 +99,7 @@ TableDef TableDefOf(const jet::catalog::OpenTable& table, std::size_t bytesPerCh
         made.Append(std::move(field));
     }
     for (const NamedIndex& named : definition.namedIndexes)
-        if (named.kind != kRelationship && named.tree < definition.indexes.size())
+        if (named.kind != jet::format::kRelationship && named.tree < definition.indexes.size())
             made.Append(IndexDefOf(named, definition));
     made.SetValidation(table.rule.expression, table.rule.text);
     return made;
@@ -127,6 +126,30 @@ NewTable NewTableOf(const TableDef& table)
         copy.required = index.required;
         made.indexes.push_back(std::move(copy));
     }
+    return made;
+}
+
+RelationDef RelationDefOf(const jet::catalog::NewRelationship& relationship)
+{
+    RelationDef made;
+    made.name = relationship.name;
+    made.table = relationship.referenced;
+    made.foreignTable = relationship.referencing;
+    made.attributes = static_cast<int>(relationship.flags);
+    for (const auto& pair : relationship.columns)
+        made.fields.push_back({pair.referenced, pair.referencing});
+    return made;
+}
+
+jet::catalog::NewRelationship NewRelationshipOf(const RelationDef& relation)
+{
+    jet::catalog::NewRelationship made;
+    made.name = relation.name;
+    made.referenced = relation.table;
+    made.referencing = relation.foreignTable;
+    made.flags = static_cast<std::uint32_t>(relation.attributes);
+    for (const RelationDef::Pair& pair : relation.fields)
+        made.columns.push_back({pair.field, pair.foreignField});
     return made;
 }
 

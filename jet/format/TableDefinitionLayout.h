@@ -205,6 +205,11 @@ inline constexpr std::uint8_t kSystemTableKind = 0x53;
 inline constexpr std::uint8_t kColumnFixed = 0x01, kColumnAutoNumber = 0x04, kColumnAutoGuid = 0x40;
 inline constexpr std::uint8_t kColumnCompressed = 0x01;  // of the extra flags
 inline constexpr std::uint8_t kIndexUnique = 0x01, kIndexIgnoreNulls = 0x02, kIndexRequired = 0x08;
-inline constexpr std::uint8_t kPrimaryKey = 1;
+// Kinds of a named index, and the sides of a relationship: the table that others refer to, and the
+// one that refers to it.
+inline constexpr std::uint8_t kPrimaryKey = 1, kRelationship = 2;
+inline constexpr std::uint8_t kReferencedSide = 1, kReferencingSide = 2;
+// What happens to the referring rows.
+inline constexpr std::uint8_t kRestrict = 0, kCascade = 1, kSetNull = 2;
 
 }  // namespace jet::format

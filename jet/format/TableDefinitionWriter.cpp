@@ -116,7 +116,80 @@ void PutLongValueMaps(ByteWriter& out, const TableDefinition& table)
     out.U16(kEnd);
 }
 
+// Where the parts of varying length begin in a definition's joined bytes.
+struct PartsOfDefinition {
+    std::size_t statisticsEnd = 0, trees = 0, namedIndexes = 0, indexNames = 0;
+};
+
+// The place behind `count` names. Errors: 3343.
+std::size_t BehindNames(Span joined, std::size_t at, std::size_t count, std::size_t lengthSize)
+{
+    for (; count > 0; --count) {
+        const Span length = Slice(joined, at, lengthSize);
+        at += lengthSize + ReadNumber(length, 0, lengthSize);
+    }
+    return at;
+}
+
+PartsOfDefinition PartsOf(Span joined, const DefinitionLayout& at)
+{
+    const std::size_t columns = ReadU16(joined, at.table.columns);
+    const std::size_t trees = ReadU32(joined, at.table.indexes);
+    PartsOfDefinition parts;
+    parts.statisticsEnd = at.table.statistics + trees * at.table.statisticsSize;
+    const std::size_t columnNames = parts.statisticsEnd + columns * at.column.size;
+    parts.trees = BehindNames(joined, columnNames, columns, at.nameLength);
+    parts.namedIndexes = parts.trees + trees * at.index.size;
+    parts.indexNames =
+        parts.namedIndexes + ReadU32(joined, at.table.namedIndexes) * at.namedIndex.size;
+    RequireInside(joined.size(), 0, parts.indexNames);
+    return parts;
+}
+
+void InsertPart(std::vector<std::byte>& joined, std::size_t at, std::vector<std::byte> part)
+{
+    RequireInside(joined.size(), 0, at);
+    joined.insert(joined.begin() + static_cast<std::ptrdiff_t>(at), part.begin(), part.end());
+    WriteU32(joined, kDefinitionLength, static_cast<std::uint32_t>(joined.size()));
+}
+
+void CountOneMore(std::vector<std::byte>& joined, std::size_t at)
+{
+    WriteU32(joined, at, ReadU32(joined, at) + 1);
+}
+
 }  // namespace
+
+void AddTree(std::vector<std::byte>& joined, const IndexDefinition& tree,
+             const FileVersion& version)
+{
+    const DefinitionLayout& at = *version.definition;
+    const PartsOfDefinition parts = PartsOf(joined, at);
+    ByteWriter out;
+    PutIndex(out, tree, at.index);
+    InsertPart(joined, parts.namedIndexes, out.Take());
+    InsertPart(joined, parts.statisticsEnd, std::vector<std::byte>(at.table.statisticsSize));
+    CountOneMore(joined, at.table.indexes);
+}
+
+void AddNamedIndex(std::vector<std::byte>& joined, const NamedIndex& index, std::size_t place,
+                   const ColumnDefinition& anyColumn, const FileVersion& version)
+{
+    const DefinitionLayout& at = *version.definition;
+    const PartsOfDefinition parts = PartsOf(joined, at);
+    ByteWriter name, block;
+    PutName(name, index.name, anyColumn, at.nameLength);
+    PutNamedIndex(block, index, at.namedIndex);
+    InsertPart(joined, BehindNames(joined, parts.indexNames, place, at.nameLength), name.Take());
+    InsertPart(joined, parts.namedIndexes + place * at.namedIndex.size, block.Take());
+    CountOneMore(joined, at.table.namedIndexes);
+}
+
+TableDefinitionWriter::TableDefinitionWriter(std::vector<std::byte> joined,
+                                             const FileVersion& version)
+    : layout_(&version.definition->table), joined_(std::move(joined)), pageSize_(version.pageSize)
+{
+}
 
 TableDefinitionWriter::TableDefinitionWriter(const TableDefinition& table,
                                              const FileVersion& version)

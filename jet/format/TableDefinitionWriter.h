@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// TableDefinitionWriter: the definition pages of a newly made table.
+// TableDefinitionWriter: the definition pages of a newly made table, and of one that gets an index.
 #pragma once
 
 #include "jet/format/Bytes.h"
@@ -27,6 +27,8 @@ struct TableDefinitionLayout;
 class TableDefinitionWriter {
 public:
     TableDefinitionWriter(const TableDefinition& table, const FileVersion& version);
+    // The pages of a definition whose joined bytes are there.
+    TableDefinitionWriter(std::vector<std::byte> joined, const FileVersion& version);
 
     [[nodiscard]] std::size_t PageCount() const;
     // Fills page `place` of the chain whole; `next` is None on the last.
@@ -40,5 +42,15 @@ private:
     std::vector<std::byte> joined_;
     std::size_t pageSize_;
 };
+
+// Put a tree over no rows behind the trees of a definition's joined bytes, and a named index at
+// `place` among its named ones. Everything else of the definition stays byte for byte.
+// Requires: joined.size() is the length that the definition says. `anyColumn` of the table tells
+//           the form of its texts.
+// Errors:   3343 when the definition contradicts itself, 3421 for a name that cannot be held.
+void AddTree(std::vector<std::byte>& joined, const IndexDefinition& tree,
+             const FileVersion& version);
+void AddNamedIndex(std::vector<std::byte>& joined, const NamedIndex& index, std::size_t place,
+                   const ColumnDefinition& anyColumn, const FileVersion& version);
 
 }  // namespace jet::format

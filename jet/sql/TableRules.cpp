@@ -52,8 +52,10 @@ NumberedError BrokenRule(const NumberedError& error)
 
 }  // namespace
 
-TableRules::TableRules(const catalog::OpenTable& table, std::function<base::Date()> now)
-    : table_(table), environment_{std::move(now), OrderOf(table.rows->Definition())}
+TableRules::TableRules(const catalog::OpenTable& table, std::function<base::Date()> now,
+                       catalog::TableAt tableAt)
+    : table_(table), environment_{std::move(now), OrderOf(table.rows->Definition())},
+      relationships_(table, std::move(tableAt))
 {
 }
 

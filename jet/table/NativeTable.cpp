@@ -105,7 +105,8 @@ void NativeTable::Apply(const std::function<std::vector<Change>()>& make)
                 Update(together, change.row, change.values);
                 break;
             case Change::Kind::Delete:
-                Delete(together, change.row);
+                // A change before this one may have taken the row with it.
+                if (Fetch(change.row)) Delete(together, change.row);
                 break;
             }
         }

@@ -2,6 +2,7 @@
 #include "jet/table/RowChanges.h"
 
 #include "base/NumberedError.h"
+#include "jet/format/TableDefinitionLayout.h"
 #include "jet/format/ValueCodec.h"
 #include "jet/table/DefinitionPages.h"
 #include "jet/table/KeyChanges.h"
@@ -85,11 +86,13 @@ RowId RowChanges::Insert(std::span<const Assignment> values)
     CheckRules(true, values, after);
     KeyChanges keys(pager_, table_, {}, after);
     keys.Check(nullptr);
+    ChangedRow change{{}, RelatedValues(after)};
 
     const RowId row = rows_.Append(builder.Store(changes_));
     keys.Apply(changes_, row);
     ChangeRowCount(changes_, table_.page, 1);
     RaiseCounter(values);
+    Follow(std::move(change));
     return row;
 }
 
@@ -103,19 +106,23 @@ void RowChanges::Update(RowId row, std::span<const Assignment> values)
     CheckRules(false, values, after);
     KeyChanges keys(pager_, table_, stored, after);
     keys.Check(&row);
+    ChangedRow change{RelatedValues(stored), RelatedValues(after)};
 
     for (std::size_t column = 0; column < table_.columns.size(); ++column)
         if (FindAssignment(values, column) != nullptr) FreeLongValue(view, column);
     Rewrite(row, builder.Store(changes_));
     keys.Apply(changes_, row);
     RaiseCounter(values);
+    Follow(std::move(change));
 }
 
 void RowChanges::Delete(RowId row)
 {
     const FoundRow found = Existing(row);
     const RowView view(found.bytes, table_);
-    KeyChanges keys(pager_, table_, Stored(pager_, view), {});
+    const ColumnReader stored = Stored(pager_, view);
+    KeyChanges keys(pager_, table_, stored, {});
+    ChangedRow change{RelatedValues(stored), {}};
 
     keys.Apply(changes_, row);
     for (std::size_t column = 0; column < table_.columns.size(); ++column)
@@ -125,6 +132,7 @@ void RowChanges::Delete(RowId row)
     if (slots.Kind(row.slot) == SlotKind::Pointer) rows_.Remove(MovedRowId(slots.Row(row.slot)));
     rows_.Remove(row);
     ChangeRowCount(changes_, table_.page, -1);
+    Follow(std::move(change));
 }
 
 FoundRow RowChanges::Existing(RowId row) const
@@ -165,6 +173,27 @@ void RowChanges::CheckRules(bool isNew, std::span<const Assignment> values,
                             const ColumnReader& valueOf) const
 {
     if (rules_ != nullptr) rules_->Check({isNew, values, valueOf});
+}
+
+// Taken before the first change: what was read shows the write set's further changes.
+std::optional<ColumnValues> RowChanges::RelatedValues(const ColumnReader& valueOf) const
+{
+    ColumnValues values;
+    if (rules_ == nullptr) return values;
+    for (const format::NamedIndex& index : table_.namedIndexes) {
+        if (index.kind != format::kRelationship) continue;
+        for (const format::IndexColumn& column : table_.indexes[index.tree].columns) {
+            const std::optional<std::size_t> place = table_.FindNumber(column.columnNumber);
+            if (place && !values.contains(*place)) values.emplace(*place, valueOf(*place));
+        }
+    }
+    return values;
+}
+
+void RowChanges::Follow(ChangedRow row)
+{
+    const bool related = (row.before && !row.before->empty()) || (row.after && !row.after->empty());
+    if (related) rules_->Follow(changes_, row);
 }
 
 void RowChanges::RaiseCounter(std::span<const Assignment> values)

@@ -16,7 +16,9 @@ namespace jet::table {
                                      std::size_t column);
 
 // Requires: changes, table and rules outlive it.
-// Rule:     each call makes all its checks before the first change.
+// Rule:     each call makes all its checks before the first change, but those of relationships,
+// which
+//           come last.
 // Errors:   those of RowSource::Insert, and of the rules.
 class RowChanges {
 public:
@@ -35,6 +37,8 @@ private:
     void FreeLongValue(const format::RowView& row, std::size_t column);
     void CheckRules(bool isNew, std::span<const Assignment> values,
                     const ColumnReader& valueOf) const;
+    [[nodiscard]] std::optional<ColumnValues> RelatedValues(const ColumnReader& valueOf) const;
+    void Follow(ChangedRow row);
     void RaiseCounter(std::span<const Assignment> values);
 
     pages::WriteSet& changes_;

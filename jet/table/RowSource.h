@@ -89,7 +89,8 @@ public:
     virtual void Delete(RowId row) = 0;
     // All changes in one write set, in this order: when one fails, nothing is written.
     // Rule: they are made by `make` from rows that nobody else can change until they are stored;
-    //       it may be called again when somebody else did.
+    //       it may be called again when somebody else did. A row to be deleted that is gone already
+    //       is no failure.
     virtual void Apply(const std::function<std::vector<Change>()>& make) = 0;
 };
 

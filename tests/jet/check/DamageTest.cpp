@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every kind of damage is found: each test spoils a sound file in one way.
 #include "tests/jet/check/Damages.h"
+#include "tests/jet/check/RelationshipDamages.h"
 #include "tests/support/IntegrityExpectations.h"
 
 #include <algorithm>
@@ -92,6 +93,13 @@ TEST_P(DamageTest, AFileCutShortIsFound)
         file.Content().resize(pages * file.Version().pageSize);
         EXPECT_FALSE(file.Check().Clean()) << pages;
     }
+}
+
+TEST_P(DamageTest, NothingIsFoundInASoundRelationship)
+{
+    DamagedFile file(*GetParam());
+    static_cast<void>(tests::RelateParts(file));
+    EXPECT_SPOTLESS(file.Files(), DamagedFile::kPath);
 }
 
 TEST_P(DamageTest, NothingIsFoundBeforeItIsSpoilt)

@@ -6,6 +6,7 @@
 #include "jet/format/RowPointer.h"
 #include "jet/format/RowView.h"
 #include "jet/format/TableDefinitionLayout.h"
+#include "tests/jet/check/RelationshipDamages.h"
 
 #include <algorithm>
 #include <array>
@@ -457,7 +458,13 @@ const Damage kDamages[] = {
 
 std::span<const Damage> Damages()
 {
-    return kDamages;
+    static const std::vector<Damage> all = [] {
+        std::vector<Damage> both(std::begin(kDamages), std::end(kDamages));
+        const std::span<const Damage> further = RelationshipDamages();
+        both.insert(both.end(), further.begin(), further.end());
+        return both;
+    }();
+    return all;
 }
 
 }  // namespace tests
