@@ -126,14 +126,6 @@ private:
     std::size_t id_ = 0, parent_ = 0, name_ = 0, type_ = 0, flags_ = 0, properties_ = 0;
 };
 
-// Errors: 3010, 3012.
-void RequireFreeName(const Objects& objects, const std::string& name)
-{
-    const auto taken = objects.Find(name);
-    if (!taken) return;
-    throw base::NumberedError(taken->first.kind == ObjectKind::Query ? 3012 : 3010, {name});
-}
-
 // A table of this file by its entry and the place of its row.
 OpenTable Opened(const std::shared_ptr<pages::Pager>& pager, const Objects& objects,
                  std::pair<CatalogEntry, format::RowId> found)
@@ -148,6 +140,7 @@ OpenTable Opened(const std::shared_ptr<pages::Pager>& pager, const Objects& obje
     for (const format::ColumnDefinition& column : table.rows->Definition().columns)
         table.properties.push_back(ReadProperties(block, column.name));
     table.rule = ReadRule(block, {});
+    table.bytesPerCharacter = pager->Version().bytesPerCharacter;
     return table;
 }
 
@@ -188,16 +181,23 @@ std::optional<OpenTable> Catalog::OpenAt(format::PageNumber page) const
     return Opened(pager_, objects, *std::move(found));
 }
 
+void Catalog::RequireFreeName(const std::string& name) const
+{
+    const auto taken = Find(name);
+    if (!taken) return;
+    throw base::NumberedError(taken->kind == ObjectKind::Query ? 3012 : 3010, {name});
+}
+
 void Catalog::Create(const NewTable& wish, base::Date now)
 {
     Objects objects(pager_);
     const format::TableDefinition table = DesignOf(wish, objects.Text(), pager_->Version());
-    RequireFreeName(objects, wish.name);
+    RequireFreeName(wish.name);
     const base::Bytes owner = OwnerOfDatabase(objects.Table());
     NativeTable rights(pager_, kRightsPage);
 
     pages::Write(*pager_, [&](pages::WriteSet& changes) {
-        RequireFreeName(objects, wish.name);
+        RequireFreeName(wish.name);
         // The table's own pages come first, so that the catalog's row never names what is not
         // there.
         format::TableDefinition made = table;

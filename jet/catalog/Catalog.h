@@ -2,6 +2,7 @@
 // Catalog: the tables of a database by name, their field properties, and the making of new ones.
 #pragma once
 
+#include "jet/catalog/NewLink.h"
 #include "jet/catalog/NewRelationship.h"
 #include "jet/catalog/NewTable.h"
 #include "jet/pages/WriteSet.h"
@@ -33,6 +34,7 @@ struct OpenTable {
     std::unique_ptr<table::NativeTable> rows;
     std::vector<FieldProperties> properties;  // by place in rows->Definition().columns
     ValidationRule rule;                      // of whole rows
+    std::size_t bytesPerCharacter = 2;        // of a text column's length
 };
 
 class Catalog {
@@ -50,6 +52,12 @@ public:
 
     // A table of this file by the page of its definition; nothing when no object has that id.
     [[nodiscard]] std::optional<OpenTable> OpenAt(format::PageNumber page) const;
+
+    // Nothing when no link has that name.
+    [[nodiscard]] std::optional<NewLink> Link(std::string_view name) const;
+    // Creates the link at once; whether it leads anywhere is the caller's business.
+    // Errors: 3010, 3012, 3125.
+    void Create(const NewLink& link, base::Date now);
 
     [[nodiscard]] std::vector<NewRelationship> Relationships() const;
     // Creates the relationship at once; an enforced one gives both tables an index.
@@ -72,6 +80,9 @@ public:
                                const format::Protection& protection = {});
 
 private:
+    // Errors: 3010, 3012.
+    void RequireFreeName(const std::string& name) const;
+
     std::shared_ptr<pages::Pager> pager_;
 };
 

@@ -9,7 +9,8 @@ namespace {
 
 constexpr std::string_view kDefaultValue = "DefaultValue", kAllowZeroLength = "AllowZeroLength",
                            kRequired = "Required", kValidationRule = "ValidationRule",
-                           kValidationText = "ValidationText";
+                           kValidationText = "ValidationText", kGuidColumn = "ColIsGuid";
+constexpr std::uint8_t kGuidColumnFlag = 0x81;
 
 }  // namespace
 
@@ -42,6 +43,17 @@ void AddProperties(format::PropertyBlock& block, std::string_view field,
     if (properties.allowZeroLength) block.SetBoolean(field, kAllowZeroLength, true);
     if (properties.required) block.SetBoolean(field, kRequired, true);
     AddRule(block, field, properties.rule);
+}
+
+void AddRandomCounter(format::PropertyBlock& block, std::string_view field)
+{
+    block.SetMemo(field, kDefaultValue, kRandomCounter);
+}
+
+void AddGuidCounter(format::PropertyBlock& block, std::string_view field)
+{
+    block.SetText(field, kDefaultValue, kGuidCounter);
+    block.SetText({}, kGuidColumn, field, kGuidColumnFlag);
 }
 
 }  // namespace jet::catalog

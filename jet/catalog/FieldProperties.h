@@ -26,6 +26,13 @@ struct FieldProperties {
     friend bool operator==(const FieldProperties&, const FieldProperties&) = default;
 };
 
+// The default values of counters that draw by chance: of a long and of a GUID.
+inline constexpr std::string_view kRandomCounter = "GenUniqueID()", kGuidCounter = "GenGUID()";
+
+// Adds what marks a counter as one that draws by chance.
+void AddRandomCounter(format::PropertyBlock& block, std::string_view field);
+void AddGuidCounter(format::PropertyBlock& block, std::string_view field);
+
 // What `block` says of the field. Rule: what it does not say is false or empty.
 [[nodiscard]] FieldProperties ReadProperties(const format::PropertyBlock& block,
                                              std::string_view field);

@@ -77,6 +77,9 @@ void InsertObject(pages::WriteSet& changes, NativeTable& objects, const ObjectRo
         .Set("Owner", row.owner)
         .Set("Flags", static_cast<std::int32_t>(row.flags));
     if (!row.properties.empty()) values.Set("LvProp", row.properties);
+    if (!row.database.empty()) values.Set("Database", row.database);
+    if (!row.connect.empty()) values.Set("Connect", row.connect);
+    if (!row.foreignName.empty()) values.Set("ForeignName", row.foreignName);
     objects.Insert(changes, values.Values());
 }
 

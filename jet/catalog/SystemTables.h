@@ -32,7 +32,7 @@ enum class ObjectType : std::int16_t {
     Relationship = 8,
 };
 
-// A row of MSysObjects. Rule: properties without bytes are stored as null.
+// A row of MSysObjects. Rule: properties and texts without content are stored as null.
 struct ObjectRow {
     std::int32_t id = 0, parent = 0;
     std::string name;
@@ -41,6 +41,7 @@ struct ObjectRow {
     base::Bytes owner;
     base::Date created;
     base::Bytes properties;
+    std::string database = {}, connect = {}, foreignName = {};  // of a linked table
 };
 
 // A row of MSysACEs: what an account may do with an object.

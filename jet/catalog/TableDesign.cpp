@@ -190,8 +190,14 @@ std::vector<std::byte> PropertiesOf(const NewTable& table, std::uint16_t codePag
 {
     format::PropertyBlock block(codePage);
     AddRule(block, {}, table.rule);
-    for (const NewColumn& column : table.columns)
-        if (!column.autoNumber) AddProperties(block, column.name, column.properties);
+    for (const NewColumn& column : table.columns) {
+        if (!column.autoNumber)
+            AddProperties(block, column.name, column.properties);
+        else if (column.type == ColumnType::Guid)
+            AddGuidCounter(block, column.name);
+        else if (base::SameName(column.properties.defaultValue, kRandomCounter))
+            AddRandomCounter(block, column.name);
+    }
     return block.Empty() ? std::vector<std::byte>{} : block.Encode();
 }
 

@@ -6,6 +6,7 @@
 
 namespace dao {
 
+using base::NumberedError;
 using jet::catalog::CatalogEntry;
 using jet::catalog::ObjectKind;
 
@@ -17,9 +18,35 @@ std::size_t Core::BytesPerCharacter() const
 jet::sql::TablePtr Core::Table(std::string_view name)
 {
     const std::optional<CatalogEntry> entry = catalog_.Find(name);
-    if (!entry || entry->kind != ObjectKind::LocalTable) return nullptr;
-    if (jet::sql::TablePtr open = tables_[entry->id].lock()) return open;
-    return Keep(catalog_.Open(name));
+    if (!entry) return nullptr;
+    if (entry->kind == ObjectKind::LocalTable) return LocalTable(*entry);
+    if (entry->kind != ObjectKind::LinkedTable) return nullptr;
+    return LinkedTable(catalog_.Link(name).value());
+}
+
+jet::sql::TablePtr Core::LocalTable(const CatalogEntry& entry)
+{
+    if (jet::sql::TablePtr open = tables_[entry.id].lock()) return open;
+    return Keep(catalog_.Open(entry.name));
+}
+
+jet::sql::TablePtr Core::LinkedTable(const jet::catalog::NewLink& link)
+{
+    // What does not begin with a semicolon names another kind of file.
+    if (!link.connect.empty() && link.connect.front() != ';') throw NumberedError(3170);
+    // A link leads to a table itself, so a ring of links has no end that could be missed.
+    struct Linked {
+        std::shared_ptr<Core> core;
+        jet::sql::TablePtr table;
+    };
+    auto linked = std::make_shared<Linked>();
+    linked->core = openOther_(link, pager_->ReadOnly());
+    if (linked->core != shared_from_this()) linked->core->Pager().Refresh();
+    const std::optional<CatalogEntry> entry = linked->core->catalog_.Find(link.table);
+    if (!entry || entry->kind != ObjectKind::LocalTable) throw NumberedError(3011, {link.table});
+    linked->table = linked->core->LocalTable(*entry);
+    // Whoever has the table keeps its file open.
+    return {linked, linked->table.get()};
 }
 
 jet::sql::TablePtr Core::RelatedTable(jet::format::PageNumber page)
@@ -51,9 +78,9 @@ jet::sql::TablePtr Core::Keep(jet::catalog::OpenTable table)
     return kept;
 }
 
-std::shared_ptr<const void> Core::MarkEdited(jet::format::RowId row)
+std::shared_ptr<const void> Core::MarkEdited(const jet::pages::Pager& file, jet::format::RowId row)
 {
-    const auto place = std::pair{row.page, row.slot};
+    const auto place = std::pair{&file, row};
     if (!edited_->insert(place).second) throw base::NumberedError(3188);
     const auto erase = [edited = edited_, place](const void*) { edited->erase(place); };
     return {static_cast<const void*>(this), erase};

@@ -16,9 +16,15 @@ namespace dao {
 
 class Core : public std::enable_shared_from_this<Core> {
 public:
-    // `now` tells the time to the rules of the tables.
-    Core(std::shared_ptr<jet::pages::Pager> pager, std::function<base::Date()> now)
-        : pager_(std::move(pager)), catalog_(pager_), now_(std::move(now))
+    using Opener =
+        std::function<std::shared_ptr<Core>(const jet::catalog::NewLink& link, bool readOnly)>;
+
+    // `now` tells the time to the rules of the tables, `openOther` opens the files to which tables
+    // are linked.
+    Core(std::shared_ptr<jet::pages::Pager> pager, std::function<base::Date()> now,
+         Opener openOther)
+        : pager_(std::move(pager)), catalog_(pager_), now_(std::move(now)),
+          openOther_(std::move(openOther))
     {
     }
 
@@ -27,15 +33,21 @@ public:
     // Bytes that a text column's length counts for each character.
     [[nodiscard]] std::size_t BytesPerCharacter() const;
 
-    // A table of this file; all who have it open share one. Null when there is none.
-    // Others see that it is open as long as the answer lives.
-    // Errors: 3189, 3262 and their nameless forms.
+    // A table of this file or a link to one of another file; all who have it open share one. Null
+    // when there is none. Others see that it is open as long as the answer lives.
+    // Errors: 3189, 3262 and their nameless forms; of a link 3024, 3044 and the others of opening
+    //         the file, 3011 no such table there, 3170 a file of another kind.
     [[nodiscard]] jet::sql::TablePtr Table(std::string_view name);
+    // The table to which a link leads. Errors: those of Table.
+    [[nodiscard]] jet::sql::TablePtr LinkedTable(const jet::catalog::NewLink& link);
 
-    // Says that a row is being edited, until the answer goes. Errors: 3188 when it is already.
-    [[nodiscard]] std::shared_ptr<const void> MarkEdited(jet::format::RowId row);
+    // Says that a row of this or of a linked file is being edited, until the answer goes. Errors:
+    // 3188 when it is already.
+    [[nodiscard]] std::shared_ptr<const void> MarkEdited(const jet::pages::Pager& file,
+                                                         jet::format::RowId row);
 
 private:
+    [[nodiscard]] jet::sql::TablePtr LocalTable(const jet::catalog::CatalogEntry& entry);
     // A table by the page of its definition, kept open for the relationships that lead to it.
     [[nodiscard]] jet::sql::TablePtr RelatedTable(jet::format::PageNumber page);
     // Takes an opened table among those that are shared; from here on it obeys its rules.
@@ -44,8 +56,9 @@ private:
     std::shared_ptr<jet::pages::Pager> pager_;
     jet::catalog::Catalog catalog_;
     std::function<base::Date()> now_;
+    Opener openOther_;
     std::map<std::int32_t, std::weak_ptr<jet::catalog::OpenTable>> tables_;  // by catalog id
-    using EditedRows = std::set<std::pair<jet::format::PageNumber, std::uint16_t>>;
+    using EditedRows = std::set<std::pair<const jet::pages::Pager*, jet::format::RowId>>;
     std::shared_ptr<EditedRows> edited_ = std::make_shared<EditedRows>();
     std::map<jet::format::PageNumber, jet::sql::TablePtr> related_;
 };

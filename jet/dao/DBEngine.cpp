@@ -83,7 +83,14 @@ std::shared_ptr<Core> DBEngine::State::Open(const std::string& path, const OpenW
     }
     const auto openAs = [&](OpenMode mode) {
         return std::make_shared<Core>(
-            jet::pages::Pager::Open(*files, path, mode, wish.password, sharing), settings.now);
+            jet::pages::Pager::Open(*files, path, mode, wish.password, sharing), settings.now,
+            [engine = weak_from_this()](const jet::catalog::NewLink& link, bool toRead) {
+                const std::shared_ptr<State> alive = engine.lock();
+                if (!alive) throw NumberedError(3420);
+                return alive->Open(
+                    link.database,
+                    {.exclusive = false, .readOnly = toRead, .password = PasswordIn(link.connect)});
+            });
     };
     if (!wish.readOnly) {
         try {

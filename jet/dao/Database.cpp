@@ -40,7 +40,10 @@ RecordsetPlan PlanFor(State& state, std::string_view source, RecordsetType type)
     const std::string_view text = Trimmed(source);
     RecordsetPlan plan;
     if (jet::sql::TablePtr table = state.core->Table(WithoutBrackets(text))) {
-        plan.type = type == RecordsetType::Default ? RecordsetType::Table : type;
+        const bool linked = state.core->Catalog().Link(WithoutBrackets(text)).has_value();
+        if (linked && type == RecordsetType::Table) throw NumberedError(3219);
+        const auto usual = linked ? RecordsetType::Dynaset : RecordsetType::Table;
+        plan.type = type == RecordsetType::Default ? usual : type;
         plan.query = std::make_unique<jet::sql::Query>(std::move(table), state.session);
         return plan;
     }
@@ -109,7 +112,9 @@ std::vector<std::string> Database::TableNames() const
     state.Pages().ReadWhole(Look::Always, [&] { entries = state.core->Catalog().Entries(); });
     std::vector<std::string> names;
     for (const jet::catalog::CatalogEntry& entry : entries)
-        if (entry.kind == jet::catalog::ObjectKind::LocalTable) names.push_back(entry.name);
+        if (entry.kind == jet::catalog::ObjectKind::LocalTable ||
+            entry.kind == jet::catalog::ObjectKind::LinkedTable)
+            names.push_back(entry.name);
     return names;
 }
 
@@ -119,7 +124,10 @@ dao::TableDef Database::TableDef(std::string_view name) const
     jet::sql::TablePtr table;
     state.Pages().ReadWhole(Look::Always, [&] { table = state.core->Table(name); });
     if (!table) throw NumberedError(3265);
-    return TableDefOf(*table, state.session.bytesPerCharacter);
+    dao::TableDef made = TableDefOf(*table);
+    if (const auto link = state.core->Catalog().Link(name))
+        made.SetLink(link->name, link->connect + ";DATABASE=" + link->database, link->table);
+    return made;
 }
 
 void Database::Append(const dao::TableDef& table)
@@ -127,7 +135,11 @@ void Database::Append(const dao::TableDef& table)
     State& state = Opened(state_);
     if (!Updatable()) throw NumberedError(3027);
     static_cast<void>(state.Pages());
-    state.core->Catalog().Create(NewTableOf(table), state.session.now());
+    if (table.Connect().empty())
+        return state.core->Catalog().Create(NewTableOf(table), state.session.now());
+    const jet::catalog::NewLink link = NewLinkOf(table);
+    static_cast<void>(state.core->LinkedTable(link));  // it must lead somewhere
+    state.core->Catalog().Create(link, state.session.now());
 }
 
 std::vector<RelationDef> Database::Relations() const

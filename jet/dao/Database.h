@@ -38,8 +38,9 @@ public:
     [[nodiscard]] std::vector<std::string> TableNames() const;
     // A copy of a table's definition. Errors: 3265 no such table.
     [[nodiscard]] dao::TableDef TableDef(std::string_view name) const;
-    // Creates the table in the file at once.
-    // Errors: 3010, 3012, 3125, 3191, 3259, 3264, 3320, 3355, 3027.
+    // Creates the table in the file at once, or the link to one of another file.
+    // Errors: those of opening the other file, 3011 no such table there, 3170 a file of another
+    //         kind; 3010, 3012, 3125, 3191, 3259, 3264, 3320, 3355, 3027.
     void Append(const dao::TableDef& table);
 
     [[nodiscard]] std::vector<RelationDef> Relations() const;

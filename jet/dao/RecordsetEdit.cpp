@@ -76,7 +76,7 @@ void Recordset::State::Assign(std::string_view name, const Value& value)
     if (edit.mode == EditMode::None) throw NumberedError(3020);
     if (!field.column) throw NumberedError(3164);
     const jet::format::ColumnDefinition& column = Source().Definition().columns[*field.column];
-    if (column.autoNumber) throw NumberedError(3164);
+    if (column.autoNumber || column.autoGuid) throw NumberedError(3164);
     edit.assigned[*field.column] = jet::sql::ForColumn(value, column, bytesPerCharacter);
 }
 
@@ -99,7 +99,7 @@ void Recordset::State::Edit()
     RequireRow();
     const RowId row = rows->Id(*current);
     EditBuffer made;
-    made.marked = RequireOpen()->core->MarkEdited(row);
+    made.marked = RequireOpen()->core->MarkEdited(Pages(), row);
     made.lock = Pages().LockPage(row.page);
     RequireUnchanged();
     made.ownCommits = Pages().OwnCommits();
@@ -131,7 +131,7 @@ void Recordset::State::AddNew()
     made.assigned.resize(columns.size());
     // The number is used up even if the row is never stored.
     for (std::size_t i = 0; i < columns.size(); ++i)
-        if (columns[i].autoNumber) made.initial[i] = Source().NextAutoNumber();
+        if (columns[i].autoNumber) made.initial[i] = jet::sql::NextCounter(*query->Table(), i);
     edit = std::move(made);
 }
 

@@ -34,6 +34,7 @@ Recordset::State::State(std::shared_ptr<Database::State> owner, RecordsetPlan pl
     : id(NextId()), database(owner), type(plan.type), readOnly(plan.readOnly),
       bytesPerCharacter(owner->session.bytesPerCharacter), query(std::move(plan.query))
 {
+    if (query->Table()) bytesPerCharacter = query->Table()->bytesPerCharacter;
     ofValues = !query->GivesTableRows() || type == RecordsetType::Snapshot ||
                type == RecordsetType::ForwardOnly;
     Populate();
@@ -76,6 +77,15 @@ std::shared_ptr<Database::State> Recordset::State::RequireOpen() const
     std::shared_ptr<Database::State> owner = database.lock();
     if (closed || !owner || !owner->core) throw NumberedError(3420);
     return owner;
+}
+
+jet::pages::Pager& Recordset::State::Pages() const
+{
+    const std::shared_ptr<Database::State> owner = RequireOpen();
+    if (!query->Table()) return owner->Pages();
+    jet::pages::Pager& pages = query->Table()->rows->Pages();
+    pages.ActFor(owner->workspace);
+    return pages;
 }
 
 void Recordset::State::Fetch()

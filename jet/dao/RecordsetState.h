@@ -94,8 +94,8 @@ private:
     friend class PendingRow;
     void Populate();
     void StandOn(Spot spot);
-    // The file, acting for the set's workspace. Errors: 3420.
-    [[nodiscard]] jet::pages::Pager& Pages() const { return RequireOpen()->Pages(); }
+    // The file in which the rows lie, acting for the set's workspace. Errors: 3420.
+    [[nodiscard]] jet::pages::Pager& Pages() const;
     // Reads what belongs together, again when another program wrote meanwhile.
     using Look = jet::pages::Pager::Look;
     void Read(Look look, const std::function<void()>& read) const { Pages().ReadWhole(look, read); }

@@ -33,6 +33,14 @@ void TableDef::Append(IndexDef index)
     indexes_.push_back(std::move(index));
 }
 
+void TableDef::SetLink(std::string_view name, std::string_view connect,
+                       std::string_view sourceTable)
+{
+    name_ = name;
+    connect_ = connect;
+    sourceTable_ = sourceTable;
+}
+
 void TableDef::SetValidation(std::string_view rule, std::string_view text)
 {
     validationRule_ = rule;

@@ -51,6 +51,12 @@ public:
     void Append(FieldDef field);
     void Append(IndexDef index);
 
+    // Makes it a link: a name for a table of another file. `connect` is ";DATABASE=" and the path.
+    // Rule: a link has no fields of its own; a read one has those of the table it leads to.
+    void SetLink(std::string_view name, std::string_view connect, std::string_view sourceTable);
+    [[nodiscard]] const std::string& Connect() const { return connect_; }
+    [[nodiscard]] const std::string& SourceTableName() const { return sourceTable_; }
+
     // A rule for whole rows, and what to say when it does not hold.
     void SetValidation(std::string_view rule, std::string_view text);
     [[nodiscard]] const std::string& ValidationRule() const { return validationRule_; }
@@ -61,6 +67,7 @@ private:
     std::vector<FieldDef> fields_;
     std::vector<IndexDef> indexes_;
     std::string validationRule_, validationText_;
+    std::string connect_, sourceTable_;  // of a link
 };
 
 }  // namespace dao

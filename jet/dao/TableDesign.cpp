@@ -2,6 +2,7 @@
 #include "jet/dao/TableDesign.h"
 
 #include "base/NumberedError.h"
+#include "base/Text.h"
 #include "jet/dao/FieldTypes.h"
 #include "jet/format/TableDefinitionLayout.h"
 #include "jet/sql/Parser.h"
@@ -28,8 +29,8 @@ FieldDef FieldDefOf(const ColumnDefinition& column, std::size_t bytesPerCharacte
         field.precision = column.precision;
         field.scale = column.scale;
     }
-    field.attributes =
-        (column.fixed ? kFixedField : kVariableField) | (column.autoNumber ? kAutoIncrField : 0);
+    field.attributes = (column.fixed ? kFixedField : kVariableField) |
+                       (column.autoNumber || column.autoGuid ? kAutoIncrField : 0);
     return field;
 }
 
@@ -72,7 +73,8 @@ NewColumn NewColumnOf(const FieldDef& field)
     if (field.type == FieldType::Text && field.size == 0) column.size = kLongestText;
     if (field.type == FieldType::Text && field.size > kLongestText) throw NumberedError(3017);
     column.autoNumber = (field.attributes & kAutoIncrField) != 0;
-    if (column.autoNumber && field.type != FieldType::Long) throw NumberedError(3001);
+    if (column.autoNumber && field.type != FieldType::Long && field.type != FieldType::Guid)
+        throw NumberedError(3001);
     if (!field.defaultValue.empty()) (void)jet::sql::ParseDefault(field.defaultValue, {});
     column.properties.defaultValue = field.defaultValue;
     column.properties.allowZeroLength = field.allowZeroLength;
@@ -83,12 +85,12 @@ NewColumn NewColumnOf(const FieldDef& field)
 
 }  // namespace
 
-TableDef TableDefOf(const jet::catalog::OpenTable& table, std::size_t bytesPerCharacter)
+TableDef TableDefOf(const jet::catalog::OpenTable& table)
 {
     TableDef made(table.entry.name);
     const jet::format::TableDefinition& definition = table.rows->Definition();
     for (std::size_t i = 0; i < definition.columns.size(); ++i) {
-        FieldDef field = FieldDefOf(definition.columns[i], bytesPerCharacter);
+        FieldDef field = FieldDefOf(definition.columns[i], table.bytesPerCharacter);
         if (i < table.properties.size()) {
             field.defaultValue = table.properties[i].defaultValue;
             field.allowZeroLength = table.properties[i].allowZeroLength;
@@ -151,6 +153,21 @@ jet::catalog::NewRelationship NewRelationshipOf(const RelationDef& relation)
     for (const RelationDef::Pair& pair : relation.fields)
         made.columns.push_back({pair.field, pair.foreignField});
     return made;
+}
+
+jet::catalog::NewLink NewLinkOf(const TableDef& table)
+{
+    constexpr std::string_view kDatabase = ";DATABASE=";
+    const std::string& connect = table.Connect();
+    std::size_t at = 0;
+    while (!base::SameName(connect.substr(at, kDatabase.size()), kDatabase))
+        if (++at >= connect.size()) throw NumberedError(3170);
+    jet::catalog::NewLink link;
+    link.name = table.Name();
+    link.database = connect.substr(at + kDatabase.size());
+    link.connect = connect.substr(0, at);
+    link.table = table.SourceTableName();
+    return link;
 }
 
 }  // namespace dao

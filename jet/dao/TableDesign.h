@@ -8,10 +8,12 @@
 
 namespace dao {
 
-[[nodiscard]] TableDef TableDefOf(const jet::catalog::OpenTable& table,
-                                  std::size_t bytesPerCharacter);
+[[nodiscard]] TableDef TableDefOf(const jet::catalog::OpenTable& table);
+// Errors: 3170 a link that names no database.
+[[nodiscard]] jet::catalog::NewLink NewLinkOf(const TableDef& table);
 
-// Errors: 3259 unknown type, 3017 a text too wide, 3001 a counter that is no long, 3090 two
+// Errors: 3259 unknown type, 3017 a text too wide, 3001 a counter that is neither long nor GUID,
+// 3090 two
 //         counters, 3355 a default that is no expression, 3320 a rule that is none.
 [[nodiscard]] jet::catalog::NewTable NewTableOf(const TableDef& table);
 

@@ -23,7 +23,8 @@ std::string WithExtension(const std::string& path)
     return has ? path : path + ".mdb";
 }
 
-// The part "pwd=SECRET" of a connect string, whose parts stand between semicolons.
+}  // namespace
+
 std::string_view PasswordIn(std::string_view connect)
 {
     constexpr std::string_view kName = "pwd=";
@@ -34,8 +35,6 @@ std::string_view PasswordIn(std::string_view connect)
     }
     return {};
 }
-
-}  // namespace
 
 Workspace::Workspace(std::shared_ptr<State> state) : state_(std::move(state)) {}
 Workspace::Workspace(Workspace&&) noexcept = default;

@@ -28,7 +28,6 @@ namespace {
 //   value length  2       bytes
 constexpr std::size_t kMarkSize = 4, kChunkHeader = 6, kOwnerHeader = 6, kRecordHeader = 8;
 constexpr std::uint16_t kNamesChunk = 0x80;
-constexpr std::uint8_t kDesignFlag = 1;
 constexpr std::array<char, kMarkSize> kMarkUtf16{'M', 'R', '2', 0};
 constexpr std::array<char, kMarkSize> kMarkCodePage{'K', 'K', 'D', 0};
 
@@ -198,9 +197,9 @@ bool PropertyBlock::BooleanValue(std::string_view field, std::string_view proper
 }
 
 void PropertyBlock::SetText(std::string_view field, std::string_view property,
-                            std::string_view value)
+                            std::string_view value, std::uint8_t flag)
 {
-    Set(field, property, ColumnType::Text, EncodeText(value));
+    Set(field, property, ColumnType::Text, EncodeText(value), flag);
 }
 
 void PropertyBlock::SetMemo(std::string_view field, std::string_view property,
@@ -237,10 +236,10 @@ PropertyOwner& PropertyBlock::OwnerOf(std::string_view field)
 }
 
 void PropertyBlock::Set(std::string_view field, std::string_view property, ColumnType type,
-                        std::vector<std::byte> value)
+                        std::vector<std::byte> value, std::uint8_t flag)
 {
     PropertyRecord record{.name = NameOf(property),
-                          .flag = kDesignFlag,
+                          .flag = flag,
                           .type = static_cast<std::uint8_t>(type),
                           .value = std::move(value)};
     std::vector<PropertyRecord>& records = OwnerOf(field).records;

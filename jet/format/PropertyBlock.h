@@ -13,6 +13,9 @@
 
 namespace jet::format {
 
+// Flag of a property whose change needs the right to change the design.
+inline constexpr std::uint8_t kDesignFlag = 1;
+
 // One property's stored form.                              docs/format/properties.md
 struct PropertyRecord {
     std::uint16_t name = 0;  // place in PropertyBlock::names
@@ -54,7 +57,8 @@ public:
     // Adds or replaces a property; of the object itself when `field` is empty.
     // Errors: 3271 when a name or value is too long to be stored, 3421 when the code page cannot
     //         hold it.
-    void SetText(std::string_view field, std::string_view property, std::string_view value);
+    void SetText(std::string_view field, std::string_view property, std::string_view value,
+                 std::uint8_t flag = kDesignFlag);
     void SetMemo(std::string_view field, std::string_view property, std::string_view value);
     void SetBoolean(std::string_view field, std::string_view property, bool value);
 
@@ -64,7 +68,7 @@ private:
     [[nodiscard]] std::uint16_t NameOf(std::string_view property);
     [[nodiscard]] PropertyOwner& OwnerOf(std::string_view field);
     void Set(std::string_view field, std::string_view property, ColumnType type,
-             std::vector<std::byte> value);
+             std::vector<std::byte> value, std::uint8_t flag = kDesignFlag);
     [[nodiscard]] std::string Decode(Span bytes) const;
     [[nodiscard]] std::vector<std::byte> EncodeText(std::string_view text) const;
     void ParseNames(Span payload);

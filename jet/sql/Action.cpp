@@ -255,7 +255,7 @@ private:
     // The value a column gets.
     [[nodiscard]] Assignment Converted(std::size_t column, const base::Value& value) const
     {
-        return {column, ForColumn(value, Definition().columns[column], session_.bytesPerCharacter)};
+        return {column, ForColumn(value, Definition().columns[column], table_->bytesPerCharacter)};
     }
 
     // The row as it is now, unless somebody else deleted it or it no longer fits the condition.
@@ -282,7 +282,8 @@ private:
         const StoredRowValues row(*table_->rows, view);
         Change change{Change::Kind::Update, id, {}};
         for (std::size_t i = 0; i < columns.size(); ++i) {
-            if (Definition().columns[columns[i]].autoNumber) throw NumberedError(3164);
+            const format::ColumnDefinition& column = Definition().columns[columns[i]];
+            if (column.autoNumber || column.autoGuid) throw NumberedError(3164);
             change.values.push_back(Converted(columns[i], Evaluate(*values[i], row, environment_)));
         }
         return change;
@@ -297,7 +298,7 @@ private:
         Change change{Change::Kind::Insert, {}, {}};
         for (std::size_t i = 0; i < values.size(); ++i) {
             const bool counter = Definition().columns[i].autoNumber;
-            if (counter && values[i].IsNull()) values[i] = table_->rows->NextAutoNumber();
+            if (counter && values[i].IsNull()) values[i] = NextCounter(*table_, i);
             if (!values[i].IsNull()) change.values.push_back({i, std::move(values[i])});
         }
         return change;

@@ -3,6 +3,7 @@
 #include "base/Convert.h"
 #include "base/NumberedError.h"
 #include "jet/sql/Functions.h"
+#include "jet/sql/Random.h"
 
 #include <array>
 #include <cmath>
@@ -146,7 +147,17 @@ Value IsNumeric(Arguments a, const Environment&)
     }
 }
 
-constexpr std::array<FunctionInfo, 21> kFunctions{{
+Value GenUniqueId(Arguments, const Environment&)
+{
+    return RandomNumber();
+}
+
+Value GenGuid(Arguments, const Environment&)
+{
+    return RandomGuid();
+}
+
+constexpr std::array<FunctionInfo, 23> kFunctions{{
     {"Abs", 1, 1, ValueKind::Number, Abs},
     {"Int", 1, 1, ValueKind::Number, Int},
     {"Fix", 1, 1, ValueKind::Number, Fix},
@@ -168,6 +179,8 @@ constexpr std::array<FunctionInfo, 21> kFunctions{{
     {"CBool", 1, 1, ValueKind::Boolean, AsBoolean},
     {"IsNull", 1, 1, ValueKind::Boolean, IsNull, OnNull::IsCalled},
     {"IsNumeric", 1, 1, ValueKind::Boolean, IsNumeric, OnNull::IsCalled},
+    {"GenUniqueID", 0, 0, ValueKind::Number, GenUniqueId},
+    {"GenGUID", 0, 0, ValueKind::Any, GenGuid},
 }};
 
 }  // namespace

@@ -8,11 +8,11 @@
 #include "jet/sql/Bind.h"
 #include "jet/sql/Evaluator.h"
 #include "jet/sql/Parser.h"
+#include "jet/sql/Random.h"
 
 #include <cmath>
 #include <limits>
 #include <optional>
-#include <random>
 
 namespace jet::sql {
 
@@ -159,23 +159,13 @@ Value DecimalFrom(const Value& value, const format::ColumnDefinition& column)
     return number;
 }
 
-base::Guid RandomGuid()
-{
-    std::random_device source;
-    base::Guid guid;
-    for (std::uint8_t& byte : guid.bytes)
-        byte = static_cast<std::uint8_t>(source() & 0xFFU);
-    return guid;
-}
-
 Value DefaultOf(const std::string& text, const catalog::OpenTable& table,
                 const format::ColumnDefinition& column, const Session& session)
 {
     const ExpressionPtr expression = ParseDefault(text, session.now());
     BindKept(*expression, {}, column.name, table.entry.name);
     const Environment environment = EnvironmentFor(session, table.rows->Definition());
-    return ForColumn(Evaluate(*expression, NoRow(), environment), column,
-                     session.bytesPerCharacter);
+    return ForColumn(Evaluate(*expression, NoRow(), environment), column, table.bytesPerCharacter);
 }
 
 }  // namespace
@@ -236,6 +226,20 @@ std::vector<Value> NewRowValues(const catalog::OpenTable& table, const Session& 
         }
     }
     return values;
+}
+
+Value NextCounter(catalog::OpenTable& table, std::size_t column)
+{
+    const bool random =
+        column < table.properties.size() &&
+        base::SameName(base::Trim(table.properties[column].defaultValue), catalog::kRandomCounter);
+    if (!random) return table.rows->NextAutoNumber();
+    while (true) {
+        const Value number = RandomNumber();
+        const std::vector<table::Assignment> key{{column, number}};
+        const auto taken = table.rows->FindByKey(key);
+        if (!taken || taken->empty()) return number;
+    }
 }
 
 }  // namespace jet::sql

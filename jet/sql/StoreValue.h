@@ -24,4 +24,9 @@ namespace jet::sql {
 [[nodiscard]] std::vector<base::Value> NewRowValues(const catalog::OpenTable& table,
                                                     const Session& session);
 
+// The next value of a counter column.
+// Rule: a counter whose default value is GenUniqueID() takes any number that no row has, as far as
+//       an index tells, and keeps no count; others count up and the number is used up at once.
+[[nodiscard]] base::Value NextCounter(catalog::OpenTable& table, std::size_t column);
+
 }  // namespace jet::sql

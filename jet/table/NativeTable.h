@@ -24,6 +24,8 @@ public:
     void Obey(std::shared_ptr<const RowRules> rules) { rules_ = std::move(rules); }
 
     [[nodiscard]] const format::TableDefinition& Definition() const override;
+    // The file in which it lies.
+    [[nodiscard]] pages::Pager& Pages() const { return *pager_; }
     [[nodiscard]] std::uint32_t RowCount() const override;
 
     [[nodiscard]] std::unique_ptr<RowCursor> Scan() const override;

@@ -10,7 +10,7 @@ namespace {
 
 using base::Value;
 
-class RelationshipTest : public DaoVersionTest {
+class RelationshipTest : public DaoKindTest {
 protected:
     RelationshipTest()
     {
@@ -77,7 +77,7 @@ protected:
     using Texts = std::vector<std::string>;
 };
 
-INSTANTIATE_TEST_SUITE_P(Versions, RelationshipTest, testing::ValuesIn(kVersions),
+INSTANTIATE_TEST_SUITE_P(Kinds, RelationshipTest, testing::Values(FileKind::Jet3, FileKind::Jet4),
                          [](const auto& each) { return NameOf(each.param); });
 
 TEST_P(RelationshipTest, DesignTellsItBack)

@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: Apache-2.0
+// Tests of tables that lie in another database file.
+#include "tests/jet/dao/DaoFixture.h"
+#include "tests/support/IntegrityExpectations.h"
+
+namespace dao {
+namespace {
+
+using base::Value;
+
+constexpr const char* kOther = "/shop/Parts.mdb";
+
+class LinkedTableTest : public DaoKindTest {
+protected:
+    LinkedTableTest()
+    {
+        MakeEmployees();
+        // The other file is of the other format.
+        engine.CreateDatabase(kOther,
+                              IsJet3(GetParam()) ? DatabaseVersion::Jet4 : DatabaseVersion::Jet3);
+        other = engine.DefaultWorkspace().OpenDatabase(kOther);
+        TableDef parts("Parts");
+        FieldDef counter = TableDef::CreateField("Entry", FieldType::Long);
+        counter.attributes = kAutoIncrField;
+        parts.Append(counter);
+        parts.Append(TableDef::CreateField("Name", FieldType::Text, 30));
+        FieldDef price = TableDef::CreateField("Price", FieldType::Currency);
+        price.validationRule = ">=0";
+        price.validationText = "Nothing is for less than nothing.";
+        parts.Append(price);
+        other.Append(parts);
+        database.Append(Link("PartsThere", "Parts"));
+    }
+
+    void TearDown() override
+    {
+        DaoTest::TearDown();
+        EXPECT_SPOTLESS(files, kOther);
+    }
+
+    static TableDef Link(const char* name, const char* table, const std::string& path = kOther)
+    {
+        TableDef link(name);
+        link.SetLink(name, ";DATABASE=" + path, table);
+        return link;
+    }
+
+    void AddPart(const char* name, base::Currency price)
+    {
+        Recordset rows = Open("PartsThere");
+        rows.AddNew();
+        rows["Name"] = name;
+        rows["Price"] = price;
+        rows.Update();
+    }
+
+    Database other;
+};
+
+INSTANTIATE_TEST_SUITE_P(Kinds, LinkedTableTest, testing::Values(FileKind::Jet3, FileKind::Jet4),
+                         [](const auto& each) { return NameOf(each.param); });
+
+TEST_P(LinkedTableTest, RowsAreReadAndWrittenInTheOtherFile)
+{
+    AddPart("Bumper", {1250000});
+    AddPart("Fender", {99500});
+    Recordset there = other.OpenRecordset("SELECT * FROM Parts ORDER BY Name");
+    EXPECT_EQ(Column(there, "Name"), (std::vector<std::string>{"Bumper", "Fender"}));
+    Recordset here = Open("SELECT * FROM PartsThere WHERE Name = 'Fender'");
+    here.Edit();
+    here["Price"] = "12.50";
+    here.Update();
+    there.Requery();
+    EXPECT_EQ(Column(there, "Price"), (std::vector<std::string>{"125", "12.5"}));
+    here.Delete();
+    database.Execute("UPDATE PartsThere SET Name = 'Hood'", kFailOnError);
+    there.Requery();
+    EXPECT_EQ(Column(there, "Name"), (std::vector<std::string>{"Hood"}));
+}
+
+TEST_P(LinkedTableTest, LinkByItsNameGivesADynaset)
+{
+    Recordset rows = Open("PartsThere");
+    EXPECT_EQ(rows.Type(), RecordsetType::Dynaset);
+    EXPECT_TRUE(rows.Updatable());
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(Open("PartsThere", RecordsetType::Table)); }), 3219);
+    EXPECT_EQ(rows.SizeOf(1), 30);
+}
+
+TEST_P(LinkedTableTest, SizesOfTextsAreThoseOfTheOtherFile)
+{
+    Recordset rows = Open("PartsThere");
+    rows.AddNew();
+    rows["Name"] = std::string(30, 'x');
+    EXPECT_EQ(ErrorOf([&] { rows["Name"] = std::string(31, 'x'); }), 3163);
+    rows.Update();
+    EXPECT_EQ(ErrorOf([&] {
+                  database.Execute("UPDATE PartsThere SET Name = '1234567890123456789012345678901'",
+                                   kFailOnError);
+              }),
+              3163);
+}
+
+TEST_P(LinkedTableTest, RulesOfTheOtherFileHold)
+{
+    Recordset rows = Open("PartsThere");
+    rows.AddNew();
+    rows["Price"] = -1;
+    EXPECT_EQ(FailureOf([&] { rows.Update(); }), "3316 Nothing is for less than nothing.");
+}
+
+TEST_P(LinkedTableTest, FileStaysOpenAsLongAsARecordSetUsesIt)
+{
+    AddPart("Bumper", {1});
+    Recordset rows = Open("PartsThere");
+    other.Close();
+    rows.Edit();
+    rows["Name"] = "Hood";
+    rows.Update();
+    EXPECT_EQ(rows["Name"].Value(), Value("Hood"));
+}
+
+TEST_P(LinkedTableTest, DesignTellsTheLinkAndTheFieldsThere)
+{
+    const TableDef link = database.TableDef("partsthere");
+    EXPECT_EQ(link.Name(), "PartsThere");
+    EXPECT_EQ(link.Connect(), std::string(";DATABASE=") + kOther);
+    EXPECT_EQ(link.SourceTableName(), "Parts");
+    ASSERT_EQ(link.Fields().size(), 3U);
+    EXPECT_EQ(link.Fields()[1].name, "Name");
+    EXPECT_EQ(link.Fields()[1].size, 30);
+    const std::vector<std::string> names = database.TableNames();
+    EXPECT_NE(std::find(names.begin(), names.end(), "PartsThere"), names.end());
+}
+
+TEST_P(LinkedTableTest, MissingFileIsNamedWhenTheTableIsUsed)
+{
+    other.Close();
+    files.Rename(kOther, "/shop/Gone.mdb");
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(Open("PartsThere")); }),
+              "3024 Could not find file '/shop/Parts.mdb'.");
+    EXPECT_EQ(FailureOf([&] { database.Execute("DELETE FROM PartsThere"); }),
+              "3024 Could not find file '/shop/Parts.mdb'.");
+    // The rest of the database is there.
+    EXPECT_TRUE(Open("LDEmp").Eof());
+    files.Rename("/shop/Gone.mdb", kOther);
+    AddPart("Bumper", {1});
+}
+
+TEST_P(LinkedTableTest, LinkMustLeadToATable)
+{
+    EXPECT_EQ(ErrorOf([&] { database.Append(Link("New", "Nothing")); }), 3011);
+    EXPECT_EQ(ErrorOf([&] { database.Append(Link("New", "Parts", "/shop/None.mdb")); }), 3024);
+    EXPECT_EQ(ErrorOf([&] { database.Append(Link("LDEmp", "Parts")); }), 3010);
+    EXPECT_EQ(ErrorOf([&] { database.Append(Link("PartsThere", "Parts")); }), 3010);
+    EXPECT_EQ(ErrorOf([&] { database.Append(Link("a.b", "Parts")); }), 3125);
+    TableDef sheet("Sheet");
+    sheet.SetLink("Sheet", "Excel 8.0;DATABASE=/shop/Parts.mdb", "Parts");
+    EXPECT_EQ(ErrorOf([&] { database.Append(sheet); }), 3170);
+    // Links do not lead to links.
+    EXPECT_EQ(ErrorOf([&] { database.Append(Link("Ring", "PartsThere", kFile)); }), 3011);
+}
+
+TEST_P(LinkedTableTest, LinkMayLeadIntoItsOwnFile)
+{
+    database.Append(Link("People", "LDEmp", kFile));
+    Add(7, "Smith, Ann");
+    Recordset rows = Open("SELECT * FROM People");
+    rows.Edit();
+    rows["Name"] = "Smith, Anna";
+    rows.Update();
+    Recordset own = Open("SELECT * FROM LDEmp");
+    EXPECT_EQ(own["Name"].Value(), Value("Smith, Anna"));
+}
+
+TEST_P(LinkedTableTest, RelationshipsOfTheOtherFileHold)
+{
+    TableDef kinds("Kinds");
+    kinds.Append(TableDef::CreateField("Id", FieldType::Long));
+    IndexDef key;
+    key.name = "PrimaryKey";
+    key.fields.push_back({"Id", true});
+    key.primary = true;
+    kinds.Append(key);
+    other.Append(kinds);
+    TableDef uses("Uses");
+    uses.Append(TableDef::CreateField("Kind", FieldType::Long));
+    other.Append(uses);
+    other.Append(RelationDef{"KindsUses", "Kinds", "Uses", 0, {{"Id", "Kind"}}});
+    database.Append(Link("UsesThere", "Uses"));
+    EXPECT_EQ(ErrorOf([&] { database.Execute("INSERT INTO UsesThere VALUES (1)", kFailOnError); }),
+              3201);
+    other.Execute("INSERT INTO Kinds VALUES (1)", kFailOnError);
+    database.Execute("INSERT INTO UsesThere VALUES (1)", kFailOnError);
+}
+
+TEST_P(LinkedTableTest, DatabaseOpenedForReadingDoesNotWriteThere)
+{
+    AddPart("Bumper", {1});
+    database.Close();
+    other.Close();
+    database = engine.DefaultWorkspace().OpenDatabase(kFile, false, true);
+    Recordset rows = Open("PartsThere");
+    EXPECT_EQ(rows["Name"].Value(), Value("Bumper"));
+    EXPECT_EQ(ErrorOf([&] { rows.Edit(); }), 3027);
+}
+
+}  // namespace
+}  // namespace dao
