@@ -88,15 +88,14 @@ public:
     }
 
     // The table whose definition begins on this page.
-    [[nodiscard]] std::optional<std::pair<CatalogEntry, format::RowId>>
-    Find(format::PageNumber page) const
+    [[nodiscard]] std::optional<CatalogEntry> Find(format::PageNumber page) const
     {
         const auto rows = table_.Scan();
         while (rows->Next()) {
             CatalogEntry entry = Entry(rows->Row());
             if (entry.kind == ObjectKind::LocalTable &&
                 entry.id == static_cast<std::int32_t>(Raw(page)))
-                return std::pair{std::move(entry), rows->Id()};
+                return entry;
         }
         return std::nullopt;
     }
@@ -126,24 +125,6 @@ private:
     std::size_t id_ = 0, parent_ = 0, name_ = 0, type_ = 0, flags_ = 0, properties_ = 0;
 };
 
-// A table of this file by its entry and the place of its row.
-OpenTable Opened(const std::shared_ptr<pages::Pager>& pager, const Objects& objects,
-                 std::pair<CatalogEntry, format::RowId> found)
-{
-    OpenTable table;
-    table.entry = std::move(found.first);
-    table.rows = std::make_unique<NativeTable>(
-        pager, format::PageNumber{static_cast<std::uint32_t>(table.entry.id)}, table.entry.name);
-    const base::Bytes bytes = objects.Properties(found.second);
-    const auto block = bytes.empty() ? format::PropertyBlock()
-                                     : format::PropertyBlock::Parse(bytes, objects.Text().codePage);
-    for (const format::ColumnDefinition& column : table.rows->Definition().columns)
-        table.properties.push_back(ReadProperties(block, column.name));
-    table.rule = ReadRule(block, {});
-    table.bytesPerCharacter = pager->Version().bytesPerCharacter;
-    return table;
-}
-
 }  // namespace
 
 Catalog::Catalog(std::shared_ptr<pages::Pager> pager) : pager_(std::move(pager)) {}
@@ -162,6 +143,11 @@ std::optional<CatalogEntry> Catalog::Find(std::string_view name) const
     return std::move(found->first);
 }
 
+std::optional<CatalogEntry> Catalog::Find(format::PageNumber page) const
+{
+    return Objects(pager_).Find(page);
+}
+
 OpenTable Catalog::Open(std::string_view name) const
 {
     const Objects objects(pager_);
@@ -170,15 +156,18 @@ OpenTable Catalog::Open(std::string_view name) const
     if (found->first.kind != ObjectKind::LocalTable)
         throw base::NumberedError(3078, {std::string(name)}).At("no table of this file");
 
-    return Opened(pager_, objects, *std::move(found));
-}
-
-std::optional<OpenTable> Catalog::OpenAt(format::PageNumber page) const
-{
-    const Objects objects(pager_);
-    auto found = objects.Find(page);
-    if (!found) return std::nullopt;
-    return Opened(pager_, objects, *std::move(found));
+    OpenTable table;
+    table.entry = std::move(found->first);
+    table.rows = std::make_unique<NativeTable>(
+        pager_, format::PageNumber{static_cast<std::uint32_t>(table.entry.id)}, table.entry.name);
+    const base::Bytes bytes = objects.Properties(found->second);
+    const auto block = bytes.empty() ? format::PropertyBlock()
+                                     : format::PropertyBlock::Parse(bytes, objects.Text().codePage);
+    for (const format::ColumnDefinition& column : table.rows->Definition().columns)
+        table.properties.push_back(ReadProperties(block, column.name));
+    table.rule = ReadRule(block, {});
+    table.bytesPerCharacter = pager_->Version().bytesPerCharacter;
+    return table;
 }
 
 void Catalog::RequireFreeName(const std::string& name) const

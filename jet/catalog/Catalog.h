@@ -46,12 +46,11 @@ public:
     [[nodiscard]] std::vector<CatalogEntry> Entries() const;
     // Rule: case is ignored.
     [[nodiscard]] std::optional<CatalogEntry> Find(std::string_view name) const;
+    // The table of this file whose definition begins on this page.
+    [[nodiscard]] std::optional<CatalogEntry> Find(format::PageNumber page) const;
 
     // Errors: 3078 no such table, 3343/3049.
     [[nodiscard]] OpenTable Open(std::string_view name) const;
-
-    // A table of this file by the page of its definition; nothing when no object has that id.
-    [[nodiscard]] std::optional<OpenTable> OpenAt(format::PageNumber page) const;
 
     // Nothing when no link has that name.
     [[nodiscard]] std::optional<NewLink> Link(std::string_view name) const;
@@ -63,7 +62,8 @@ public:
     // Creates the relationship at once; an enforced one gives both tables an index.
     // Errors: 3012 the name is taken, 3011 unknown table, 3018 unknown field, 3615 fields of
     //         different types, 3015 no unique index over the referenced fields, 3201 a row that
-    //         refers to none, 3284 an index of that name, 3001 too many fields or indexes, 3125.
+    //         refers to none, 3284 an index of that name, 3001 too many fields or indexes, 3125,
+    //         3262 or 3009 another program has one of the tables open.
     void Create(const NewRelationship& relationship, base::Date now);
 
     // Creates the table at once, in one write set; `now` becomes its date of creation.

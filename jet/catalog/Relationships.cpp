@@ -54,7 +54,7 @@ private:
 // The table on the other side of a relationship and its index there.
 struct Relationships::Side {
     std::shared_ptr<OpenTable> table;
-    const format::TableDefinition* definition = nullptr;
+    std::shared_ptr<const format::TableDefinition> definition;
     const format::IndexDefinition* tree = nullptr;
 
     // The rows with this key.
@@ -91,7 +91,8 @@ Relationships::Relationships(const OpenTable& table, TableAt tableAt)
 void Relationships::Follow(pages::WriteSet& changes, const table::ChangedRow& row) const
 {
     const Nesting nesting(depth_);
-    const format::TableDefinition& definition = table_.rows->Definition();
+    const auto table = table_.rows->CurrentDefinition();
+    const format::TableDefinition& definition = *table;
     for (const NamedIndex& index : definition.namedIndexes) {
         if (index.kind != format::kRelationship) continue;
         const auto columns = ColumnsOf(definition, definition.indexes[index.tree]);
@@ -111,7 +112,7 @@ Relationships::Side Relationships::OtherSide(const NamedIndex& index) const
     Side side;
     side.table = tableAt_(index.relatedTable);
     if (!side.table) throw NumberedError(3343).At("relationship with a table that is not there");
-    side.definition = &side.table->rows->Definition();
+    side.definition = side.table->rows->CurrentDefinition();
     const auto& indexes = side.definition->namedIndexes;
     const auto partner = std::find_if(indexes.begin(), indexes.end(), [&](const NamedIndex& one) {
         return one.kind == format::kRelationship && one.number == index.relatedIndex;

@@ -138,9 +138,15 @@ void Catalog::Create(const NewRelationship& asked, base::Date now)
     const format::SortOrder order =
         objects.Definition().columns[PlaceOf(objects, "Name")].sortOrder;
 
+    // Whoever has one of them open goes on by the design that he has read.
+    const bool enforced = (wish.flags & kNotEnforced) == 0;
+    std::vector<std::shared_ptr<const void>> kept;
+    if (enforced) kept.push_back(pager_->KeepTable(referencing, wish.referencing));
+    if (enforced && referenced != referencing)
+        kept.push_back(pager_->KeepTable(referenced, wish.referenced));
     pages::Write(*pager_, [&](pages::WriteSet& changes) {
         NewRelationship made = wish;
-        if ((made.flags & kNotEnforced) == 0) {
+        if (enforced) {
             MakeRelationIndexes(changes, made, referenced, referencing, order);
             Touch(changes, objects, referenced, now);
             if (referencing != referenced) Touch(changes, objects, referencing, now);

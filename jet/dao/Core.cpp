@@ -26,8 +26,14 @@ jet::sql::TablePtr Core::Table(std::string_view name)
 
 jet::sql::TablePtr Core::LocalTable(const CatalogEntry& entry)
 {
-    if (jet::sql::TablePtr open = tables_[entry.id].lock()) return open;
-    return Keep(catalog_.Open(entry.name));
+    struct Shared {
+        jet::sql::TablePtr table;
+        std::shared_ptr<RelatedTables> related;
+    };
+    auto opened = std::make_shared<Shared>(Shared{tables_[entry.id].lock(), related_.lock()});
+    if (!opened->table) opened->table = Opened(entry);
+    if (!opened->related) related_ = opened->related = std::make_shared<RelatedTables>();
+    return {opened, opened->table.get()};
 }
 
 jet::sql::TablePtr Core::LinkedTable(const jet::catalog::NewLink& link)
@@ -41,34 +47,39 @@ jet::sql::TablePtr Core::LinkedTable(const jet::catalog::NewLink& link)
     };
     auto linked = std::make_shared<Linked>();
     linked->core = openOther_(link, pager_->ReadOnly());
-    if (linked->core != shared_from_this()) linked->core->Pager().Refresh();
-    const std::optional<CatalogEntry> entry = linked->core->catalog_.Find(link.table);
-    if (!entry || entry->kind != ObjectKind::LocalTable) throw NumberedError(3011, {link.table});
-    linked->table = linked->core->LocalTable(*entry);
+    Core& other = *linked->core;
+    other.Pager().ReadWhole(jet::pages::Pager::Look::Always, [&] {
+        const std::optional<CatalogEntry> entry = other.catalog_.Find(link.table);
+        if (!entry || entry->kind != ObjectKind::LocalTable)
+            throw NumberedError(3011, {link.table});
+        linked->table = other.LocalTable(*entry);
+    });
     // Whoever has the table keeps its file open.
     return {linked, linked->table.get()};
 }
 
 jet::sql::TablePtr Core::RelatedTable(jet::format::PageNumber page)
 {
-    jet::sql::TablePtr& kept = related_[page];
+    const std::shared_ptr<RelatedTables> related = related_.lock();
+    if (!related) return nullptr;  // nobody has a table open
+    jet::sql::TablePtr& kept = (*related)[page];
     if (!kept) kept = tables_[static_cast<std::int32_t>(Raw(page))].lock();
     if (!kept)
-        if (auto opened = catalog_.OpenAt(page)) kept = Keep(*std::move(opened));
+        if (const auto entry = catalog_.Find(page)) kept = Opened(*entry);
     return kept;
 }
 
-jet::sql::TablePtr Core::Keep(jet::catalog::OpenTable table)
+jet::sql::TablePtr Core::Opened(const CatalogEntry& entry)
 {
     struct Used {
         std::shared_ptr<const void> use;
         jet::catalog::OpenTable table;
     };
-    const jet::format::PageNumber definition{static_cast<std::uint32_t>(table.entry.id)};
-    auto use = pager_->UseTable(definition, table.entry.name);
-    const auto used = std::make_shared<Used>(Used{std::move(use), std::move(table)});
+    const jet::format::PageNumber definition{static_cast<std::uint32_t>(entry.id)};
+    const auto used = std::make_shared<Used>(
+        Used{pager_->UseTable(definition, entry.name), catalog_.Open(entry.name)});
     const jet::sql::TablePtr kept(used, &used->table);
-    tables_[kept->entry.id] = kept;
+    tables_[entry.id] = kept;
     const std::weak_ptr<Core> core = weak_from_this();
     const auto related = [core](jet::format::PageNumber page) {
         const std::shared_ptr<Core> open = core.lock();

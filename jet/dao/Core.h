@@ -14,6 +14,9 @@
 
 namespace dao {
 
+// Rows that are being edited, of all files that an engine has open.
+using EditedRows = std::set<std::pair<const jet::pages::Pager*, jet::format::RowId>>;
+
 class Core : public std::enable_shared_from_this<Core> {
 public:
     using Opener =
@@ -22,9 +25,9 @@ public:
     // `now` tells the time to the rules of the tables, `openOther` opens the files to which tables
     // are linked.
     Core(std::shared_ptr<jet::pages::Pager> pager, std::function<base::Date()> now,
-         Opener openOther)
+         Opener openOther, std::shared_ptr<EditedRows> edited)
         : pager_(std::move(pager)), catalog_(pager_), now_(std::move(now)),
-          openOther_(std::move(openOther))
+          openOther_(std::move(openOther)), edited_(std::move(edited))
     {
     }
 
@@ -48,19 +51,20 @@ public:
 
 private:
     [[nodiscard]] jet::sql::TablePtr LocalTable(const jet::catalog::CatalogEntry& entry);
-    // A table by the page of its definition, kept open for the relationships that lead to it.
+    // A table by the page of its definition, for the relationships that lead to it; kept open as
+    // long as anybody has a table of this file open.
     [[nodiscard]] jet::sql::TablePtr RelatedTable(jet::format::PageNumber page);
-    // Takes an opened table among those that are shared; from here on it obeys its rules.
-    jet::sql::TablePtr Keep(jet::catalog::OpenTable table);
+    // Opens a table and takes it among those that are shared; it obeys its rules from here on.
+    [[nodiscard]] jet::sql::TablePtr Opened(const jet::catalog::CatalogEntry& entry);
 
     std::shared_ptr<jet::pages::Pager> pager_;
     jet::catalog::Catalog catalog_;
     std::function<base::Date()> now_;
     Opener openOther_;
     std::map<std::int32_t, std::weak_ptr<jet::catalog::OpenTable>> tables_;  // by catalog id
-    using EditedRows = std::set<std::pair<const jet::pages::Pager*, jet::format::RowId>>;
-    std::shared_ptr<EditedRows> edited_ = std::make_shared<EditedRows>();
-    std::map<jet::format::PageNumber, jet::sql::TablePtr> related_;
+    using RelatedTables = std::map<jet::format::PageNumber, jet::sql::TablePtr>;
+    std::weak_ptr<RelatedTables> related_;
+    std::shared_ptr<EditedRows> edited_;
 };
 
 }  // namespace dao

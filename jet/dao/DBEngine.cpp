@@ -90,7 +90,8 @@ std::shared_ptr<Core> DBEngine::State::Open(const std::string& path, const OpenW
                 return alive->Open(
                     link.database,
                     {.exclusive = false, .readOnly = toRead, .password = PasswordIn(link.connect)});
-            });
+            },
+            edited_);
     };
     if (!wish.readOnly) {
         try {

@@ -2,6 +2,7 @@
 #include "jet/dao/Database.h"
 
 #include "base/NumberedError.h"
+#include "base/Text.h"
 #include "jet/dao/DatabaseState.h"
 #include "jet/dao/Names.h"
 #include "jet/dao/RecordsetState.h"
@@ -39,8 +40,11 @@ RecordsetPlan PlanFor(State& state, std::string_view source, RecordsetType type)
 {
     const std::string_view text = Trimmed(source);
     RecordsetPlan plan;
-    if (jet::sql::TablePtr table = state.core->Table(WithoutBrackets(text))) {
-        const bool linked = state.core->Catalog().Link(WithoutBrackets(text)).has_value();
+    const std::string_view name = WithoutBrackets(text);
+    if (jet::sql::TablePtr table = state.core->Table(name)) {
+        // A link into its own file has another name than the table there.
+        const bool linked = &table->rows->Pages() != &state.core->Pager() ||
+                            !base::SameName(table->entry.name, name);
         if (linked && type == RecordsetType::Table) throw NumberedError(3219);
         const auto usual = linked ? RecordsetType::Dynaset : RecordsetType::Table;
         plan.type = type == RecordsetType::Default ? usual : type;
@@ -144,9 +148,13 @@ void Database::Append(const dao::TableDef& table)
 
 std::vector<RelationDef> Database::Relations() const
 {
+    const State& state = Opened(state_);
     std::vector<RelationDef> relations;
-    for (const auto& stored : Opened(state_).core->Catalog().Relationships())
-        relations.push_back(RelationDefOf(stored));
+    state.Pages().ReadWhole(Look::Always, [&] {
+        relations.clear();
+        for (const auto& stored : state.core->Catalog().Relationships())
+            relations.push_back(RelationDefOf(stored));
+    });
     return relations;
 }
 
@@ -154,6 +162,7 @@ void Database::Append(const RelationDef& relation)
 {
     State& state = Opened(state_);
     if (!Updatable()) throw NumberedError(3027);
+    state.Pages().Refresh();
     state.core->Catalog().Create(NewRelationshipOf(relation), state.session.now());
 }
 

@@ -46,7 +46,8 @@ public:
     [[nodiscard]] std::vector<RelationDef> Relations() const;
     // Creates the relationship in the file at once.
     // Rule:   an enforced one needs a unique index over the fields of `table`.
-    // Errors: 3012, 3011, 3018, 3615, 3015, 3201, 3284, 3001, 3125, 3027.
+    // Errors: 3012, 3011, 3018, 3615, 3015, 3201, 3284, 3001, 3125, 3027; 3262 or 3009 another
+    //         program has one of the tables open.
     void Append(const RelationDef& relation);
 
     // `source` is a table's name or SQL text.

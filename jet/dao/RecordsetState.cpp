@@ -37,7 +37,7 @@ Recordset::State::State(std::shared_ptr<Database::State> owner, RecordsetPlan pl
     if (query->Table()) bytesPerCharacter = query->Table()->bytesPerCharacter;
     ofValues = !query->GivesTableRows() || type == RecordsetType::Snapshot ||
                type == RecordsetType::ForwardOnly;
-    Populate();
+    Read(Look::OnlyIfOld, [&] { Populate(); });
 }
 
 // Everything that can fail comes before the first change.

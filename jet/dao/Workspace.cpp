@@ -58,9 +58,11 @@ Database Workspace::OpenDatabase(const std::string& path, bool exclusive, bool r
     opened->session.now = engine->settings.now;
     opened->session.bytesPerCharacter = opened->core->BytesPerCharacter();
     const std::weak_ptr<Core> core = opened->core;
-    opened->session.open = [core](std::string_view name) -> jet::sql::TablePtr {
+    opened->session.open = [core, number = state_->number](std::string_view name) {
         const std::shared_ptr<Core> open = core.lock();
-        return open ? open->Table(name) : nullptr;
+        jet::sql::TablePtr table = open ? open->Table(name) : nullptr;
+        if (table) table->rows->Pages().ActFor(number);  // of another file, when it is a link
+        return table;
     };
     opened->session.whole = [core](const std::function<void()>& read) {
         const std::shared_ptr<Core> open = core.lock();

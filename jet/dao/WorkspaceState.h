@@ -44,6 +44,7 @@ private:
 
     std::map<std::string, OpenFile> open_;  // by canonical path
     std::uint64_t workspaces_ = 0;
+    std::shared_ptr<EditedRows> edited_ = std::make_shared<EditedRows>();
 };
 
 struct Workspace::State {

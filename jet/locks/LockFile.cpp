@@ -238,6 +238,25 @@ void LockFile::EndUse(Region region, PageNumber table) noexcept
     Unlock(ByteOf(region, table, place_));
 }
 
+std::optional<Conflict> LockFile::TryKeep(PageNumber table)
+{
+    if (alone_) return std::nullopt;
+    const io::ByteRange range = RangeOf(Region::TableReaders, table, place_);
+    if (TryLock(range)) return std::nullopt;
+    return ConflictIn(range, StartOf(Region::TableReaders, table));
+}
+
+void LockFile::EndKeep(PageNumber table) noexcept
+{
+    if (alone_) return;
+    const io::ByteRange range = RangeOf(Region::TableReaders, table, place_);
+    if (!tables_.contains({Region::TableReaders, table})) return Unlock(range);
+    // Our own byte, which the range has covered, stays.
+    const io::ByteRange own = ByteOf(Region::TableReaders, table, place_);
+    if (own.offset > range.offset) Unlock({range.offset, own.offset - range.offset});
+    Unlock({own.offset + 1, kRangeStart});
+}
+
 std::optional<Conflict> LockFile::FindDenial(PageNumber table) const
 {
     const io::ByteRange bytes = AllBytesOf(Region::TableDenial, table);

@@ -60,6 +60,10 @@ public:
     // Rule: nothing is held when there is a conflict.
     [[nodiscard]] std::optional<Conflict> TryUse(Region region, PageNumber table);
     void EndUse(Region region, PageNumber table) noexcept;
+    // Keeps all other programs from having the table open.
+    // Requires: this process keeps it once at a time.
+    [[nodiscard]] std::optional<Conflict> TryKeep(PageNumber table);
+    void EndKeep(PageNumber table) noexcept;
     // Who lets nobody else write the table.
     [[nodiscard]] std::optional<Conflict> FindDenial(PageNumber table) const;
 

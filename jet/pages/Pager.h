@@ -111,6 +111,10 @@ public:
     // nameless forms.
     [[nodiscard]] std::shared_ptr<const void> UseTable(PageNumber definition,
                                                        const std::string& name);
+    // Keeps other programs from having the table open until the answer goes, so that its design can
+    // change. Requires: this process keeps it once at a time. Errors: 3262 or 3009 when one has it.
+    [[nodiscard]] std::shared_ptr<const void> KeepTable(PageNumber definition,
+                                                        const std::string& name);
     // Errors: 3262 or 3009 when somebody lets nobody else write the table.
     void RequireWritable(PageNumber definition, const std::string& name) const;
 

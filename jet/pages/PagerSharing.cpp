@@ -141,6 +141,18 @@ private:
     std::vector<Region> regions_;
 };
 
+// Tries as long and as often as Jet does.
+template <class TryToLock, class ToError>
+void Insist(const locks::Pause& pause, TryToLock tryToLock, ToError error)
+{
+    for (int tries = 1;; ++tries) {
+        const std::optional<locks::Conflict> conflict = tryToLock();
+        if (!conflict) return;
+        if (tries == locks::kTries) throw error(*conflict);
+        pause(locks::kPause);
+    }
+}
+
 }  // namespace
 
 std::shared_ptr<const void> Pager::UseTable(PageNumber definition, const std::string& name)
@@ -148,16 +160,25 @@ std::shared_ptr<const void> Pager::UseTable(PageNumber definition, const std::st
     if (!state_->users) return nullptr;
     const auto use = std::make_shared<TableInUse>(state_->users, definition);
     const auto add = [&](Region region, auto error) {
-        for (int tries = 1;; ++tries) {
-            const auto conflict = use->TryAdd(region);
-            if (!conflict) return;
-            if (tries == locks::kTries) throw error(name, *conflict);
-            state_->pause(locks::kPause);
-        }
+        Insist(
+            state_->pause, [&] { return use->TryAdd(region); },
+            [&](const locks::Conflict& conflict) { return error(name, conflict); });
     };
     add(Region::TableReaders, locks::TableIsKept);
     if (!state_->readOnly) add(Region::TableWriters, locks::TableIsDenied);
     return use;
+}
+
+std::shared_ptr<const void> Pager::KeepTable(PageNumber definition, const std::string& name)
+{
+    const std::shared_ptr<locks::LockFile> users = state_->users;
+    if (!users) return nullptr;
+    users->RequireNamed();
+    Insist(
+        state_->pause, [&] { return users->TryKeep(definition); },
+        [&](const locks::Conflict& conflict) { return locks::TableIsDenied(name, conflict); });
+    return {static_cast<const void*>(users.get()),
+            [users, definition](const void*) { users->EndKeep(definition); }};
 }
 
 void Pager::RequireWritable(PageNumber definition, const std::string& name) const

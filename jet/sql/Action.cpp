@@ -64,7 +64,8 @@ public:
             const Query query(std::move(*insert.select), session_);
             if (query.Fields().size() != columns.size()) throw NumberedError(3346);
             std::vector<ValueRow> found;
-            Whole([&] { found = RowsOf(query); });
+            const auto read = [&] { found = RowsOf(query); };
+            query.Table() ? WholeOf(*query.Table(), read) : read();
             for (const ValueRow& values : found)
                 Gather([&] { return InsertOf(columns, values); });
             return Apply();
@@ -181,7 +182,7 @@ private:
     {
         if (where.expression) filter_ = Filter(*where.expression, *table_->rows, environment_);
         std::vector<table::RowId> rows;
-        Whole([&] {
+        WholeOf(*table_, [&] {
             rows.clear();
             RowFinder finder(*table_->rows, filter_);
             while (finder.Next())
@@ -193,6 +194,12 @@ private:
     void Whole(const std::function<void()>& read) const
     {
         return session_.whole ? session_.whole(read) : read();
+    }
+
+    // The same of the rows of a table, which may lie in another file.
+    static void WholeOf(const catalog::OpenTable& table, const std::function<void()>& read)
+    {
+        table.rows->Pages().ReadWhole(pages::Pager::Look::OnlyIfOld, read);
     }
 
     // A row to be inserted; one that cannot be is passed over or ends the statement.

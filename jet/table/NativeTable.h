@@ -24,6 +24,11 @@ public:
     void Obey(std::shared_ptr<const RowRules> rules) { rules_ = std::move(rules); }
 
     [[nodiscard]] const format::TableDefinition& Definition() const override;
+    // The definition as the file has it now, the changes of an open write set included.
+    [[nodiscard]] std::shared_ptr<const format::TableDefinition> CurrentDefinition() const
+    {
+        return definition_.Current();
+    }
     // The file in which it lies.
     [[nodiscard]] pages::Pager& Pages() const { return *pager_; }
     [[nodiscard]] std::uint32_t RowCount() const override;

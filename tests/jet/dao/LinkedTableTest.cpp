@@ -120,6 +120,110 @@ TEST_P(LinkedTableTest, FileStaysOpenAsLongAsARecordSetUsesIt)
     EXPECT_EQ(rows["Name"].Value(), Value("Hood"));
 }
 
+// Others see us in the lock file of the other file, and only as long as we use a table of it.
+TEST_P(LinkedTableTest, FileIsSharedAndLetGo)
+{
+    const std::string locks = "/shop/Parts.ldb";
+    other.Close();
+    EXPECT_FALSE(files.Exists(locks));
+    {
+        Recordset rows = Open("PartsThere");
+        EXPECT_TRUE(files.Exists(locks));
+        DBEngine theirEngine(SettingsOf("BAY-2"), files);
+        Workspace& there = theirEngine.DefaultWorkspace();
+        EXPECT_EQ(ErrorOf([&] { static_cast<void>(there.OpenDatabase(kOther, true)); }), 3704);
+        EXPECT_EQ(there.OpenDatabase(kOther).OpenRecordset("Parts").RecordCount(), 0);
+    }
+    EXPECT_FALSE(files.Exists(locks));
+    database.Execute("DELETE FROM PartsThere");
+    EXPECT_FALSE(files.Exists(locks));
+}
+
+TEST_P(LinkedTableTest, FileThatSomebodyHasToHimselfIsRefused)
+{
+    other.Close();
+    DBEngine theirEngine(SettingsOf("BAY-2"), files);
+    const Database theirs = theirEngine.DefaultWorkspace().OpenDatabase(kOther, true);
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(Open("PartsThere")); }), 3356);
+    EXPECT_TRUE(Open("LDEmp").Eof());
+}
+
+TEST_P(LinkedTableTest, PagesAreLockedInTheOtherFile)
+{
+    AddPart("Bumper", {1});
+    DBEngine theirEngine(SettingsOf("BAY-2"), files);
+    Database theirs = theirEngine.DefaultWorkspace().OpenDatabase(kOther);
+    Recordset editing = theirs.OpenRecordset("SELECT * FROM Parts");
+    editing.Edit();
+    EXPECT_EQ(
+        ErrorOf([&] { database.Execute("UPDATE PartsThere SET Name = 'Hood'", kFailOnError); }),
+        3260);
+    Recordset rows = Open("PartsThere");
+    EXPECT_EQ(ErrorOf([&] { rows.Edit(); }), 3260);
+    editing.CancelUpdate();
+    rows.Edit();
+    EXPECT_EQ(ErrorOf([&] { editing.Edit(); }), 3260);
+}
+
+TEST_P(LinkedTableTest, RowsThatAnotherProgramStoredAreSeen)
+{
+    AddPart("Bumper", {1});
+    Recordset rows = Open("PartsThere");
+    DBEngine theirEngine(SettingsOf("BAY-2"), files);
+    Database theirs = theirEngine.DefaultWorkspace().OpenDatabase(kOther);
+    theirs.Execute("UPDATE Parts SET Name = 'Hood'", kFailOnError);
+    Recordset again = Open("SELECT * FROM PartsThere WHERE Name = 'Hood'");
+    EXPECT_EQ(again.RecordCount(), 1);
+    theirs.Execute("UPDATE Parts SET Name = 'Door'", kFailOnError);
+    database.Execute("DELETE FROM PartsThere WHERE Name = 'Door'", kFailOnError);
+    EXPECT_EQ(database.RecordsAffected(), 1);
+}
+
+TEST_P(LinkedTableTest, RowIsEditedOnceByWhateverName)
+{
+    AddPart("Bumper", {1});
+    Recordset linked = Open("PartsThere");
+    Recordset direct = other.OpenRecordset("Parts");
+    linked.Edit();
+    EXPECT_EQ(ErrorOf([&] { direct.Edit(); }), 3188);
+    linked.CancelUpdate();
+    EXPECT_EQ(ErrorOf([&] { direct.Edit(); }), 0);
+    EXPECT_EQ(ErrorOf([&] { linked.Edit(); }), 3188);
+}
+
+// Another session of the program is kept out of a page as in the file itself.
+TEST_P(LinkedTableTest, SessionsKeepEachOtherOutOfThePagesThere)
+{
+    AddPart("Bumper", {1});
+    AddPart("Fender", {2});
+    Workspace second = engine.CreateWorkspace("Second", "admin", "");
+    Database theirs = second.OpenDatabase(kFile);
+    Recordset editing = theirs.OpenRecordset("PartsThere");
+    editing.Edit();
+    EXPECT_EQ(ErrorOf([&] {
+                  database.Execute("UPDATE PartsThere SET Name = 'Hood' WHERE Name = 'Fender'",
+                                   kFailOnError);
+              }),
+              3188);
+    editing.CancelUpdate();
+    EXPECT_EQ(ErrorOf([&] {
+                  database.Execute("UPDATE PartsThere SET Name = 'Hood' WHERE Name = 'Fender'",
+                                   kFailOnError);
+              }),
+              0);
+}
+
+TEST_P(LinkedTableTest, StatementMayReadOneFileAndWriteTheOther)
+{
+    Add(7, "Smith, Ann");
+    database.Execute("INSERT INTO PartsThere (Name, Price) SELECT Name, EmpID FROM LDEmp",
+                     kFailOnError);
+    database.Execute("INSERT INTO LDEmp (EmpID, Name) SELECT Price, Name FROM PartsThere",
+                     kFailOnError);
+    Recordset own = Open("SELECT * FROM LDEmp");
+    EXPECT_EQ(Column(own, "Name"), (std::vector<std::string>{"Smith, Ann", "Smith, Ann"}));
+}
+
 TEST_P(LinkedTableTest, DesignTellsTheLinkAndTheFieldsThere)
 {
     const TableDef link = database.TableDef("partsthere");
@@ -143,8 +247,18 @@ TEST_P(LinkedTableTest, MissingFileIsNamedWhenTheTableIsUsed)
               "3024 Could not find file '/shop/Parts.mdb'.");
     // The rest of the database is there.
     EXPECT_TRUE(Open("LDEmp").Eof());
+    EXPECT_FALSE(files.Exists("/shop/Parts.ldb"));
     files.Rename("/shop/Gone.mdb", kOther);
     AddPart("Bumper", {1});
+}
+
+TEST_P(LinkedTableTest, TableThatIsNotThereAnyMoreIsNamed)
+{
+    other.Close();
+    files.Rename(kOther, "/shop/Gone.mdb");
+    engine.CreateDatabase(kOther);
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(Open("PartsThere")); }),
+              "3011 " + base::ErrorText(3011, {"Parts"}));
 }
 
 TEST_P(LinkedTableTest, LinkMustLeadToATable)

@@ -46,8 +46,6 @@ TEST_P(RefusalTest, RowIsAsLargeAsAPageAllows)
     int longest = 1;
     while (longest < 255 && Adding(rows, longest + 1) == 0)
         ++longest;
-    // A page of 4096 bytes takes 4060 of them for a row, one of 2048 takes the eight texts and
-    // less.
     EXPECT_EQ(longest, IsJet3(GetParam()) ? 208 : 233);
     EXPECT_EQ(rows.EditMode(), EditMode::Add);
     const int stored = rows.RecordCount();
@@ -156,10 +154,10 @@ TEST_P(FullDiskTest, MemoOf64KBIsStoredWholeOrNotAtAll)
     EXPECT_CLEAN(memory, kFile);
 }
 
-TEST_P(FullDiskTest, MemoOf16MBThatFindsNoRoomLeavesTheFileAsItWas)
+TEST_P(FullDiskTest, MemoOf4MBThatFindsNoRoomLeavesTheFileAsItWas)
 {
     const std::size_t before = memory.Content(kFile).size();
-    Begin(std::size_t{16} << 20);
+    Begin(std::size_t{4} << 20);
     disk.FailOnce(1000, 3026);
     EXPECT_EQ(FailureOf([&] { rows.Update(); }), "3026 Not enough space on disk.");
     EXPECT_EQ(rows.RecordCount(), 0);

@@ -382,6 +382,53 @@ TEST_P(RelationshipTest, HoldsInASetThatWasOpenBefore)
     orders.Update();
 }
 
+TEST_P(RelationshipTest, TableThatAnotherProgramHasOpenIsNotRedesigned)
+{
+    DBEngine theirEngine(SettingsOf("BAY-2"), files);
+    Database theirs = theirEngine.DefaultWorkspace().OpenDatabase(kFile);
+    for (const char* table : {"Customers", "Orders"}) {
+        Recordset open = theirs.OpenRecordset(table);
+        EXPECT_EQ(FailureOf([&] { database.Append(OrdersOfCustomers(0)); }),
+                  "3262 " + base::ErrorText(3262, {table, "BAY-2", "Admin"}));
+        EXPECT_TRUE(database.Relations().empty());
+    }
+    database.Append(OrdersOfCustomers(0));
+    EXPECT_EQ(theirs.OpenRecordset("Orders").RecordCount(), 0);
+    EXPECT_EQ(ErrorOf([&] { theirs.Execute("INSERT INTO Orders VALUES (1, 9)", kFailOnError); }),
+              3201);
+}
+
+// A cascade opens tables that nobody asked for; they are let go with the last one that somebody
+// did ask for.
+TEST_P(RelationshipTest, TablesOfACascadeAreNotKeptOpen)
+{
+    Relate(kRelationDeleteCascade);
+    Fill();
+    Run("DELETE FROM Customers WHERE Id = 1");
+    DBEngine theirEngine(SettingsOf("BAY-2"), files);
+    Database theirs = theirEngine.DefaultWorkspace().OpenDatabase(kFile);
+    theirs.Append(RelationDef{"CustomersLines", "Customers", "Lines", 0, {{"Id", "Order"}}});
+    EXPECT_EQ(Failing("INSERT INTO Lines VALUES (2, 1)"),
+              "3201 " + base::ErrorText(3201, {"Orders"}));
+}
+
+// All of a cascade or nothing of it, however many tables it goes through.
+TEST_P(RelationshipTest, CascadeIsOneWriteSet)
+{
+    Relate(kRelationDeleteCascade);
+    Fill();
+    DBEngine theirEngine(SettingsOf("BAY-2"), files);
+    Database theirs = theirEngine.DefaultWorkspace().OpenDatabase(kFile);
+    Recordset editing = theirs.OpenRecordset("SELECT * FROM Lines");
+    editing.Edit();
+    EXPECT_EQ(ErrorOf([&] { Run("DELETE FROM Customers WHERE Id = 1"); }), 3260);
+    EXPECT_EQ(All("Customers", "Id"), (Texts{"1", "2"}));
+    EXPECT_EQ(All("Orders", "Number"), (Texts{"10", "11"}));
+    editing.CancelUpdate();
+    Run("DELETE FROM Customers WHERE Id = 1");
+    EXPECT_EQ(All("Lines", "Hrs"), Texts{});
+}
+
 TEST_P(RelationshipTest, ManyRelationshipsMakeTheDefinitionGrow)
 {
     TableDef wide("Wide");

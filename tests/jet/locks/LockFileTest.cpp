@@ -207,6 +207,41 @@ TEST_P(LockFileTest, ATableThatSomebodyDeniesIsNamedWithHim)
         "3262 Could not lock table 'Labor'; currently in use by user 'Admin' on machine 'BAY-2'.");
 }
 
+TEST_P(LockFileTest, ATableThatIsKeptIsOpenToNobodyElse)
+{
+    const auto one = Join("FRONT-DESK");
+    const auto other = Join("BAY-2");
+    ASSERT_FALSE(one->TryUse(Region::TableReaders, PageNumber{9}));
+    const auto used = other->TryKeep(PageNumber{9});
+    ASSERT_TRUE(used);
+    EXPECT_EQ(TextOf([&] { throw TableIsDenied("Labor", *used); }),
+              "3262 Could not lock table 'Labor'; currently in use by user 'Admin' on machine "
+              "'FRONT-DESK'.");
+    one->EndUse(Region::TableReaders, PageNumber{9});
+    ASSERT_FALSE(other->TryKeep(PageNumber{9}));
+    const auto kept = one->TryUse(Region::TableReaders, PageNumber{9});
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(TextOf([&] { throw TableIsKept("Labor", *kept); }),
+              "3189 Table 'Labor' is exclusively locked by user 'Admin' on machine 'BAY-2'.");
+    EXPECT_FALSE(one->TryUse(Region::TableReaders, PageNumber{8})) << "the table beside it is free";
+    other->EndKeep(PageNumber{9});
+    EXPECT_FALSE(one->TryUse(Region::TableReaders, PageNumber{9}));
+}
+
+TEST_P(LockFileTest, OnesOwnUseOutlastsTheKeeping)
+{
+    const auto one = Join("FRONT-DESK");
+    const auto other = Join("BAY-2");
+    ASSERT_FALSE(other->TryUse(Region::TableReaders, PageNumber{9}));
+    ASSERT_FALSE(other->TryKeep(PageNumber{9}));
+    other->EndKeep(PageNumber{9});
+    EXPECT_FALSE(one->TryUse(Region::TableReaders, PageNumber{9}));
+    one->EndUse(Region::TableReaders, PageNumber{9});
+    EXPECT_TRUE(one->TryKeep(PageNumber{9}));
+    other->EndUse(Region::TableReaders, PageNumber{9});
+    EXPECT_FALSE(one->TryKeep(PageNumber{9}));
+}
+
 TEST_P(LockFileTest, TwoHundredAndFiftySixUsersAreTooMany)
 {
     std::vector<std::shared_ptr<LockFile>> users;
