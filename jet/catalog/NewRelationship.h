@@ -9,7 +9,7 @@
 namespace jet::catalog {
 
 // Flag bits of a relationship.                          docs/format/relationships.md
-inline constexpr std::uint32_t kOneToOne = 0x1, kNotEnforced = 0x2, kCascadeUpdates = 0x100,
+inline constexpr std::uint32_t kNotEnforced = 0x2, kCascadeUpdates = 0x100,
                                kCascadeDeletes = 0x1000, kSetNullOnDelete = 0x2000;
 
 // Rows of `referencing` name a row of `referenced` by its key.

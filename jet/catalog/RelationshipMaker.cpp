@@ -97,12 +97,16 @@ NamedIndex SideOf(const NewRelationship& wish, std::uint8_t side, std::uint32_t 
     return index;
 }
 
-std::uint32_t NextIndexNumber(const TableDefinition& table)
+// The lowest number from `from` on that no index of the table has.
+std::uint32_t FreeIndexNumber(const TableDefinition& table, std::uint32_t from)
 {
-    std::uint32_t next = 0;
-    for (const NamedIndex& index : table.namedIndexes)
-        next = std::max(next, index.number + 1);
-    return next;
+    const auto taken = [&](std::uint32_t number) {
+        return std::any_of(table.namedIndexes.begin(), table.namedIndexes.end(),
+                           [number](const NamedIndex& index) { return index.number == number; });
+    };
+    while (taken(from))
+        ++from;
+    return from;
 }
 
 // A definition that gets indexes. Requires: `changes` outlives it.
@@ -222,9 +226,9 @@ void MakeRelationIndexes(pages::WriteSet& changes, NewRelationship& wish, PageNu
                      [&](const IndexDefinition& known) { return SameTree(known, wanted); });
     const bool isNew = shared == many.indexes.end();
 
-    NamedIndex own = SideOf(wish, format::kReferencedSide, NextIndexNumber(one));
-    NamedIndex others = SideOf(wish, format::kReferencingSide, NextIndexNumber(many));
-    if (referenced == referencing) ++others.number;
+    NamedIndex own = SideOf(wish, format::kReferencedSide, FreeIndexNumber(one, 0));
+    const std::uint32_t from = referenced == referencing ? own.number + 1 : 0;
+    NamedIndex others = SideOf(wish, format::kReferencingSide, FreeIndexNumber(many, from));
     own.name = std::string(".r") + static_cast<char>('A' + own.number);
     own.tree = unique;
     own.relatedIndex = others.number;

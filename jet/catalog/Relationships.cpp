@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "jet/catalog/Relationships.h"
 
+#include "base/Nesting.h"
 #include "base/NumberedError.h"
 #include "jet/format/TableDefinitionLayout.h"
 
@@ -32,22 +33,6 @@ bool HasNull(const Key& key)
 {
     return std::any_of(key.begin(), key.end(), [](const Value& value) { return value.IsNull(); });
 }
-
-// Counts the nesting of what may call itself.
-class Nesting {
-public:
-    explicit Nesting(std::size_t& depth) : depth_(depth)
-    {
-        if (depth_ >= kDepthLimit) throw NumberedError(3035).At("cascades without end");
-        ++depth_;
-    }
-    ~Nesting() { --depth_; }
-    Nesting(const Nesting&) = delete;
-    Nesting& operator=(const Nesting&) = delete;
-
-private:
-    std::size_t& depth_;
-};
 
 }  // namespace
 
@@ -90,7 +75,8 @@ Relationships::Relationships(const OpenTable& table, TableAt tableAt)
 
 void Relationships::Follow(pages::WriteSet& changes, const table::ChangedRow& row) const
 {
-    const Nesting nesting(depth_);
+    if (depth_ >= kDepthLimit) throw NumberedError(3035).At("cascades without end");
+    const base::Nesting nesting(depth_);
     const auto table = table_.rows->CurrentDefinition();
     const format::TableDefinition& definition = *table;
     for (const NamedIndex& index : definition.namedIndexes) {

@@ -3,6 +3,7 @@
 
 #include "base/NumberedError.h"
 #include "base/Text.h"
+#include "jet/catalog/NewRelationship.h"
 #include "jet/format/IndexKey.h"
 #include "jet/format/TableDefinitionLayout.h"
 #include "jet/format/ValueCodec.h"
@@ -18,13 +19,12 @@ using format::NamedIndex;
 using format::TableDefinition;
 
 constexpr PageNumber kRelationshipsPage{5};
-// Flags of a relationship.
-constexpr std::int32_t kNotEnforced = 0x2, kCascadeUpdates = 0x100, kCascadeDeletes = 0x1000;
 
 // One row of MSysRelationships.
 struct ListedPair {
     std::string name, table, column, referencedTable, referencedColumn;
-    std::int32_t flags = 0, count = 0, place = 0;
+    std::uint32_t flags = 0;
+    std::int32_t count = 0, place = 0;
 };
 
 template <class T>
@@ -47,7 +47,7 @@ ListedPair PairOf(const format::RowView& row)
             .column = text("szColumn"),
             .referencedTable = text("szReferencedObject"),
             .referencedColumn = text("szReferencedColumn"),
-            .flags = ContentOf<std::int32_t>(row, "grbit"),
+            .flags = static_cast<std::uint32_t>(ContentOf<std::int32_t>(row, "grbit")),
             .count = ContentOf<std::int32_t>(row, "ccolumn"),
             .place = ContentOf<std::int32_t>(row, "icolumn")};
 }
@@ -150,12 +150,12 @@ private:
     {
         const std::string& name = pairs[0].name;
         const NamedIndex* const side = ReferencingSide(referencing.definition, name);
-        const bool enforced = (pairs[0].flags & kNotEnforced) == 0;
+        const bool enforced = (pairs[0].flags & catalog::kNotEnforced) == 0;
         if (enforced != (side != nullptr))
             return Found("relationship " + name + (enforced ? " has no index" : " has an index"));
         if (side == nullptr) return;
-        const bool updates = (pairs[0].flags & kCascadeUpdates) != 0;
-        const bool deletes = (pairs[0].flags & kCascadeDeletes) != 0;
+        const bool updates = (pairs[0].flags & catalog::kCascadeUpdates) != 0;
+        const bool deletes = (pairs[0].flags & catalog::kCascadeDeletes) != 0;
         if (updates != (side->cascadeUpdates == format::kCascade) ||
             deletes != (side->cascadeDeletes == format::kCascade))
             Found("relationship " + name + " cascades otherwise than its index says");

@@ -13,8 +13,7 @@ namespace dao {
 [[nodiscard]] jet::catalog::NewLink NewLinkOf(const TableDef& table);
 
 // Errors: 3259 unknown type, 3017 a text too wide, 3001 a counter that is neither long nor GUID,
-// 3090 two
-//         counters, 3355 a default that is no expression, 3320 a rule that is none.
+//         3090 two counters, 3355 a default that is no expression, 3320 a rule that is none.
 [[nodiscard]] jet::catalog::NewTable NewTableOf(const TableDef& table);
 
 [[nodiscard]] RelationDef RelationDefOf(const jet::catalog::NewRelationship& relationship);

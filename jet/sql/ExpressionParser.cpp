@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "jet/sql/ExpressionParser.h"
 
+#include "base/Nesting.h"
 #include "base/Text.h"
 #include "jet/sql/DateLiteral.h"
 #include "jet/sql/Functions.h"
@@ -136,22 +137,6 @@ public:
     }
 
 private:
-    // Counts the nesting of the calls that may call themselves.
-    class Nesting {
-    public:
-        explicit Nesting(std::size_t& depth) : depth_(depth)
-        {
-            if (depth_ >= kNestingLimit) throw ExpressionFault{"Expression too complex", {}};
-            ++depth_;
-        }
-        ~Nesting() { --depth_; }
-        Nesting(const Nesting&) = delete;
-        Nesting& operator=(const Nesting&) = delete;
-
-    private:
-        std::size_t& depth_;
-    };
-
     static void Adopt(Expression& parent, ExpressionPtr child)
     {
         parent.depth = std::max(parent.depth, child->depth + 1);
@@ -172,7 +157,8 @@ private:
 
     ExpressionPtr Prefixed(int lowest)
     {
-        const Nesting nesting(nesting_);
+        if (nesting_ >= kNestingLimit) throw ExpressionFault{"Expression too complex", {}};
+        const base::Nesting nesting(nesting_);
         if (lowest <= kComparison && LacksLeftSide()) return ImpliedField();
         if (reader_.TakeIf("Not"))
             return Make(ExpressionKind::Unary, Operator::Not, Binary(std::max<int>(kNot, lowest)));

@@ -16,9 +16,8 @@ namespace jet::table {
                                      std::size_t column);
 
 // Requires: changes, table and rules outlive it.
-// Rule:     each call makes all its checks before the first change, but those of relationships,
-// which
-//           come last.
+// Rule:     each call makes all its checks before the first change, but those of
+//           relationships, which come last.
 // Errors:   those of RowSource::Insert, and of the rules.
 class RowChanges {
 public:

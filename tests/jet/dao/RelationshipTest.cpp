@@ -53,6 +53,17 @@ protected:
         return {"CustomersOrders", "Customers", "Orders", attributes, {{"Id", "Customer"}}};
     }
 
+    // A table whose rows refer to each other.
+    void MakeStaff(int attributes)
+    {
+        TableDef staff("Staff");
+        staff.Append(TableDef::CreateField("Id", FieldType::Long));
+        staff.Append(TableDef::CreateField("Boss", FieldType::Long));
+        staff.Append(Primary("Id"));
+        database.Append(staff);
+        database.Append(RelationDef{"StaffStaff", "Staff", "Staff", attributes, {{"Id", "Boss"}}});
+    }
+
     // Two customers; the first has two orders of two lines each.
     void Fill()
     {
@@ -213,13 +224,7 @@ TEST_P(RelationshipTest, CascadeObeysTheRulesOfTheOtherTable)
 
 TEST_P(RelationshipTest, DeletingRowsThatACascadeTakesAnywayIsNoFailure)
 {
-    TableDef staff("Staff");
-    staff.Append(TableDef::CreateField("Id", FieldType::Long));
-    staff.Append(TableDef::CreateField("Boss", FieldType::Long));
-    staff.Append(Primary("Id"));
-    database.Append(staff);
-    database.Append(
-        RelationDef{"StaffStaff", "Staff", "Staff", kRelationDeleteCascade, {{"Id", "Boss"}}});
+    MakeStaff(kRelationDeleteCascade);
     Run("INSERT INTO Staff VALUES (1, 1)");
     Run("INSERT INTO Staff VALUES (2, 1)");
     Run("INSERT INTO Staff VALUES (3, 2)");
@@ -231,12 +236,7 @@ TEST_P(RelationshipTest, DeletingRowsThatACascadeTakesAnywayIsNoFailure)
 
 TEST_P(RelationshipTest, RowMayReferToItselfAndBeDeleted)
 {
-    TableDef staff("Staff");
-    staff.Append(TableDef::CreateField("Id", FieldType::Long));
-    staff.Append(TableDef::CreateField("Boss", FieldType::Long));
-    staff.Append(Primary("Id"));
-    database.Append(staff);
-    database.Append(RelationDef{"StaffStaff", "Staff", "Staff", 0, {{"Id", "Boss"}}});
+    MakeStaff(0);
     Run("INSERT INTO Staff VALUES (1, 1)");
     Run("INSERT INTO Staff VALUES (2, 1)");
     EXPECT_EQ(Failing("DELETE FROM Staff WHERE Id = 1"),
@@ -248,13 +248,7 @@ TEST_P(RelationshipTest, RowMayReferToItselfAndBeDeleted)
 
 TEST_P(RelationshipTest, ChainBeyondTheLimitIsRefusedWhole)
 {
-    TableDef staff("Staff");
-    staff.Append(TableDef::CreateField("Id", FieldType::Long));
-    staff.Append(TableDef::CreateField("Boss", FieldType::Long));
-    staff.Append(Primary("Id"));
-    database.Append(staff);
-    database.Append(
-        RelationDef{"StaffStaff", "Staff", "Staff", kRelationDeleteCascade, {{"Id", "Boss"}}});
+    MakeStaff(kRelationDeleteCascade);
     constexpr std::int32_t kLength = 301;
     Recordset rows = Open("Staff");
     for (std::int32_t id = 1; id <= kLength; ++id) {
