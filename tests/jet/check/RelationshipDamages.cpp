@@ -78,22 +78,21 @@ const Damage kDamages[] = {
 
 std::shared_ptr<jet::pages::Pager> RelateParts(DamagedFile& file)
 {
-    namespace catalog = jet::catalog;
     auto pager =
         jet::pages::Pager::Open(file.Files(), DamagedFile::kPath, jet::io::OpenMode::ReadWrite);
-    catalog::Catalog catalog(pager);
-    catalog::NewTable part;
+    jet::catalog::Catalog catalog(pager);
+    jet::catalog::NewTable part;
     part.name = "Part";
     part.columns.resize(1);
     part.columns[0].name = "Job";
     catalog.Create(part, kToday);
     AddPart(pager, 1);
-    const catalog::NewRelationship relationship{
+    const jet::catalog::NewRelationship relationship{
         .name = "JobPart",
         .referenced = "Job",
         .referencing = "Part",
         .columns = {{.referenced = "Id", .referencing = "Job"}},
-        .flags = catalog::kCascadeDeletes};
+        .flags = jet::catalog::kCascadeDeletes};
     catalog.Create(relationship, kToday);
     return pager;
 }
