@@ -29,7 +29,7 @@ void Stretch(const std::vector<ColumnWish>& columns, Widths& widths, int room)
     }
 }
 
-// Each column gives up the same part of what it can spare.
+// Where room is missing, each column gives up the same part of what it can spare.
 void Squeeze(const std::vector<ColumnWish>& columns, Widths& widths, int room)
 {
     Widths spare;
@@ -53,7 +53,7 @@ std::vector<int> ShareRoom(const std::vector<ColumnWish>& columns, int room)
     for (const ColumnWish& column : columns)
         widths.push_back(column.wished);
     Stretch(columns, widths, room);
-    if (Total(widths) > room) Squeeze(columns, widths, room);
+    Squeeze(columns, widths, room);
     return widths;
 }
 

@@ -35,6 +35,23 @@ TEST(ColumnWidthsTest, NoneIsNarrowerThanItsLeast)
     EXPECT_EQ(ShareRoom(kColumns, 10), (Widths{80, 80, 60, 80}));
 }
 
+TEST(ColumnWidthsTest, OneElasticColumnTakesAllOfIt)
+{
+    EXPECT_EQ(ShareRoom({{100, 80, false}, {200, 80, true}, {60, 60, false}}, 400),
+              (Widths{100, 240, 60}));
+}
+
+TEST(ColumnWidthsTest, ColumnThatAsksForLessThanItsLeastGivesNothingUp)
+{
+    EXPECT_EQ(ShareRoom({{50, 80, false}, {200, 60, false}}, 200), (Widths{50, 150}));
+}
+
+TEST(ColumnWidthsTest, ColumnsWithNothingToSpareStayAsTheyAre)
+{
+    EXPECT_EQ(ShareRoom({{80, 80, false}, {60, 60, false}}, 100), (Widths{80, 60}));
+    EXPECT_EQ(ShareRoom({{100, 80, false}, {60, 60, false}}, 100), (Widths{80, 60}));
+}
+
 TEST(ColumnWidthsTest, WithoutElasticColumnsTheRoomIsLeftFree)
 {
     EXPECT_EQ(ShareRoom({{100, 80, false}, {}}, 500), (Widths{100, 0}));
