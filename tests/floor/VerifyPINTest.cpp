@@ -87,28 +87,37 @@ TEST_F(VerifyPINTest, EmployeeWithoutProfileIsRefusedWithoutAPrompt)
     EXPECT_TRUE(Reports().empty());
 }
 
-// Wherever a PIN is asked for, whoever has no profile is turned away alike, and nothing is written.
-class NoProfileTest : public VerifyPINTest {
+// Wherever a PIN is asked for, whoever is turned away is turned away alike, and nothing is written,
+// also when the first on the board has a job open.
+class TurnedAwayTest : public VerifyPINTest {
 protected:
-    NoProfileTest()
+    TurnedAwayTest()
     {
         Given({Employee("Jones, Bob", 8), RepairOrder(1001), RepairOrder(1002)});
         At("08:00 AM").Select("Jones, Bob").Picks("BL", "Paint").Starts(1001);
-        GivenNo("Profile");
-        before_ = Stored();
     }
     void TearDown() override
     {
-        EXPECT_EQ(Stored(), before_);
+        EXPECT_EQ(Stored(), before);
         EXPECT_TRUE(fakes.prompts.inputs.empty());
         EXPECT_EQ(dialogs.glSelects, 1);
         EXPECT_EQ(dialogs.progresses, 0);
-        EXPECT_TRUE(Reports().empty());
+        EXPECT_EQ(Reports(), reports);
         VerifyPINTest::TearDown();
     }
 
-private:
-    Contents before_;
+    Contents before;
+    std::vector<std::string> reports;
+};
+
+// Whoever has no profile.
+class NoProfileTest : public TurnedAwayTest {
+protected:
+    NoProfileTest()
+    {
+        GivenNo("Profile");
+        before = Stored();
+    }
 };
 
 TEST_F(NoProfileTest, StartsNoJob)
@@ -127,33 +136,20 @@ TEST_F(NoProfileTest, EndsNoDay)
     At("09:00 AM").IsSure().EndsDay();
 }
 
-// Nobody is chosen on the board until somebody has come to it: he is turned away like a man without
-// a profile, also when the first on the board has a job open.
-class NobodyChosenTest : public VerifyPINTest {
+// Nobody is chosen on the board until somebody has come to it.
+class NobodyChosenTest : public TurnedAwayTest {
 protected:
     NobodyChosenTest()
     {
-        Given({Employee("Jones, Bob", 8), RepairOrder(1001), RepairOrder(1002)});
-        At("08:00 AM").Select("Jones, Bob").Picks("BL", "Paint").Starts(1001);
         Open();
-        before_ = Stored();
+        before = Stored();
     }
     void TearDown() override
     {
-        EXPECT_EQ(Stored(), before_);
         EXPECT_EQ(shop.state.currentEmployee, -1);
         EXPECT_EQ(shop.window.grdEmp.Row(), 0);
-        EXPECT_TRUE(fakes.prompts.inputs.empty());
-        EXPECT_EQ(dialogs.glSelects, 1);
-        EXPECT_EQ(dialogs.progresses, 0);
-        EXPECT_EQ(Reports(), reports);
-        VerifyPINTest::TearDown();
+        TurnedAwayTest::TearDown();
     }
-
-    std::vector<std::string> reports;
-
-private:
-    Contents before_;
 };
 
 TEST_F(NobodyChosenTest, StartsNoJob)
