@@ -231,6 +231,7 @@ void Day::Wordings()
         album_.Take("status-typing");
         // The robot is busy with this window: the box over it is answered apart.
         QTimer::singleShot(kScreenSettles, &window, [this] {
+            Settle();
             auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             album_.Take("status-refused");
             Press(*box, QMessageBox::Ok);
