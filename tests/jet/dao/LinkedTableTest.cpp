@@ -85,6 +85,8 @@ TEST_P(LinkedTableTest, LinkByItsNameGivesADynaset)
     EXPECT_TRUE(rows.Updatable());
     EXPECT_EQ(ErrorOf([&] { static_cast<void>(Open("PartsThere", RecordsetType::Table)); }), 3219);
     EXPECT_EQ(rows.SizeOf(1), 30);
+    database.Append(Link("Parts", "Parts"));
+    EXPECT_EQ(Open("Parts").Type(), RecordsetType::Dynaset);
 }
 
 TEST_P(LinkedTableTest, SizesOfTextsAreThoseOfTheOtherFile)
@@ -99,6 +101,9 @@ TEST_P(LinkedTableTest, SizesOfTextsAreThoseOfTheOtherFile)
                                    kFailOnError);
               }),
               3163);
+    database.Execute("UPDATE PartsThere SET Name = '123456789012345678901234567890'", kFailOnError);
+    rows.Requery();
+    EXPECT_EQ(rows["Name"].Value(), Value("123456789012345678901234567890"));
 }
 
 TEST_P(LinkedTableTest, RulesOfTheOtherFileHold)
