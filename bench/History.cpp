@@ -1,66 +1,67 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bench/History.h"
 
-#include <array>
+#include "base/Convert.h"
 
 namespace bench {
 
-Job JobAt(int number)
+namespace {
+
+constexpr double kHours = 1.5;
+constexpr std::int32_t kOrder = 10042, kEntry = 42;
+constexpr const char* kVehicle = "2014 Chevrolet Silverado 1500 LT";
+constexpr const char* kCustomer = "Harris, Mary";
+
+// A different minute for each job. Units: days.
+double StartOf(int number)
 {
-    static constexpr std::array<const char*, 4> types = {"BL", "RL", "FL", "ML"};
-    static constexpr std::array<const char*, 5> vehicles = {
-        "2014 Chevrolet Silverado 1500 LT", "2019 Honda Civic EX", "2008 Ford F-150",
-        "2016 Toyota Camry SE", "2021 Subaru Outback Limited"};
-    const int jobsOfAllDays = number / kEmployees;
-    const double day = kFirstDay + jobsOfAllDays / kJobsOfADay;
-    const double start = (8 + 2 * (jobsOfAllDays % kJobsOfADay)) / 24.0;
-    const int order = 10000 + number / 7;
-    return {.employee = 1 + number % kEmployees,
-            .workDate = day,
-            .jobStart = start,
-            .jobEnd = start + 1.5 / 24,
-            .hours = 1.5,
-            .workOrder = order,
-            .entryNumber = order + 500000,
-            .laborType = types[static_cast<std::size_t>(number) % types.size()],
-            .vehicle = vehicles[static_cast<std::size_t>(order) % vehicles.size()],
-            .customer = "Customer " + std::to_string(order)};
+    return (480 + number % 600) / 1440.0;
 }
 
-void CreateHistory(dao::Database& database)
+}  // namespace
+
+std::string Day::DateText() const
 {
-    using dao::FieldType;
-    dao::TableDef table{std::string(kTable)};
-    dao::FieldDef counter = dao::TableDef::CreateField("ID", FieldType::Long);
-    counter.attributes = dao::kAutoIncrField;
-    table.Append(counter);
-    table.Append(dao::TableDef::CreateField("EmpID", FieldType::Long));
-    table.Append(dao::TableDef::CreateField("WorkDate", FieldType::Date));
-    table.Append(dao::TableDef::CreateField("JobStart", FieldType::Date));
-    table.Append(dao::TableDef::CreateField("JobEnd", FieldType::Date));
-    table.Append(dao::TableDef::CreateField("WONumb", FieldType::Long));
-    table.Append(dao::TableDef::CreateField("WOID", FieldType::Long));
-    table.Append(dao::TableDef::CreateField("GLType", FieldType::Text, 10));
-    table.Append(dao::TableDef::CreateField("Hrs", FieldType::Double));
-    table.Append(dao::TableDef::CreateField("VehDesc", FieldType::Text, 100));
-    table.Append(dao::TableDef::CreateField("Customer", FieldType::Text, 100));
-    database.Append(table);
+    return base::TextOf(base::Date{date});
 }
 
-void Append(dao::Recordset& history, const Job& job)
+std::vector<Day> SomeDays(const BenchShop& shop, int count)
+{
+    const Sqlite database(shop.Plain());
+    SqliteStatement last = database.Prepare("SELECT MAX(ID) FROM LDHistory");
+    last.Step();
+    SqliteStatement one =
+        database.Prepare("SELECT EmpID, WorkDate FROM LDHistory WHERE ID >= ? LIMIT 1");
+    std::vector<Day> days;
+    constexpr std::int64_t kStride = 7919;  // a prime, so that the places differ
+    for (int i = 1; i <= count; ++i) {
+        one.Bind({kStride * i * 61 % last.Whole(0) + 1});
+        if (one.Step()) days.push_back({static_cast<std::int32_t>(one.Whole(0)), one.Number(1)});
+    }
+    return days;
+}
+
+void AddJob(dao::Recordset& history, const Day& day, int number)
 {
     history.AddNew();
-    history["EmpID"] = job.employee;
-    history["WorkDate"] = base::Date{job.workDate};
-    history["JobStart"] = base::Date{job.jobStart};
-    history["JobEnd"] = base::Date{job.jobEnd};
-    history["WONumb"] = job.workOrder;
-    history["WOID"] = job.entryNumber;
-    history["GLType"] = job.laborType;
-    history["Hrs"] = job.hours;
-    history["VehDesc"] = job.vehicle;
-    history["Customer"] = job.customer;
+    history["EmpID"] = day.employee;
+    history["WorkDate"] = base::Date{day.date};
+    history["JobStart"] = base::Date{StartOf(number)};
+    history["JobEnd"] = base::Date{StartOf(number) + kHours / 24};
+    history["WONumb"] = kOrder;
+    history["WOID"] = kEntry;
+    history["GLType"] = "BL";
+    history["Hrs"] = kHours;
+    history["VehDesc"] = kVehicle;
+    history["Customer"] = kCustomer;
     history.Update();
+}
+
+void AddJob(SqliteStatement& history, const Day& day, int number)
+{
+    history.Run({std::int64_t{day.employee}, day.date, StartOf(number),
+                 StartOf(number) + kHours / 24, std::int64_t{kOrder}, std::int64_t{kEntry}, "BL",
+                 kHours, kVehicle, kCustomer});
 }
 
 }  // namespace bench

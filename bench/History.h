@@ -1,35 +1,34 @@
 // SPDX-License-Identifier: Apache-2.0
-// History: the rows of a shop's job history that both engines are measured on.
+// History: the jobs that the questions add, and the days they ask for.
 #pragma once
 
-#include "jet/dao/Database.h"
+#include "bench/BenchShop.h"
+#include "bench/Sqlite.h"
 
 #include <cstdint>
 #include <string>
-#include <string_view>
+#include <vector>
 
 namespace bench {
 
-// One closed job. Units: dates are day serials, hours are decimal.
-struct Job {
-    std::int32_t employee;
-    double workDate, jobStart, jobEnd, hours;
-    std::int32_t workOrder, entryNumber;
-    const char* laborType;
-    std::string vehicle, customer;
+// An employee and one of his working days.
+struct Day {
+    std::int32_t employee = 0;
+    double date = 0;
+
+    // As they stand in a query.
+    [[nodiscard]] std::string Employee() const { return std::to_string(employee); }
+    [[nodiscard]] std::string DateText() const;
 };
 
-inline constexpr std::string_view kTable = "LDHistory";
-inline constexpr int kEmployees = 40;
-inline constexpr int kFirstDay = 42736;  // 1/1/2017
-inline constexpr int kJobsOfADay = 5;
+// Days with jobs, all over the history; the same ones for the same shop.
+[[nodiscard]] std::vector<Day> SomeDays(const BenchShop& shop, int count);
 
-// The number-th job of a shop in which every employee closes five jobs a day.
-[[nodiscard]] Job JobAt(int number);
-
-// The table as the program creates it, without rows.
-void CreateHistory(dao::Database& database);
-// Appends one job through an open record set.
-void Append(dao::Recordset& history, const Job& job);
+// Adds a closed job on that day to the history; the number-th, so that both engines add the same.
+void AddJob(dao::Recordset& history, const Day& day, int number);
+void AddJob(SqliteStatement& history, const Day& day, int number);
+inline constexpr const char* kSqliteAddJob =
+    "INSERT INTO LDHistory (EmpID, WorkDate, JobStart, JobEnd, WONumb, WOID, GLType, Hrs, VehDesc,"
+    " Customer) VALUES (?,?,?,?,?,?,?,?,?,?)";
 
 }  // namespace bench

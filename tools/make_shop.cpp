@@ -34,6 +34,8 @@ that is there already is never overwritten.
 --employees N      technicians on the board (14)
 --orders N         repair orders (an eighth of the history, at least 60, at most 2000)
 --history N        finished jobs (900)
+--no-papers        repair orders without notes, estimate lines, purchases, payments and
+                   pictures: a smaller file
 --seed S           another shop; the same number makes the same shop again (1)
 --date YYYY-MM-DD  the shop's today (the clock's date)
 --format F         of the file: jet4, as Access 2000 to 2003 write it, or jet3, as
@@ -123,6 +125,8 @@ std::optional<Wishes> WishesOf(const std::vector<std::string_view>& arguments)
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         if (arguments[i] == "--fresh") {
             wishes.shop.fresh = true;
+        } else if (arguments[i] == "--no-papers") {
+            wishes.shop.papers = false;
         } else if (arguments[i] == "--encoded") {
             wishes.shop.encoded = true;
         } else if (arguments[i].substr(0, 2) == "--") {

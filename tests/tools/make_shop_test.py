@@ -53,6 +53,16 @@ def check_bytes(folder):
     check(shops[0].read_bytes() == contents[0], "a refused shop stays as it was")
 
 
+def check_no_papers(folder):
+    shop = make(folder, "--no-papers", "--history", "60", "--orders", "30")
+    check_integrity(shop)
+    check(len(rows_of(shop, "WorkOrder")) == 30, "orders without papers")
+    for table in ("EstimateLine", "PurchaseOrder", "Payment", "Attachment"):
+        check(not rows_of(shop, table), f"{table} holds papers")
+    check(not any(o["AuditNotes"] or o["Comments"] or o["InternalNotes"]
+                  for o in rows_of(shop, "WorkOrder")), "notes on an order without papers")
+
+
 def check_usage(folder):
     check(run(MAKE).returncode == 2, "no folder is wrong usage")
     check(run(MAKE, "--date", "2004-02-30", folder / "x").returncode == 2, "30 February")
@@ -182,6 +192,7 @@ def main():
     with tempfile.TemporaryDirectory() as scratch:
         folder = pathlib.Path(scratch)
         check_bytes(folder)
+        check_no_papers(folder / "no-papers")
         check_usage(folder)
         check_pins(folder / "pins")
         shop = make(folder / "shop", "--employees", "8", "--history", "600", "--orders", "75",

@@ -24,3 +24,5 @@ BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev libgl-dev)
 WINDOW_PACKAGES=(libqt6widgets6 libqt6gui6 libqt6printsupport6 qt6-qpa-plugins fonts-dejavu-core xvfb xauth)
 # What it takes to use the program from outside, as a person at a screen does.
 OUTSIDE_PACKAGES=(at-spi2-core dbus-daemon openbox faketime python3-gi gir1.2-atspi-2.0 util-linux mount)
+# What the benchmarks are built with: the peers, and what the program is driven by.
+BENCH_PACKAGES=(libsqlite3-dev mdbtools-dev pkg-config libgtest-dev python3-minimal)

@@ -158,7 +158,7 @@ void AddMoney(RowValues& row, std::int64_t labor, const PaperTotals& papers, boo
                            {"PaintRate", static_cast<double>(kPaintRate) / 100}});
 }
 
-void AddRemarks(RowValues& row, Dice& dice)
+void AddRemarks(RowValues& row, Dice& dice, const Order& order)
 {
     row.insert(row.end(), {{"Priority", dice.Between(1, 5)},
                            {"SupplementCount", dice.Between(0, 2)},
@@ -167,6 +167,7 @@ void AddRemarks(RowValues& row, Dice& dice)
                            {"Drivable", dice.Percent(60)},
                            {"RentalNeeded", dice.Percent(30)},
                            {"PhotosTaken", dice.Percent(50)}});
+    if (!order.papers) return;
     if (dice.Percent(40)) row.emplace_back("Comments", dice.Pick(kRemarks));
     // A long story that does not fit on one page.
     if (!dice.Percent(3)) return;
@@ -199,15 +200,16 @@ void WriteOrder(ShopFile& file, Dice& dice, const People& people, const WorkingD
         row.emplace_back("DeptSequence", kDepartments[department].sequence);
         row.emplace_back("Progress", dice.Pick(kProgress));
         const std::string notes = AuditNotes(dice, people, days, order, department);
-        if (!notes.empty()) row.emplace_back("AuditNotes", notes);
+        if (order.papers && !notes.empty()) row.emplace_back("AuditNotes", notes);
     }
     row.emplace_back("Estimator", dice.Pick(kFirstNames));
     std::int64_t labor = 0;
     AddLabor(row, dice, order, labor);
-    const PaperTotals papers = WriteLines(file, dice, order);
+    const PaperTotals papers = order.papers ? WriteLines(file, dice, order) : PaperTotals{};
     AddMoney(row, labor, papers, archived);
-    AddRemarks(row, dice);
+    AddRemarks(row, dice, order);
     file.Add("WorkOrder", row);
+    if (!order.papers) return;
     WritePurchases(file, dice, people, days, order);
     WriteAttachments(file, dice, days, order);
     if (archived)

@@ -32,6 +32,7 @@ struct Order {
     std::array<Category, kLaborTypes.size()> labor;
     std::int32_t bodyTech = 0, paintTech = 0;
     base::Date started;  // 0: not yet
+    bool papers = true;  // has notes, and papers in other tables
 
     // Whether a technician can pick it in the list of repair orders.
     [[nodiscard]] bool Listed() const

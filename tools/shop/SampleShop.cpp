@@ -42,6 +42,8 @@ std::vector<Technician> MakeSampleShop(jet::io::FileSystem& files, const std::st
 
     const WorkingDays days = WorkingDaysUntil(today, DaysFor(wishes.history, wishes.employees));
     OrderBook book = PlanOrders(dice.Fork(3), people, days.size(), wishes.orders);
+    for (Order& order : book.orders)
+        order.papers = wishes.papers;
     const ClockPlan plan{.people = people,
                          .days = days,
                          .history = wishes.history,

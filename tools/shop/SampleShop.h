@@ -21,6 +21,9 @@ struct SampleShop {
     std::uint64_t seed = 1;
     base::Date today;    // the shop's day; its time does not count
     bool fresh = false;  // without the clock's own tables
+    // Whether repair orders come with notes, estimate lines, purchases, payments and pictures: more
+    // than half of a large file.
+    bool papers = true;
     const jet::format::FileVersion* format = &jet::format::kJet4;
     bool encoded = false;  // under a key that follows from the seed
 };

@@ -272,7 +272,9 @@ NewTable LaborTable()
         .Field("PaidDate", Date)
         .Field("Adjusted", Boolean)
         .Index("EmployeeID", {{"EmployeeID"}, {"FlagDate"}})
-        .Index("WONumber", {{"WONumber"}});
+        .Index("WONumber", {{"WONumber"}})
+        .Index("WorkOrder", {{"WorkOrder"}})
+        .Index("PayBatch", {{"PayBatch"}});
 }
 
 std::vector<NewTable> LookupTables()
