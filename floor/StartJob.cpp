@@ -13,6 +13,7 @@
 #include "floor/StoreAndStay.h"
 #include "floor/VerifyPIN.h"
 #include "labor/ClockTime.h"
+#include "labor/EditRepairOrder.h"
 #include "labor/JobOnBoard.h"
 #include "labor/WriteHistory.h"
 
@@ -60,7 +61,7 @@ void StartDay(const ResumeNext& attempt, EmployeeRow& row, dao::Recordset& emplo
 void Stamp(const ResumeNext& attempt, dao::Recordset& repairOrder, std::string_view field,
            const std::function<base::Value()>& value)
 {
-    attempt([&] { repairOrder.Edit(); });
+    attempt([&] { EditRepairOrder(repairOrder); });
     attempt([&] { repairOrder[field] = value(); });
     StoreAndStay(attempt, repairOrder);
 }

@@ -5,6 +5,7 @@
 #include "app/Shop.h"
 #include "base/Convert.h"
 #include "data/Tables.h"
+#include "labor/EditRepairOrder.h"
 
 #include <algorithm>
 #include <array>
@@ -61,7 +62,7 @@ void AddLaborLine(const ResumeNext& attempt, dao::Recordset& labor, dao::Records
 void AddToTotals(const ResumeNext& attempt, dao::Recordset& repairOrder, dao::Recordset& history,
                  dao::Recordset& profile)
 {
-    attempt([&] { repairOrder.Edit(); });
+    attempt([&] { EditRepairOrder(repairOrder); });
     std::string code;
     attempt([&] { code = base::TextOf(history[LDHistory::GLType]); });
     const Category& category = CategoryOf(code);

@@ -154,6 +154,32 @@ TEST_F(WriteLaborTest, TotalsGoToWhateverOrderIsCurrent)
     EXPECT_EQ(LaborLines().at(0)[Labor::WorkOrder], 1001);
 }
 
+TEST_F(WriteLaborTest, WhatAnotherAddedToTheOrderMeanwhileIsBuiltUpon)
+{
+    Given({Employee("Jones, Bob", 8), RepairOrder(1001), ClosedJob(8, 1001, Today())});
+    Select("Jones, Bob");
+    shop.state.history.MoveLast();
+    shop.state.workOrders.FindFirst("WorkOrderNumber = 1001");
+    Changes("WorkOrder", "WorkOrderNumber = 1001", WorkOrder::BodyWorked, 2.5);
+    lodrin::WriteLabor(shop);
+    EXPECT_EQ(Order(1001)[WorkOrder::BodyWorked], 3.5);
+    EXPECT_EQ(Order(1001)[WorkOrder::BodyCost], base::Currency{200000});
+    EXPECT_TRUE(Reports().empty());
+}
+
+TEST_F(WriteLaborTest, OrderThatAnotherDeletedMeanwhileIsReported)
+{
+    Given({Employee("Jones, Bob", 8), RepairOrder(1001), ClosedJob(8, 1001, Today())});
+    Select("Jones, Bob");
+    shop.state.history.MoveLast();
+    shop.state.workOrders.FindFirst("WorkOrderNumber = 1001");
+    Loses("WorkOrder", "WorkOrderNumber = 1001");
+    lodrin::WriteLabor(shop);
+    EXPECT_EQ(LaborLines().size(), 1U);
+    ASSERT_FALSE(Reports().empty());
+    EXPECT_EQ(Reports()[0], "3167 Sub frmLodrin!WriteLabor()");
+}
+
 TEST_F(WriteLaborTest, WithoutWorkOrderSetTheLineIsStoredAndEachStepReported)
 {
     Given({Employee("Jones, Bob", 8), RepairOrder(1001), ClosedJob(8, 1001, Today())});

@@ -122,12 +122,30 @@ ShopWorld& ShopWorld::GivenNo(std::string_view table)
 
 ShopWorld& ShopWorld::Loses(std::string_view table, std::string_view criteria)
 {
+    OfAnother(table, criteria, [](dao::Recordset& row) { row.Delete(); });
+    return *this;
+}
+
+ShopWorld& ShopWorld::Changes(std::string_view table, std::string_view criteria,
+                              std::string_view field, const base::Value& value)
+{
+    OfAnother(table, criteria, [&](dao::Recordset& row) {
+        row.Edit();
+        row[field] = value;
+        row.Update();
+    });
+    return *this;
+}
+
+// Somebody else does this with the row that is so.
+void ShopWorld::OfAnother(std::string_view table, std::string_view criteria,
+                          const std::function<void(dao::Recordset&)>& act)
+{
     dao::Database other = engine.DefaultWorkspace().OpenDatabase(DatabasePath());
     dao::Recordset rows = other.OpenRecordset("SELECT * FROM " + std::string(table));
     rows.FindFirst(criteria);
     if (rows.NoMatch()) throw std::logic_error("no row for " + std::string(criteria));
-    rows.Delete();
-    return *this;
+    act(rows);
 }
 
 ShopWorld& ShopWorld::Open()

@@ -55,6 +55,9 @@ public:
     ShopWorld& GivenNo(std::string_view table);
     // Somebody else deletes the one row of the table that is so.
     ShopWorld& Loses(std::string_view table, std::string_view criteria);
+    // Somebody else stores a value in it.
+    ShopWorld& Changes(std::string_view table, std::string_view criteria, std::string_view field,
+                       const base::Value& value);
 
     // Leaves the window as the opening of the database does: sets open, board and lists filled, no
     // employee chosen. Nothing is synchronised and no day closed out.
@@ -115,6 +118,8 @@ private:
     [[nodiscard]] dao::EngineSettings Settings(const std::string& machine);
     void Append(const std::vector<dao::TableDef>& tables);
     void Add(const std::vector<ShopEntry>& entries);
+    void OfAnother(std::string_view table, std::string_view criteria,
+                   const std::function<void(dao::Recordset&)>& act);
 };
 
 }  // namespace tests

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "labor/EditRepairOrder.h"
+
+#include "base/NumberedError.h"
+
+namespace lodrin {
+
+namespace {
+
+constexpr int kChangedByAnother = 3197;
+// Each attempt that meets a change has read it; eight stations at full speed need two or three.
+constexpr int kAttempts = 10;
+
+}  // namespace
+
+void EditRepairOrder(dao::Recordset& repairOrder)
+{
+    for (int attempt = 1; attempt < kAttempts; ++attempt) {
+        try {
+            return repairOrder.Edit();
+        } catch (const base::NumberedError& error) {
+            if (error.Number() != kChangedByAnother) throw;
+        }
+    }
+    repairOrder.Edit();
+}
+
+}  // namespace lodrin
