@@ -17,11 +17,26 @@ std::size_t Core::BytesPerCharacter() const
 
 jet::sql::TablePtr Core::Table(std::string_view name)
 {
-    const std::optional<CatalogEntry> entry = catalog_.Find(name);
+    const std::optional<CatalogEntry> entry = Entry(name);
     if (!entry) return nullptr;
     if (entry->kind == ObjectKind::LocalTable) return LocalTable(*entry);
     if (entry->kind != ObjectKind::LinkedTable) return nullptr;
     return LinkedTable(catalog_.Link(name).value());
+}
+
+Core::Design& Core::Known()
+{
+    if (design_.asOf != pager_->LastUnknownChange()) design_ = {};
+    design_.asOf = pager_->LastUnknownChange();
+    return design_;
+}
+
+std::optional<CatalogEntry> Core::Entry(std::string_view name)
+{
+    auto& entries = Known().entries;
+    const auto known = entries.find(name);
+    if (known != entries.end()) return known->second;
+    return entries.emplace(name, catalog_.Find(name)).first->second;
 }
 
 jet::sql::TablePtr Core::LocalTable(const CatalogEntry& entry)
@@ -73,20 +88,31 @@ jet::sql::TablePtr Core::Opened(const CatalogEntry& entry)
 {
     struct Used {
         std::shared_ptr<const void> use;
-        jet::catalog::OpenTable table;
+        std::shared_ptr<jet::catalog::OpenTable> table;
     };
     const jet::format::PageNumber definition{static_cast<std::uint32_t>(entry.id)};
-    const auto used = std::make_shared<Used>(
-        Used{pager_->UseTable(definition, entry.name), catalog_.Open(entry.name)});
-    const jet::sql::TablePtr kept(used, &used->table);
+    std::shared_ptr<const void> use = pager_->UseTable(definition, entry.name);
+    std::shared_ptr<jet::catalog::OpenTable>& table = Known().tables[entry.id];
+    if (!table) table = Loaded(entry);
+    const auto used = std::make_shared<Used>(Used{std::move(use), table});
+    const jet::sql::TablePtr kept(used, table.get());
     tables_[entry.id] = kept;
+    return kept;
+}
+
+std::shared_ptr<jet::catalog::OpenTable> Core::Loaded(const CatalogEntry& entry)
+{
+    const auto table = std::make_shared<jet::catalog::OpenTable>(catalog_.Open(entry.name));
     const std::weak_ptr<Core> core = weak_from_this();
     const auto related = [core](jet::format::PageNumber page) {
         const std::shared_ptr<Core> open = core.lock();
         return open ? open->RelatedTable(page) : nullptr;
     };
-    kept->rows->Obey(std::make_shared<jet::sql::TableRules>(*kept, now_, related));
-    return kept;
+    std::shared_ptr<jet::table::DerivedIndexes>& derived = derived_[entry.id];
+    if (!derived) derived = std::make_shared<jet::table::DerivedIndexes>();
+    table->rows->Use(derived);
+    table->rows->Obey(std::make_shared<jet::sql::TableRules>(*table, now_, related));
+    return table;
 }
 
 std::shared_ptr<const void> Core::MarkEdited(const jet::pages::Pager& file, jet::format::RowId row)

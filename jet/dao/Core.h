@@ -9,7 +9,9 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
+#include <string>
 #include <string_view>
 
 namespace dao {
@@ -50,18 +52,31 @@ public:
                                                          jet::format::RowId row);
 
 private:
+    // What is known of the file's design, until somebody may have changed it.
+    struct Design {
+        std::uint64_t asOf = 0;  // the pager's count of the last unknown change
+        std::map<std::string, std::optional<jet::catalog::CatalogEntry>, std::less<>> entries;
+        std::map<std::int32_t, std::shared_ptr<jet::catalog::OpenTable>> tables;  // by catalog id
+    };
+    [[nodiscard]] Design& Known();
+    [[nodiscard]] std::optional<jet::catalog::CatalogEntry> Entry(std::string_view name);
     [[nodiscard]] jet::sql::TablePtr LocalTable(const jet::catalog::CatalogEntry& entry);
     // A table by the page of its definition, for the relationships that lead to it; kept open as
     // long as anybody has a table of this file open.
     [[nodiscard]] jet::sql::TablePtr RelatedTable(jet::format::PageNumber page);
-    // Opens a table and takes it among those that are shared; it obeys its rules from here on.
+    // Opens a table and takes it among those that are shared.
     [[nodiscard]] jet::sql::TablePtr Opened(const jet::catalog::CatalogEntry& entry);
+    // The table as the file describes it; it obeys its rules from here on.
+    [[nodiscard]] std::shared_ptr<jet::catalog::OpenTable>
+    Loaded(const jet::catalog::CatalogEntry& entry);
 
     std::shared_ptr<jet::pages::Pager> pager_;
     jet::catalog::Catalog catalog_;
     std::function<base::Date()> now_;
     Opener openOther_;
-    std::map<std::int32_t, std::weak_ptr<jet::catalog::OpenTable>> tables_;  // by catalog id
+    Design design_;
+    std::map<std::int32_t, std::weak_ptr<jet::catalog::OpenTable>> tables_;        // by catalog id
+    std::map<std::int32_t, std::shared_ptr<jet::table::DerivedIndexes>> derived_;  // by catalog id
     using RelatedTables = std::map<jet::format::PageNumber, jet::sql::TablePtr>;
     std::weak_ptr<RelatedTables> related_;
     std::shared_ptr<EditedRows> edited_;

@@ -55,9 +55,7 @@ int Recordset::RecordCount() const
 
 int Recordset::AbsolutePosition() const
 {
-    const State& state = Opened(state_);
-    if (state.bof || state.eof || !state.current) return -1;
-    return static_cast<int>(state.rows->Ordinal(*state.current));
+    return Opened(state_).AbsolutePosition();
 }
 
 void Recordset::MoveFirst()

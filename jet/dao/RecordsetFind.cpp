@@ -72,6 +72,11 @@ public:
         if (byColumn) filter_.emplace(*expression_, *query.Table()->rows, query.World());
     }
 
+    // The criterion as a filter of stored rows, when it names what an index may answer.
+    [[nodiscard]] const jet::sql::Filter* Keyed() const
+    {
+        return filter_ && !filter_->Keys().empty() ? &*filter_ : nullptr;
+    }
     [[nodiscard]] bool Fits(const jet::format::RowView& row) const
     {
         if (filter_) return filter_->Passes(row);
@@ -106,9 +111,32 @@ void Recordset::State::Find(std::string_view criteria, From from, Direction dire
     if (found) Read(Look::OnlyIfOld, [&] { StandOn(*found); });
 }
 
+// The rows that fit, wherever they lie; of those the first on the way that is in the set.
+std::optional<Spot> Recordset::State::SearchByKey(const jet::sql::Filter& keyed, From from,
+                                                  Direction direction)
+{
+    const bool forward = direction == Direction::Forward;
+    const auto comesBefore = [&](Spot one, Spot other) {
+        return forward ? RowList::IsBefore(one, other) : RowList::IsBefore(other, one);
+    };
+    std::optional<Spot> best;
+    jet::sql::RowFinder finder(Source(), keyed);
+    while (finder.Next()) {
+        const std::optional<Spot> spot = rows->Locate(finder.Id());
+        if (!spot || rows->IsHole(*spot)) continue;
+        if (from == From::CurrentRow && !comesBefore(*current, *spot)) continue;
+        if (!best || comesBefore(*spot, *best)) best = spot;
+        // What follows lies behind it.
+        if (forward && rows->IsInStorageOrder() && spot->part != Spot::Part::Added) break;
+    }
+    return best;
+}
+
 std::optional<Spot> Recordset::State::Search(const Criterion& criterion, From from,
                                              Direction direction)
 {
+    if (const jet::sql::Filter* const keyed = criterion.Keyed())
+        return SearchByKey(*keyed, from, direction);
     const bool forward = direction == Direction::Forward;
     const auto step = [&](Spot spot) { return forward ? rows->Next(spot) : rows->Previous(spot); };
     std::optional<Spot> spot;

@@ -49,7 +49,9 @@ void Recordset::State::Populate()
         worked = RowsOf(*query);
         found.emplace(Places(worked.size()));
     } else if (query->InStorageOrder()) {
-        found.emplace(std::make_unique<jet::sql::RowFinder>(Source(), query->Where()));
+        found.emplace([this](jet::table::Direction direction) {
+            return std::make_unique<jet::sql::RowFinder>(Source(), query->Where(), direction);
+        });
     } else {
         found.emplace(RowIdsOf(*query));
     }
@@ -59,7 +61,7 @@ void Recordset::State::Populate()
     bof = eof = true;
     current.reset();
     image.reset();
-    if (first) StandOn(*first);
+    if (first) StandOnReached(*first);
 }
 
 void Recordset::State::Release()
@@ -104,6 +106,18 @@ void Recordset::State::StandOn(Spot spot)
     Fetch();
 }
 
+// A step that read the row spares the second look at it.
+void Recordset::State::StandOnReached(Spot spot)
+{
+    const jet::format::RowView* const row = ofValues ? nullptr : rows->JustRead(spot);
+    if (row == nullptr) return StandOn(spot);
+    current = spot;
+    bof = eof = false;
+    if (!image) image.emplace();
+    image->id = rows->Id(spot);
+    image->bytes.assign(row->Bytes().begin(), row->Bytes().end());
+}
+
 void Recordset::State::RequireMovable() const
 {
     if (type == RecordsetType::ForwardOnly) throw NumberedError(3251);
@@ -118,7 +132,7 @@ Spot Recordset::State::RequireRow() const
 
 void Recordset::State::StandOnOrPass(std::optional<Spot> spot, bool& flag)
 {
-    if (spot) return StandOn(*spot);
+    if (spot) return StandOnReached(*spot);
     flag = true;
     current.reset();
     image.reset();
@@ -131,7 +145,7 @@ void Recordset::State::MoveFirst()
     std::optional<Spot> first;
     Read(Look::OnlyIfOld, [&] {
         first = rows->First();
-        if (first) StandOn(*first);
+        if (first) StandOnReached(*first);
     });
     if (first) return;
     bof = eof = true;
@@ -145,7 +159,7 @@ void Recordset::State::MoveLast()
     std::optional<Spot> last;
     Read(Look::OnlyIfOld, [&] {
         last = rows->Last();
-        if (last) StandOn(*last);
+        if (last) StandOnReached(*last);
     });
     if (last) return;
     bof = eof = true;
@@ -165,11 +179,16 @@ void Recordset::State::MovePrevious()
 {
     RequireMovable();
     if (bof) throw NumberedError(3021);
-    std::optional<Spot> previous;
-    Read(Look::OnlyIfOld, [&] { previous = eof ? rows->Last() : rows->Previous(*current); });
-    if (eof && !previous) throw NumberedError(3021);
-    DropEdit();
-    Read(Look::OnlyIfOld, [&] { StandOnOrPass(previous, bof); });
+    const std::optional<Spot> from = eof ? std::nullopt : current;
+    bool none = false;
+    Read(Look::OnlyIfOld, [&] {
+        const std::optional<Spot> previous = from ? rows->Previous(*from) : rows->Last();
+        none = !from && !previous;
+        if (none) return;
+        DropEdit();
+        StandOnOrPass(previous, bof);
+    });
+    if (none) throw NumberedError(3021);
 }
 
 void Recordset::State::Refresh()
@@ -232,10 +251,20 @@ void Recordset::State::SetBookmark(const BookmarkValue& bookmark)
     });
 }
 
-int Recordset::State::RecordCount() const
+int Recordset::State::RecordCount()
 {
     if (type == RecordsetType::Table) return static_cast<int>(Source().RowCount());
-    return static_cast<int>(rows->Count());
+    std::size_t count = 0;
+    Read(Look::OnlyIfOld, [&] { count = rows->Count(); });
+    return static_cast<int>(count);
+}
+
+int Recordset::State::AbsolutePosition()
+{
+    if (bof || eof || !current) return -1;
+    std::size_t position = 0;
+    Read(Look::OnlyIfOld, [&] { position = rows->Ordinal(*current); });
+    return static_cast<int>(position);
 }
 
 }  // namespace dao

@@ -70,7 +70,8 @@ struct Recordset::State {
     void SetBookmark(const BookmarkValue& bookmark);
     [[nodiscard]] BookmarkValue BookmarkOf(RowId row) const;
 
-    [[nodiscard]] int RecordCount() const;
+    [[nodiscard]] int RecordCount();
+    [[nodiscard]] int AbsolutePosition();
     [[nodiscard]] bool Updatable() const;
 
     std::uint64_t id = 0;
@@ -94,6 +95,8 @@ private:
     friend class PendingRow;
     void Populate();
     void StandOn(Spot spot);
+    // After a step of the list, in the same reading.
+    void StandOnReached(Spot spot);
     // The file in which the rows lie, acting for the set's workspace. Errors: 3420.
     [[nodiscard]] jet::pages::Pager& Pages() const;
     // Reads what belongs together, again when another program wrote meanwhile.
@@ -114,6 +117,8 @@ private:
     void RequireUnchanged();
     [[nodiscard]] std::optional<Spot> Search(const Criterion& criterion, From from,
                                              Direction direction);
+    [[nodiscard]] std::optional<Spot> SearchByKey(const jet::sql::Filter& keyed, From from,
+                                                  Direction direction);
     void WriteEdit();
     void WriteNew();
 };

@@ -25,15 +25,19 @@ constexpr std::uint64_t kLockAt = 0x40000000;  // far behind every journal
 // A journal that grew beyond this is cut when it is idle. Units: bytes.
 constexpr std::uint64_t kKept = 1 << 20;
 
+// The log of changes stands before the journal proper.
+constexpr std::uint64_t kBegin = kChangeLogSize;
+
 std::vector<std::byte> ReadAll(const io::File& file)
 {
-    std::vector<std::byte> bytes(static_cast<std::size_t>(file.Size()));
-    file.Read(0, bytes);
+    const std::uint64_t size = file.Size();
+    std::vector<std::byte> bytes(static_cast<std::size_t>(size - std::min(size, kBegin)));
+    if (!bytes.empty()) file.Read(kBegin, bytes);
     return bytes;
 }
 
 // What the commit word of the one who wrote a journal says of its set.
-enum class Progress { NotBegun, Begun, Confirmed, OfAnotherFile };
+enum class Progress { NotBegun, Behind, Begun, Confirmed, OfAnotherFile };
 
 // Whether a power cut may leave `word` when one of these values is stored over the other.
 bool IsBetween(std::uint16_t word, std::uint16_t one, std::uint16_t other)
@@ -56,6 +60,8 @@ Progress ProgressOf(const JournalScope& scope, const io::File& database,
     if (word == confirmed || word == undone) return Progress::Confirmed;
     for (const std::uint16_t value : {scope.word, confirmed, undone})
         if (IsBetween(word, value, kWritingNow)) return Progress::Begun;
+    // The words of drawn numbers are not flushed; the higher byte of a word always is.
+    if (word < scope.word && word >> 8 == scope.word >> 8) return Progress::Behind;
     // Words only grow, so a smaller one is that of an older copy; they go round, after very long.
     constexpr std::uint16_t halfWayRound = 0x8000;
     const auto ahead = static_cast<std::uint16_t>(word - scope.word);
@@ -91,6 +97,19 @@ Found Compare(const JournalView& journal, const io::File& database)
         asLeft = asLeft && journal.IsAsLeft(i, page);
     }
     return asLeft ? Found::AsLeft : Found::Between;
+}
+
+// Whether every page is as the set found it.
+bool IsAsFound(const JournalView& journal, const io::File& database)
+{
+    const JournalScope scope = journal.Scope();
+    if (database.Size() != scope.sizeBefore) return false;
+    for (std::size_t i = 0; i < journal.CountOfOld(); ++i) {
+        const std::uint64_t offset = std::uint64_t{Raw(journal.PageAt(i))} * scope.pageSize;
+        const std::vector<std::byte> page = PageAt(database, offset, scope.pageSize);
+        if (page.size() < scope.pageSize || !journal.IsAsFound(i, page)) return false;
+    }
+    return true;
 }
 
 void RollBack(const JournalView& journal, io::File& database)
@@ -153,8 +172,8 @@ void Journal::Unlock() noexcept
 bool Journal::IsIdle() const
 {
     std::vector<std::byte> magic(kJournalMagicSize);
-    if (file_->Size() < magic.size()) return true;
-    file_->Read(0, magic);
+    if (file_->Size() < kBegin + magic.size()) return true;
+    file_->Read(kBegin, magic);
     return format::ReadScalar<std::uint64_t>(magic, 0) != kJournalMagic;
 }
 
@@ -191,7 +210,9 @@ Recovery Journal::Recover(io::File& database, const format::FileVersion& version
     if (!journal.IsWhole(version.pageSize)) return Recovery::Nothing;
     const JournalScope scope = journal.Scope();
     const Progress progress = ProgressOf(scope, database, version);
-    if (progress == Progress::OfAnotherFile) {
+    const bool ofAnotherFile = progress == Progress::OfAnotherFile ||
+                               (progress == Progress::Behind && !IsAsFound(journal, database));
+    if (ofAnotherFile) {
         SetAside();
         return Recovery::SetAside;
     }
@@ -237,10 +258,30 @@ std::optional<FormerState> Journal::Former(const io::File& database,
     return state;
 }
 
+void Journal::Tell(const LoggedSet& set) noexcept
+{
+    try {
+        ChangeLog::Append(*file_, set);
+    } catch (const base::NumberedError&) {
+        return;
+    }
+}
+
+std::optional<ChangeLog> Journal::Told() const noexcept
+{
+    try {
+        if (file_ && file_->IsNamed(path_)) return ChangeLog(*file_);
+        if (Exists()) return ChangeLog(*files_.Open(path_, io::OpenMode::ReadOnly));
+    } catch (const base::NumberedError&) {
+        return std::nullopt;
+    }
+    return std::nullopt;
+}
+
 void Journal::Begin(std::span<const JournalEntry> entries, const JournalScope& scope)
 {
     std::vector<std::byte> bytes = EncodeJournal(entries, scope);
-    file_->Write(0, bytes);
+    file_->Write(kBegin, bytes);
     file_->Flush();
     stored_ = std::move(bytes);
 }
@@ -250,10 +291,10 @@ void Journal::End() noexcept
 {
     stored_.clear();
     try {
-        if (file_->Size() > kKept) {
-            file_->Truncate(0);
+        if (file_->Size() > kBegin + kKept) {
+            file_->Truncate(kBegin);
         } else {
-            file_->Write(0, std::vector<std::byte>(kJournalMagicSize));
+            file_->Write(kBegin, std::vector<std::byte>(kJournalMagicSize));
         }
     } catch (const base::NumberedError&) {
         return;

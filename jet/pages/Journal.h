@@ -6,6 +6,7 @@
 #include "jet/format/FileVersion.h"
 #include "jet/io/File.h"
 #include "jet/locks/PageLocks.h"
+#include "jet/pages/ChangeLog.h"
 #include "jet/pages/JournalFormat.h"
 
 #include <map>
@@ -43,6 +44,12 @@ public:
     Journal& operator=(const Journal&) = delete;
 
     [[nodiscard]] bool Exists() const { return files_.Exists(path_); }
+
+    // Tells the programs of this engine which rows a set changed, before its commit word does.
+    // Requires: Lock. Rule: what cannot be told costs the others a look at everything.
+    void Tell(const LoggedSet& set) noexcept;
+    // What they told; nothing when there is no journal.
+    [[nodiscard]] std::optional<ChangeLog> Told() const noexcept;
 
     // The right to write the database, waited for as long as Jet waits for a lock.
     // Errors: 3218 when another process keeps it, 3051 and 3044 when no file can be made there.

@@ -16,7 +16,7 @@ using format::Span;
 // The journal's head, followed by its entries.
 //
 //   part        width   meaning
-//   magic       8       "LodrinJ3"; zeros once the set is whole
+//   magic       8       "LodrinJ4"; zeros once the set is whole
 //   checksum    4       of everything behind it
 //   pageSize    4       bytes
 //   sizeBefore  8       length of the database before the set, bytes
@@ -26,11 +26,13 @@ using format::Span;
 //   oldPages    4       entries of pages that existed
 //   newPages    4       entries of pages behind the end of the file
 //
-// An entry: page number (4), a checksum of each of its sectors as the set leaves them (4 each), and
-// the page as it was; that only for a page that existed.
+// An entry: page number (4), where its counter stands or 0 (4), a checksum of each of its sectors
+// as the set leaves them (4 each), and the page as it was; that only for a page that existed.
 constexpr std::size_t kChecksumAt = 8, kPageSizeAt = 12, kSizeBeforeAt = 16, kSizeAfterAt = 24,
                       kUserAt = 32, kWordAt = 34, kOldPagesAt = 36, kNewPagesAt = 40,
                       kHeadSize = 44;
+constexpr std::size_t kEntryHead = 8;
+constexpr std::size_t kCounterSize = 4;
 constexpr std::size_t kSector = 512;  // the smallest piece a disk writes whole
 
 std::size_t SumsSize(std::size_t pageSize)
@@ -40,7 +42,7 @@ std::size_t SumsSize(std::size_t pageSize)
 
 std::size_t NewEntrySize(std::size_t pageSize)
 {
-    return 4 + SumsSize(pageSize);
+    return kEntryHead + SumsSize(pageSize);
 }
 
 std::size_t OldEntrySize(std::size_t pageSize)
@@ -51,6 +53,7 @@ std::size_t OldEntrySize(std::size_t pageSize)
 void PutEntry(format::ByteWriter& out, const JournalEntry& entry)
 {
     out.U32(Raw(entry.page));
+    out.U32(entry.counterAt);
     for (std::size_t sector = 0; sector < entry.after.size(); sector += kSector)
         out.U32(Checksum(Span(entry.after).subspan(sector, kSector)));
     out.Put(entry.before);
@@ -120,19 +123,37 @@ PageNumber JournalView::PageAt(std::size_t entry) const
 
 Span JournalView::Before(std::size_t entry) const
 {
-    return format::Slice(bytes_, Start(entry) + 4 + SumsSize(PageSize()), PageSize());
+    return format::Slice(bytes_, Start(entry) + kEntryHead + SumsSize(PageSize()), PageSize());
 }
 
 bool JournalView::IsOfTheSet(std::size_t entry, Span found) const
 {
-    const std::vector<std::byte> nothing(entry < CountOfOld() ? 0 : found.size());
-    const Span before = entry < CountOfOld() ? Before(entry) : Span(nothing);
     for (std::size_t at = 0; at < found.size(); at += kSector) {
-        const Span now = found.subspan(at, kSector);
-        const Span then = before.subspan(at, kSector);
-        if (std::equal(now.begin(), now.end(), then.begin())) continue;
-        if (!IsAsLeft(entry, at, now)) return false;
+        const Span sector = found.subspan(at, kSector);
+        if (!IsAsFound(entry, at, sector) && !IsAsLeft(entry, at, sector)) return false;
     }
+    return true;
+}
+
+bool JournalView::IsAsFound(std::size_t entry, std::size_t at, Span sector) const
+{
+    if (entry >= CountOfOld())
+        return std::all_of(sector.begin(), sector.end(),
+                           [](std::byte byte) { return byte == std::byte{0}; });
+    const Span before = Before(entry).subspan(at, sector.size());
+    const std::size_t counterAt = ReadU32(bytes_, Start(entry) + 4);
+    for (std::size_t i = 0; i < sector.size(); ++i) {
+        const bool ofCounter =
+            counterAt != 0 && at + i >= counterAt && at + i < counterAt + kCounterSize;
+        if (sector[i] != before[i] && !ofCounter) return false;
+    }
+    return true;
+}
+
+bool JournalView::IsAsFound(std::size_t entry, Span found) const
+{
+    for (std::size_t at = 0; at < found.size(); at += kSector)
+        if (!IsAsFound(entry, at, found.subspan(at, kSector))) return false;
     return true;
 }
 
@@ -145,7 +166,7 @@ bool JournalView::IsAsLeft(std::size_t entry, Span found) const
 
 bool JournalView::IsAsLeft(std::size_t entry, std::size_t at, Span sector) const
 {
-    return Checksum(sector) == ReadU32(bytes_, Start(entry) + 4 + 4 * (at / kSector));
+    return Checksum(sector) == ReadU32(bytes_, Start(entry) + kEntryHead + 4 * (at / kSector));
 }
 
 std::size_t JournalView::Start(std::size_t entry) const

@@ -16,6 +16,8 @@ struct JournalEntry {
     PageNumber page = PageNumber::None;
     std::vector<std::byte> before;  // as stored; nothing for a page behind the end of the file
     std::vector<std::byte> after;   // as it will be stored
+    // Where the page keeps its counter of drawn numbers, four bytes; 0 for a page without one.
+    std::uint32_t counterAt = 0;
 };
 
 // The database a journal was written for. Units: bytes.
@@ -28,7 +30,7 @@ struct JournalScope {
 };
 
 // The first bytes; zeros once the set is whole.
-inline constexpr std::uint64_t kJournalMagic = 0x334A6E6972646F4CULL;  // "LodrinJ3"
+inline constexpr std::uint64_t kJournalMagic = 0x344A6E6972646F4CULL;  // "LodrinJ4"
 inline constexpr std::size_t kJournalMagicSize = 8;
 
 [[nodiscard]] std::vector<std::byte> EncodeJournal(std::span<const JournalEntry> entries,
@@ -52,12 +54,16 @@ public:
     [[nodiscard]] format::Span Before(std::size_t entry) const;
     // Whether each sector of the page `found` is as the set found it (zeros, where no page was) or
     // as the set was leaving it.
+    // Rule: whatever a counter says is as the set found it: drawn numbers are not flushed.
     [[nodiscard]] bool IsOfTheSet(std::size_t entry, format::Span found) const;
+    // Whether the whole page is as the set found it. Requires: an entry of a page that existed.
+    [[nodiscard]] bool IsAsFound(std::size_t entry, format::Span found) const;
     // Whether the whole page is as the set was leaving it.
     [[nodiscard]] bool IsAsLeft(std::size_t entry, format::Span found) const;
 
 private:
     [[nodiscard]] bool IsAsLeft(std::size_t entry, std::size_t at, format::Span sector) const;
+    [[nodiscard]] bool IsAsFound(std::size_t entry, std::size_t at, format::Span sector) const;
     [[nodiscard]] std::size_t Start(std::size_t entry) const;
     [[nodiscard]] std::size_t PageSize() const;
 

@@ -132,6 +132,22 @@ void Pager::State::StoreWord(std::uint16_t word)
     file->Flush();
 }
 
+void Pager::State::Note(const CommitWords& seen)
+{
+    words = seen;
+    othersWrote = SomebodyWrites(seen);
+}
+
+void Pager::State::NoteOthers(const CommitWords& now)
+{
+    const std::optional<ChangeLog> log = journal.Told();
+    // A file that grew without a word is nobody's whom we know.
+    const bool nobodys = explained == now;
+    changes.Add(log && !nobodys ? log->RowPagesBetween(explained, now) : std::nullopt);
+    for (std::size_t user = 0; user < format::kCommitWords; ++user)
+        if (now.Of(user) != kWritingNow) explained.Set(user, now.Of(user));
+}
+
 bool Pager::State::SomebodyWrites(const CommitWords& now) const
 {
     for (std::size_t user = 0; user < format::kCommitWords; ++user)
@@ -157,6 +173,7 @@ void Pager::State::Mend()
     const std::uint16_t word = NextCommitWord(NextCommitWord(words.Of(Place())));
     StoreWord(word);
     words.Set(Place(), word);
+    explained.Set(Place(), word);
     journal.End();
     halfWritten = false;
     halfWrittenPages.Clear();
@@ -257,7 +274,8 @@ std::shared_ptr<Pager> Pager::Open(io::FileSystem& files, const std::string& pat
     }
     RequireSound(*state);
     state->CountPages();
-    state->words = state->Words();
+    state->Note(state->Words());
+    state->explained = state->words;
     state->lastLook = std::chrono::steady_clock::now();
     return std::shared_ptr<Pager>(new Pager(std::move(state)));
 }
@@ -328,9 +346,42 @@ Page Pager::Read(PageNumber page) const
     return Page(state_->Used(page, loaded));
 }
 
+std::size_t Pager::ReadTogether(std::span<const PageNumber> pages, PageBytes& into) const
+{
+    // What an open set has changed, and what an unfinished one must not show, is asked for singly.
+    if (state_->openSet != nullptr || state_->halfWritten || state_->former) return 0;
+    std::size_t count = 0;
+    while (count < pages.size() && Raw(pages[count]) == Raw(pages.front()) + count &&
+           Raw(pages[count]) < state_->pageCount)
+        ++count;
+    if (count < 2) return 0;
+    const std::size_t pageSize = state_->version.pageSize;
+    into.resize(count * pageSize);
+    try {
+        state_->file->Read(std::uint64_t{Raw(pages.front())} * pageSize, into);
+    } catch (const base::NumberedError&) {
+        return 0;  // whoever comes to the page that cannot be read is told
+    }
+    ++state_->loads;
+    for (std::size_t i = 0; i < count; ++i)
+        format::ApplyPageEncoding(std::span(into).subspan(i * pageSize, pageSize), pages[i],
+                                  state_->protection.encodingKey);
+    return count;
+}
+
 std::uint64_t Pager::ChangeCount() const
 {
-    return state_->changeCount;
+    return state_->changes.Count();
+}
+
+std::uint64_t Pager::LastUnknownChange() const
+{
+    return state_->changes.LastUnknown();
+}
+
+std::optional<std::vector<PageNumber>> Pager::RowPagesChangedSince(std::uint64_t count) const
+{
+    return state_->changes.Since(count);
 }
 
 std::uint64_t Pager::OwnCommits() const
@@ -352,16 +403,21 @@ void Pager::Refresh()
     }
     state_->lastLook = std::chrono::steady_clock::now();
     // Pages of one who is writing may be his old ones or his new ones.
-    if (words == state_->words && !state_->SomebodyWrites(words)) {
+    if (words == state_->words && !state_->othersWrote) {
         const std::uint32_t known = state_->pageCount;
         state_->CountPages();
         if (known == state_->pageCount) return;
     }
     if (!state_->SomebodyStopped(words)) state_->former.reset();
     state_->CountPages();
-    state_->words = words;
+    state_->Note(words);
     state_->cache.Clear();
-    ++state_->changeCount;
+    state_->NoteOthers(words);
+}
+
+bool Pager::IsChanging() const
+{
+    return state_->openSet != nullptr;
 }
 
 Recovery Pager::Recovered() const

@@ -16,6 +16,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace jet::pages {
 
@@ -82,13 +83,24 @@ public:
     // Errors: 3343 when there is no such page, 3043.
     [[nodiscard]] Page Read(PageNumber page) const;
 
-    // Says which pages will be asked for next, in this order, so that they are fetched together.
-    // Rule: a page that cannot be read ahead is no error.
-    void Expect(std::span<const PageNumber> next) const;
+    // Reads those of the first of these pages that stand one behind the other in the file, as they
+    // are stored, and keeps none of them. Answers how many: 0 when they must be read one by one.
+    [[nodiscard]] std::size_t ReadTogether(std::span<const PageNumber> pages,
+                                           std::vector<std::byte>& into) const;
 
     // Counts what may have changed pages: our committed write sets and those of others that we
     // noticed.
     [[nodiscard]] std::uint64_t ChangeCount() const;
+    // What it was after the last change that may have touched anything, the design of tables too.
+    // Rule: a set that changes rows of the catalog counts among those.
+    [[nodiscard]] std::uint64_t LastUnknownChange() const;
+    // The pages of rows that were touched since the count was `count`, some perhaps twice; nothing
+    // when that is not known.
+    [[nodiscard]] std::optional<std::vector<PageNumber>>
+    RowPagesChangedSince(std::uint64_t count) const;
+
+    // Whether a write set is open: what is read may never be stored.
+    [[nodiscard]] bool IsChanging() const;
 
     // Counts our own committed write sets.
     [[nodiscard]] std::uint64_t OwnCommits() const;

@@ -81,7 +81,7 @@ void Pager::ReadWhole(Look look, const std::function<void()>& read)
 bool Pager::TryReadWhole(const std::function<void()>& read)
 {
     State& state = *state_;
-    if (state.SomebodyWrites(state.words) && !state.former) return false;
+    if (state.othersWrote && !state.former) return false;
     const std::uint64_t before = state.loads;
     try {
         const Flag reading(state.readingWhole);

@@ -7,6 +7,7 @@
 #include "jet/pages/CommitWords.h"
 #include "jet/pages/Journal.h"
 #include "jet/pages/Pager.h"
+#include "jet/pages/RecentChanges.h"
 #include "jet/pages/WriteSet.h"
 
 #include <map>
@@ -64,14 +65,15 @@ struct Pager::State {
     [[nodiscard]] PageBytes LoadStored(PageNumber page) const;
     [[nodiscard]] PageBytes StoredForm(PageNumber page, PageBytes bytes) const;
     void Store(PageNumber page, const PageBytes& bytes);
-    // Several pages with one look at the file; none when they are not alike.
-    void LoadAhead(std::span<const PageNumber> next) const;
-    [[nodiscard]] std::size_t RunToLoad(std::span<const PageNumber> next) const;
     [[nodiscard]] CommitWords Words() const { return {*file, version}; }
     // Our place among the users.
     [[nodiscard]] std::size_t Place() const { return users ? users->Place() : 0; }
     // Our own commit word, flushed.
     void StoreWord(std::uint16_t word);
+    // Takes note of what the words say.
+    void Note(const CommitWords& seen);
+    // Takes note of what others did to the rows on the way to these words.
+    void NoteOthers(const CommitWords& now);
     // Whether another user is writing now; whether one was stopped while he wrote.
     [[nodiscard]] bool SomebodyWrites(const CommitWords& now) const;
     [[nodiscard]] bool SomebodyStopped(const CommitWords& now) const;
@@ -100,15 +102,16 @@ struct Pager::State {
     Journal journal;
     Recovery recovered = Recovery::Nothing;
     std::uint32_t pageCount = 0;
-    std::uint64_t changeCount = 0;
+    RecentChanges changes;
+    CommitWords explained;  // the words up to which `changes` knows what others did
     std::uint64_t ownCommits = 0;
-    CommitWords words;  // as last seen; our own as last confirmed
+    CommitWords words;         // as last seen; our own as last confirmed
+    bool othersWrote = false;  // when the words were last seen, somebody else was writing
     std::chrono::milliseconds trust{};
     std::chrono::steady_clock::time_point lastLook;
     mutable std::uint64_t loads = 0;  // how often pages were read from the file
     bool readingWhole = false;
     mutable PageCache cache{kCachedPages};
-    mutable PageBytes loadedAhead;  // kept for its room
     WriteSet::State* openSet = nullptr;
 };
 

@@ -3,6 +3,7 @@
 
 #include "base/NumberedError.h"
 #include "jet/format/DataPage.h"
+#include "jet/format/TableDefinitionLayout.h"
 #include "jet/pages/FreePages.h"
 #include "jet/pages/PagerState.h"
 
@@ -47,6 +48,16 @@ WriteOrder OrderOf(PageNumber page, format::Span bytes, bool freed)
     }
     const std::uint32_t owner = format::ReadU32(bytes, format::DataPageLayoutOf(bytes).owner);
     return owner == format::kLongValueOwner ? WriteOrder::LongValues : WriteOrder::Rows;
+}
+
+constexpr std::uint32_t kCounterSize = 4;
+
+// Where a page of a table's definition keeps the counter of drawn numbers; 0 for other pages.
+std::uint32_t CounterAt(format::Span page, const format::FileVersion& version)
+{
+    constexpr std::uint8_t definition = 2;
+    if (format::ReadU8(page, 0) != definition) return 0;
+    return static_cast<std::uint32_t>(version.definition->table.autoNumber);
 }
 
 }  // namespace
@@ -143,10 +154,10 @@ std::optional<WriteSet::Obstacle> WriteSet::TryCommit()
     }
     if (!IsUpToDate()) {
         file.cache.Clear();
-        ++file.changeCount;
+        file.changes.Add(std::nullopt);
         return Obstacle{};
     }
-    Store();
+    if (!StoreCounter()) Store();
     return std::nullopt;
 }
 
@@ -157,6 +168,21 @@ bool WriteSet::IsUpToDate() const
     if (file.file->Size() / file.version.pageSize != file.pageCount) return false;
     const auto same = [&file](const auto& used) { return file.Load(used.first) == *used.second; };
     return std::all_of(state_->used.begin(), state_->used.end(), same);
+}
+
+// The changed pages that hold rows, or did; nothing of a set that changes the catalog, for it may
+// change what every page means.
+std::optional<std::vector<PageNumber>> WriteSet::RowPages() const
+{
+    constexpr std::uint32_t catalog = 2;
+    std::vector<PageNumber> pages;
+    for (const auto& [page, bytes] : state_->changed) {
+        if (OrderOf(page, *bytes, false) != WriteOrder::Rows) continue;
+        if (format::ReadU32(*bytes, format::DataPageLayoutOf(*bytes).owner) == catalog)
+            return std::nullopt;
+        pages.push_back(page);
+    }
+    return pages;
 }
 
 void WriteSet::Store()
@@ -171,8 +197,9 @@ void WriteSet::Store()
     std::vector<JournalEntry> entries;
     for (const auto& [page, bytes] : pages)
         entries.push_back({page, Raw(page) < file.pageCount ? file.LoadStored(page) : PageBytes(),
-                           file.StoredForm(page, *bytes)});
+                           file.StoredForm(page, *bytes), CounterAt(*bytes, file.version)});
     const std::uint16_t word = file.words.Of(file.Place());
+    const std::uint16_t confirmed = NextCommitWord(word);
     file.journal.Begin(entries,
                        {.sizeBefore = file.file->Size(),
                         .sizeAfter = std::uint64_t{state_->pageCount} * file.version.pageSize,
@@ -184,8 +211,10 @@ void WriteSet::Store()
         for (const auto& [page, bytes] : pages)
             file.Store(page, *bytes);
         file.file->Flush();
+        if (const auto rowPages = RowPages())
+            file.journal.Tell({static_cast<std::uint16_t>(file.Place()), confirmed, *rowPages});
         // The set is whole with this word.
-        file.StoreWord(NextCommitWord(word));
+        file.StoreWord(confirmed);
     } catch (const base::NumberedError&) {
         // Undone at once when the disk lets us, otherwise before anything else is read.
         file.cache.Clear();
@@ -198,19 +227,67 @@ void WriteSet::Store()
         throw;
     }
     file.journal.End();
-    file.words.Set(file.Place(), NextCommitWord(word));
+    Confirm(confirmed);
+}
+
+// The set is stored: everybody who asks is given its pages from here on.
+void WriteSet::Confirm(std::uint16_t word)
+{
+    Pager::State& file = *state_->pager.state_;
+    file.words.Set(file.Place(), word);
+    file.explained.Set(file.Place(), word);
     file.pageCount = state_->pageCount;
-    ++file.changeCount;
+    file.changes.Add(RowPages());
     ++file.ownCommits;
     file.openSet = nullptr;
     state_->locks.Clear();
     try {
-        for (auto& [page, bytes] : pages)
+        for (auto& [page, bytes] : state_->changed)
             file.cache.Put(page, std::move(bytes));
     } catch (...) {
         file.cache.Clear();  // what is stored is read again
         throw;
     }
+}
+
+namespace {
+
+// Where the bytes differ; nothing when they are the same. Requires: as many bytes in both.
+std::optional<io::ByteRange> Difference(format::Span one, format::Span other)
+{
+    const auto first = std::mismatch(one.begin(), one.end(), other.begin()).first;
+    if (first == one.end()) return std::nullopt;
+    const auto last = std::mismatch(one.rbegin(), one.rend(), other.rbegin()).first;
+    return io::ByteRange{static_cast<std::uint64_t>(first - one.begin()),
+                         static_cast<std::uint64_t>(last.base() - first)};
+}
+
+}  // namespace
+
+// A set that draws a number and does nothing else needs neither journal nor flush: a number that a
+// power cut takes back was given to no row that is stored. False for every other set.
+bool WriteSet::StoreCounter()
+{
+    Pager::State& file = *state_->pager.state_;
+    if (state_->changed.size() != 1) return false;
+    const auto& [page, bytes] = *state_->changed.begin();
+    const std::uint32_t counterAt = CounterAt(*bytes, file.version);
+    if (counterAt == 0 || Raw(page) >= file.pageCount) return false;
+    const PageBytes after = file.StoredForm(page, *bytes);
+    const auto changed = Difference(after, file.LoadStored(page));
+    if (!changed || changed->offset < counterAt ||
+        changed->offset + changed->length > counterAt + kCounterSize)
+        return false;
+    const std::uint16_t word = file.words.Of(file.Place());
+    const std::uint16_t confirmed = NextCommitWord(word);
+    // Unflushed words that differ in one byte cannot be mistaken for others after a power cut.
+    if (confirmed >> 8 != word >> 8) return false;
+    file.file->Write(std::uint64_t{Raw(page)} * file.version.pageSize + changed->offset,
+                     format::Span(after).subspan(changed->offset, changed->length));
+    file.journal.Tell({static_cast<std::uint16_t>(file.Place()), confirmed, {}});
+    StoreCommitWord(*file.file, file.version, file.Place(), confirmed);
+    Confirm(confirmed);
+    return true;
 }
 
 namespace {

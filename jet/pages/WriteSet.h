@@ -58,7 +58,10 @@ private:
     };
     [[nodiscard]] std::optional<Obstacle> TryCommit();
     [[nodiscard]] bool IsUpToDate() const;
+    [[nodiscard]] std::optional<std::vector<PageNumber>> RowPages() const;
     void Store();
+    [[nodiscard]] bool StoreCounter();
+    void Confirm(std::uint16_t word);
 
     std::unique_ptr<State> state_;
 };

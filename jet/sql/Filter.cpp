@@ -156,26 +156,24 @@ bool Filter::Passes(const format::RowView& row) const
     });
 }
 
-RowFinder::RowFinder(const table::RowSource& rows, const Filter& filter)
+RowFinder::RowFinder(const table::RowSource& rows, const Filter& filter, table::Direction direction)
     : rows_(rows), filter_(filter)
 {
     for (const table::Assignment& key : filter.Keys()) {
         if (auto found = rows.FindByKey({&key, 1})) {
             found_ = std::move(*found);
+            if (direction == table::Direction::Backward) std::reverse(found_.begin(), found_.end());
             return;
         }
     }
-    cursor_ = rows.Scan();
+    cursor_ = rows.ScanFor(filter.Keys(), direction);
 }
 
 bool RowFinder::Next()
 {
     if (!cursor_) return NextByKey();
-    while (cursor_->Next()) {
-        if (!filter_.Passes(cursor_->Row())) continue;
-        id_ = cursor_->Id();
-        return true;
-    }
+    while (cursor_->Next())
+        if (filter_.Passes(cursor_->Row())) return true;
     return false;
 }
 
@@ -186,9 +184,7 @@ bool RowFinder::NextByKey()
         if (!row) continue;
         stored_ = std::move(*row);
         view_.emplace(rows_.View(stored_));
-        if (!filter_.Passes(*view_)) continue;
-        id_ = stored_.id;
-        return true;
+        if (filter_.Passes(*view_)) return true;
     }
     return false;
 }

@@ -58,15 +58,17 @@ private:
     std::vector<table::Assignment> keys_;
 };
 
-// The rows that a filter keeps, in storage order, found one at a time as they are asked for.
+// The rows that a filter keeps, in storage order or against it, found one at a time as they are
+// asked for.
 // Requires: rows and filter outlive it.
 class RowFinder {
 public:
-    RowFinder(const table::RowSource& rows, const Filter& filter);
+    RowFinder(const table::RowSource& rows, const Filter& filter,
+              table::Direction direction = table::Direction::Forward);
 
     // Goes to the next row that passes; false at the end.
     [[nodiscard]] bool Next();
-    [[nodiscard]] table::RowId Id() const { return id_; }
+    [[nodiscard]] table::RowId Id() const { return cursor_ ? cursor_->Id() : stored_.id; }
     // Valid until the next call of Next.
     [[nodiscard]] const format::RowView& Row() const { return cursor_ ? cursor_->Row() : *view_; }
 
@@ -80,7 +82,6 @@ private:
     std::size_t next_ = 0;
     table::StoredRow stored_;
     std::optional<format::RowView> view_;
-    table::RowId id_;
 };
 
 }  // namespace jet::sql

@@ -29,7 +29,7 @@ PageOwner OwnerOf(const format::ColumnDefinition& column)
 // One piece of a chain, or the whole of a single value.
 format::Span PieceAt(const pages::Page& page, RowId row)
 {
-    const format::DataPage view = OwnedPage(page, format::kLongValueOwner);
+    const format::DataPage view = OwnedPage(page.Bytes(), format::kLongValueOwner);
     if (view.Kind(row.slot) != format::SlotKind::Row) Damaged("deleted piece");
     return view.Row(row.slot);
 }

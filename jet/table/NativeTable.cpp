@@ -3,7 +3,9 @@
 
 #include "base/NumberedError.h"
 #include "jet/format/ValueCodec.h"
+#include "jet/pages/UsageMap.h"
 #include "jet/table/KeySearch.h"
+#include "jet/table/ListedCursor.h"
 #include "jet/table/LongValues.h"
 #include "jet/table/RowChanges.h"
 #include "jet/table/TableCursor.h"
@@ -30,9 +32,15 @@ std::uint32_t NativeTable::RowCount() const
     return StoredRowCount(*pager_, Definition().page);
 }
 
-std::unique_ptr<RowCursor> NativeTable::Scan() const
+std::unique_ptr<RowCursor> NativeTable::ScanFor(std::span<const Assignment> keys,
+                                                Direction direction) const
 {
-    return std::make_unique<TableCursor>(*pager_, definition_.Current());
+    const auto& table = definition_.Current();
+    if (auto pages = derived_->PagesWith(*pager_, table, keys))
+        return std::make_unique<ListedCursor>(*pager_, table, *std::move(pages), direction);
+    if (direction == Direction::Forward) return std::make_unique<TableCursor>(*pager_, table);
+    return std::make_unique<ListedCursor>(
+        *pager_, table, pages::UsageMap(*pager_, table->ownedPages).Pages(), direction);
 }
 
 std::optional<StoredRow> NativeTable::Fetch(RowId row) const

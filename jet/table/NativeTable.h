@@ -3,6 +3,7 @@
 #pragma once
 
 #include "jet/pages/WriteSet.h"
+#include "jet/table/DerivedIndex.h"
 #include "jet/table/LiveDefinition.h"
 #include "jet/table/RowRules.h"
 #include "jet/table/RowSource.h"
@@ -22,6 +23,8 @@ public:
 
     // From here on no row is stored against these rules.
     void Obey(std::shared_ptr<const RowRules> rules) { rules_ = std::move(rules); }
+    // From here on it uses these, which outlast its being open.
+    void Use(std::shared_ptr<DerivedIndexes> indexes) { derived_ = std::move(indexes); }
 
     [[nodiscard]] const format::TableDefinition& Definition() const override;
     // The definition as the file has it now, the changes of an open write set included.
@@ -33,7 +36,8 @@ public:
     [[nodiscard]] pages::Pager& Pages() const { return *pager_; }
     [[nodiscard]] std::uint32_t RowCount() const override;
 
-    [[nodiscard]] std::unique_ptr<RowCursor> Scan() const override;
+    [[nodiscard]] std::unique_ptr<RowCursor> ScanFor(std::span<const Assignment> keys,
+                                                     Direction direction) const override;
     [[nodiscard]] std::optional<StoredRow> Fetch(RowId row) const override;
     [[nodiscard]] format::RowView View(const StoredRow& row) const override;
     [[nodiscard]] base::Value ValueOf(const format::RowView& row,
@@ -61,6 +65,7 @@ private:
     std::string name_;
     mutable LiveDefinition definition_;
     std::shared_ptr<const RowRules> rules_;  // null: none
+    std::shared_ptr<DerivedIndexes> derived_ = std::make_shared<DerivedIndexes>();
 };
 
 }  // namespace jet::table

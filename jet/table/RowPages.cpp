@@ -62,7 +62,7 @@ void RowPages::Remove(RowId row)
 bool RowPages::Replace(RowId row, format::Span bytes, SlotKind kind)
 {
     const pages::Page page = changes_.Of().Read(row.page);
-    const DataPage view = OwnedPage(page, owner_.mark);
+    const DataPage view = OwnedPage(page.Bytes(), owner_.mark);
     if (bytes.size() > view.Row(row.slot).size() + view.Gap()) return false;
     const format::MutableSpan changed = Changed(row.page);
     format::ResizeRow(changed, row.slot, bytes.size());
@@ -96,7 +96,7 @@ format::MutableSpan RowPages::Changed(PageNumber page)
 bool RowPages::Fits(PageNumber page, std::size_t length) const
 {
     const pages::Page bytes = changes_.Of().Read(page);
-    return OwnedPage(bytes, owner_.mark).Fits(length);
+    return OwnedPage(bytes.Bytes(), owner_.mark).Fits(length);
 }
 
 RowId RowPages::PutOn(PageNumber page, format::Span row, SlotKind kind)
@@ -126,7 +126,7 @@ void RowPages::GiveBack(PageNumber page)
 void RowPages::SettleListing(PageNumber page)
 {
     const pages::Page bytes = changes_.Of().Read(page);
-    const DataPage view = OwnedPage(bytes, owner_.mark);
+    const DataPage view = OwnedPage(bytes.Bytes(), owner_.mark);
     const bool last = owned_.Last() == page;
     const bool stays = last && owner_.emptyLastPage == EmptyLastPage::Stays;
     if (view.Empty() && !stays) return GiveBack(page);

@@ -16,9 +16,11 @@ namespace jet::table {
 
 using format::RowId;
 
-// Walks rows in storage order: pages ascending, slots ascending, moved rows at their original slot.
-// Rule: tolerates changes to the table between two calls of Next; a row added behind its place is
-// met.
+enum class Direction { Forward, Backward };
+
+// Walks rows in storage order or against it. Storage order: pages ascending, slots ascending, moved
+// rows at their original slot. Rule: tolerates changes to the table between two calls of Next; a
+// row added behind its place is met.
 class RowCursor {
 public:
     RowCursor() = default;
@@ -28,9 +30,13 @@ public:
 
     // Goes to the next row; false at the end.
     [[nodiscard]] virtual bool Next() = 0;
-    [[nodiscard]] virtual RowId Id() const = 0;
+    [[nodiscard]] RowId Id() const { return id_; }
     // Valid until the next call of Next.
-    [[nodiscard]] virtual const format::RowView& Row() const = 0;
+    [[nodiscard]] const format::RowView& Row() const { return *row_; }
+
+protected:
+    RowId id_;
+    std::optional<format::RowView> row_;
 };
 
 // A row's stored bytes, kept: what a record set compares to see whether somebody else changed it.
@@ -64,7 +70,15 @@ public:
     // Rows stored now.
     [[nodiscard]] virtual std::uint32_t RowCount() const = 0;
 
-    [[nodiscard]] virtual std::unique_ptr<RowCursor> Scan() const = 0;
+    // All rows in storage order.
+    [[nodiscard]] std::unique_ptr<RowCursor> Scan() const
+    {
+        return ScanFor({}, Direction::Forward);
+    }
+    // Of the rows whose columns do not all equal `keys`, as many may be left out as is easy.
+    // Rule: with keys or backwards, rows that are added meanwhile need not be met.
+    [[nodiscard]] virtual std::unique_ptr<RowCursor> ScanFor(std::span<const Assignment> keys,
+                                                             Direction direction) const = 0;
     // Nothing when the row was deleted.
     [[nodiscard]] virtual std::optional<StoredRow> Fetch(RowId row) const = 0;
     [[nodiscard]] virtual format::RowView View(const StoredRow& row) const = 0;

@@ -13,18 +13,17 @@ namespace {
 using format::DataPage;
 using format::SlotKind;
 
-// Whether the page is one of the table's data pages; it may have been given back meanwhile.
+}  // namespace
+
 bool BelongsTo(const pages::Page& page, PageNumber table)
 {
     return format::ReadU8(page.Bytes(), 0) == format::kDataPageType &&
            DataPage(page.Bytes()).Owner() == Raw(table);
 }
 
-}  // namespace
-
-DataPage OwnedPage(const pages::Page& page, std::uint32_t owner)
+DataPage OwnedPage(format::Span page, std::uint32_t owner)
 {
-    const DataPage view(page.Bytes());
+    const DataPage view(page);
     if (view.Owner() != owner)
         throw base::NumberedError(3343).At("data page of owner " + std::to_string(view.Owner()) +
                                            " instead of " + std::to_string(owner));
@@ -39,7 +38,7 @@ RowId MovedRowId(format::Span pointerRow)
 FoundRow FindMovedRow(const pages::Pager& pager, PageNumber table, RowId moved)
 {
     pages::Page page = pager.Read(moved.page);
-    const DataPage view = OwnedPage(page, Raw(table));
+    const DataPage view = OwnedPage(page.Bytes(), Raw(table));
     if (view.Kind(moved.slot) != SlotKind::Moved)
         throw base::NumberedError(3343).At("row pointer to page " +
                                            std::to_string(Raw(moved.page)) + " leads to no row");

@@ -18,8 +18,11 @@ struct FoundRow {
     format::Span bytes;
 };
 
+// Whether the page is one of the table's data pages; it may have been given back meanwhile.
+[[nodiscard]] bool BelongsTo(const pages::Page& page, PageNumber table);
+
 // The view of a page that must be one of `owner`'s data pages. Errors: 3343.
-[[nodiscard]] format::DataPage OwnedPage(const pages::Page& page, std::uint32_t owner);
+[[nodiscard]] format::DataPage OwnedPage(format::Span page, std::uint32_t owner);
 
 // The row that a pointer row leads to. Errors: 3343 when it leads anywhere but to a moved row.
 [[nodiscard]] RowId MovedRowId(format::Span pointerRow);

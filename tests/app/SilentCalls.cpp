@@ -16,15 +16,15 @@ public:
             silences_.push_back(each.part);
     }
 
-    // From the flush that makes a journal count to the write that ends it.
+    // What is written to the journal without a flush, and what was asked of it just before.
     void Tidyings()
     {
-        bool counts = false;
-        for (std::size_t i = 0; i < calls_.size(); ++i) {
-            if (Is(i, "Flush", kJournal)) counts = true;
-            if (!counts || !(Is(i, "Size", kJournal) || Is(i, "Write", kJournal))) continue;
-            Keep(i, Silence::Tidying);
-            if (Is(i, "Write", kJournal)) counts = false;
+        for (std::size_t last = 0; last < calls_.size(); ++last) {
+            if (!Is(last, "Write", kJournal) || Is(last + 1, "Flush", kJournal)) continue;
+            Keep(last, Silence::Tidying);
+            for (std::size_t i = last;
+                 i-- > 0 && (Is(i, "Size", kJournal) || Is(i, "Read", kJournal));)
+                Keep(i, Silence::Tidying);
         }
     }
 
@@ -44,6 +44,7 @@ private:
     [[nodiscard]] bool Is(std::size_t i, const std::string& function,
                           const std::string& ending) const
     {
+        if (i >= calls_.size()) return false;
         const std::string& call = calls_[i].call;
         return call.starts_with(function) && call.ends_with(ending);
     }

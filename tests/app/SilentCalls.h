@@ -11,7 +11,7 @@ enum class Silence {
     None,      // the statement that makes the call reports its failure
     PINCheck,  // a check that cannot be made refuses
     Progress,  // the progress dialog works with what it has
-    Tidying,   // behind a store: the journal is told that the set is whole, which the file says
+    Tidying,   // around a store: the journal is told what others find out by a look at the file
     Closing,   // of a database: journal and user list are taken away
 };
 

@@ -61,7 +61,7 @@ TEST_P(EncodedFileTest, NoTextStandsInTheJournal)
     disk.Reboot();
     const std::string journal = std::string(kFile) + ".journal";
     ASSERT_TRUE(files.Exists(journal));
-    EXPECT_GT(files.Content(journal).size(), 2048U);
+    EXPECT_GT(files.Content(journal).size(), 4096U + 2048U);
     for (const char* text : {"Whitcombe", "Chisholm", "LDEmp"})
         EXPECT_FALSE(Shows(files, journal, text)) << text;
     database = engine.DefaultWorkspace().OpenDatabase(kFile);

@@ -5,7 +5,9 @@
 #include "jet/pages/CommitWords.h"
 #include "jet/pages/WriteSet.h"
 #include "tests/support/ErrorOf.h"
+#include "tests/support/FaultFileSystem.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace jet::pages {
@@ -249,12 +251,137 @@ TEST(CommitTest, StoresTheJournalTheWordThePagesAndTheWordAndFlushesEach)
     Put(*pager, 1);
     files.told.clear();
     Put(*pager, 2);
-    // A head, and of the one page its number, eight sums and its former content.
-    EXPECT_EQ(files.told,
-              (std::vector<std::string>{"shop.mdb.journal 0+4176", "shop.mdb.journal flush",
-                                        "shop.mdb 3586+2", "shop.mdb flush", "shop.mdb 8192+4096",
-                                        "shop.mdb flush", "shop.mdb 3586+2", "shop.mdb flush",
-                                        "shop.mdb.journal 0+8"}));
+    // A head, and of the one page its number, its counter's place, eight sums and its former
+    // content; then what the others are told, and at last the journal's end.
+    EXPECT_EQ(files.told, (std::vector<std::string>{
+                              "shop.mdb.journal 4096+4180", "shop.mdb.journal flush",
+                              "shop.mdb 3586+2", "shop.mdb flush", "shop.mdb 8192+4096",
+                              "shop.mdb flush", "shop.mdb.journal 64+32", "shop.mdb 3586+2",
+                              "shop.mdb flush", "shop.mdb.journal 4096+8"}));
+}
+
+// A set that does nothing but draw a number, on a page that stands for a table's definition.
+class DrawnNumberTest : public testing::Test {
+protected:
+    static constexpr std::size_t kCounterAt = 20;
+
+    DrawnNumberTest()
+    {
+        const auto pager = Pager::Create(files_, kPath, format::kJet4);
+        WriteSet changes(*pager);
+        page_ = changes.Allocate();
+        format::WriteU8(changes.Change(page_), 0, 2);
+        changes.Commit();
+    }
+    void Draw(Pager& pager, std::uint32_t number)
+    {
+        Write(pager, [&](WriteSet& changes) {
+            format::WriteU32(changes.Change(page_), kCounterAt, number);
+        });
+    }
+    [[nodiscard]] std::uint32_t Drawn(const Pager& pager) const
+    {
+        return format::ReadU32(pager.Read(page_).Bytes(), kCounterAt);
+    }
+    // A set that stores more of the page.
+    void Store(Pager& pager)
+    {
+        Write(pager, [&](WriteSet& changes) {
+            const format::MutableSpan bytes = changes.Change(page_);
+            format::WriteU32(bytes, 0x100, format::ReadU32(bytes, 0x100) + 1);
+        });
+    }
+
+    ToldFileSystem files_;
+    PageNumber page_{};
+};
+
+TEST_F(DrawnNumberTest, IsStoredWithoutJournalAndFlush)
+{
+    const auto pager = Pager::Open(files_, kPath, io::OpenMode::ReadWrite);
+    Store(*pager);
+    files_.told.clear();
+    Draw(*pager, 7);
+    const std::size_t at = Raw(page_) * format::kJet4.pageSize + kCounterAt;
+    EXPECT_EQ(files_.told, (std::vector<std::string>{"shop.mdb " + std::to_string(at) + "+1",
+                                                     "shop.mdb.journal 64+32", "shop.mdb 3586+2"}));
+    EXPECT_EQ(Drawn(*Pager::Open(files_, kPath, io::OpenMode::ReadOnly)), 7U);
+}
+
+TEST_F(DrawnNumberTest, AnotherProgramSeesItAtOnce)
+{
+    const auto ours = Pager::Open(files_, kPath, io::OpenMode::ReadWrite);
+    const auto theirs = Pager::Open(files_, kPath, io::OpenMode::ReadWrite);
+    EXPECT_EQ(Drawn(*theirs), 0U);
+    Draw(*ours, 7);
+    theirs->Refresh();
+    EXPECT_EQ(Drawn(*theirs), 7U);
+}
+
+TEST_F(DrawnNumberTest, WhoseWordChangesItsHigherByteIsStoredInFull)
+{
+    const auto pager = Pager::Open(files_, kPath, io::OpenMode::ReadWrite);
+    std::size_t flushed = 0;
+    for (std::uint32_t number = 1; number <= 0x200; ++number) {
+        files_.told.clear();
+        Draw(*pager, number);
+        const auto isFlush = [](const std::string& call) { return call.ends_with("flush"); };
+        if (std::any_of(files_.told.begin(), files_.told.end(), isFlush)) ++flushed;
+    }
+    EXPECT_EQ(flushed, 2U);
+    EXPECT_EQ(Drawn(*pager), 0x200U);
+}
+
+TEST_F(DrawnNumberTest, APowerCutInTheNextSetUndoesItWhateverBecameOfTheNumber)
+{
+    for (const auto unflushed : {tests::Unflushed::Kept, tests::Unflushed::Lost}) {
+        for (std::size_t cut = 0; cut < 12; ++cut) {
+            io::MemoryFileSystem files;
+            (void)files.Create(kPath);
+            files.Content(kPath) = files_.Content(kPath);
+            tests::FaultFileSystem disk(files);
+            {
+                const auto pager = Pager::Open(disk, kPath, io::OpenMode::ReadWrite);
+                Store(*pager);
+                disk.PullThePlugAfter(cut, tests::LastWrite::Whole, unflushed);
+                try {
+                    Draw(*pager, 7);
+                    Store(*pager);
+                } catch (const base::NumberedError&) {
+                }
+            }
+            disk.Reboot();
+            const auto pager = Pager::Open(disk, kPath, io::OpenMode::ReadWrite);
+            EXPECT_NE(pager->Recovered(), Recovery::SetAside) << cut;
+            const std::uint32_t stored = format::ReadU32(pager->Read(page_).Bytes(), 0x100);
+            EXPECT_TRUE(stored == 1 || stored == 2) << cut;
+            EXPECT_TRUE(stored == 1 || Drawn(*pager) == 7) << cut;
+        }
+    }
+}
+
+// The word reached the disk and the number did not, or the other way round.
+TEST_F(DrawnNumberTest, OfAnUnfinishedSetEitherNumberIsItsOwn)
+{
+    for (const std::uint32_t number : {0U, 7U}) {
+        io::MemoryFileSystem files;
+        (void)files.Create(kPath);
+        files.Content(kPath) = files_.Content(kPath);
+        tests::FaultFileSystem disk(files);
+        {
+            const auto pager = Pager::Open(disk, kPath, io::OpenMode::ReadWrite);
+            Draw(*pager, 7);
+            // The journal and the word that says that somebody writes.
+            disk.PullThePlugAfter(4);
+            EXPECT_THROW(Store(*pager), base::NumberedError);
+        }
+        disk.Reboot();
+        const std::size_t at = Raw(page_) * std::size_t{4096};
+        format::WriteU32(files.Content(kPath), at + kCounterAt, number);
+        const auto pager = Pager::Open(disk, kPath, io::OpenMode::ReadWrite);
+        EXPECT_EQ(pager->Recovered(), Recovery::RolledBack);
+        EXPECT_EQ(format::ReadU32(pager->Read(page_).Bytes(), 0x100), 0U);
+    }
 }
 
 }  // namespace

@@ -207,7 +207,7 @@ TEST_F(StoppedWriterTest, AJournalThatIsNotWholeUndoesNothing)
     const auto database = files_.Content(kPath);
     for (const std::size_t at : {9U, 17U, 37U, 41U, 100U, 2000U}) {
         journal = whole;
-        journal[at] ^= std::byte{1};
+        journal[kChangeLogSize + at] ^= std::byte{1};
         files_.Content(kPath) = database;
         EXPECT_EQ(ErrorOf([&] { (void)Open(); }), 3343) << at;
         EXPECT_EQ(files_.Content(kPath), database) << at;

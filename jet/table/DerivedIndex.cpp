@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "jet/table/DerivedIndex.h"
+
+#include "jet/format/ValueCodec.h"
+#include "jet/table/DefinitionPages.h"
+#include "jet/table/ListedCursor.h"
+#include "jet/table/TableCursor.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace jet::table {
+
+namespace {
+
+using format::ColumnType;
+
+// Recent entries that are worth looking through one by one.
+constexpr std::size_t kRecent = 512;
+// A table with fewer rows is read as quickly. Units: rows.
+constexpr std::uint32_t kFewRows = 1000;
+// Sets of columns that are remembered of one table.
+constexpr std::size_t kMostUses = 8;
+
+// Equal numbers have equal bits; the two zeros are equal.
+std::uint64_t BitsOf(double number)
+{
+    return std::bit_cast<std::uint64_t>(number + 0.0);
+}
+
+std::optional<std::uint64_t> BitsOf(const base::Value& value)
+{
+    if (const auto* const whole = value.As<std::int32_t>())
+        return BitsOf(static_cast<double>(*whole));
+    if (const auto* const small = value.As<std::int16_t>())
+        return BitsOf(static_cast<double>(*small));
+    if (const auto* const number = value.As<double>()) return BitsOf(*number);
+    if (const auto* const date = value.As<base::Date>()) return BitsOf(date->days);
+    return std::nullopt;
+}
+
+// Spreads the bits of several values over one number.
+std::uint64_t Mix(std::uint64_t hash, std::uint64_t bits)
+{
+    constexpr std::uint64_t odd = 0x9E3779B97F4A7C15ULL;
+    constexpr int half = 32;
+    hash = (hash ^ bits) * odd;
+    return hash ^ (hash >> half);
+}
+
+constexpr int kPageBits = 32;
+constexpr std::uint64_t kPageMask = 0xFFFFFFFFULL;
+
+std::uint64_t Fingerprint(std::uint64_t hash)
+{
+    return hash & ~kPageMask;
+}
+
+// Nothing when one of the columns is null: that equals nothing.
+std::optional<std::uint64_t> HashOf(const format::RowView& row,
+                                    const std::vector<std::size_t>& columns)
+{
+    std::uint64_t hash = 0;
+    for (const std::size_t column : columns) {
+        if (row.IsNull(column)) return std::nullopt;
+        const auto bits =
+            BitsOf(format::DecodeValue(row.Field(column), row.Table().columns[column]));
+        hash = Mix(hash, *bits);
+    }
+    return hash;
+}
+
+// Whether what is known of the columns by one definition is true by the other.
+bool AreAlike(const std::shared_ptr<const format::TableDefinition>& one,
+              const std::shared_ptr<const format::TableDefinition>& other,
+              const std::vector<std::size_t>& columns)
+{
+    if (one == other) return true;
+    if (!one || one->page != other->page || one->ownedPages != other->ownedPages) return false;
+    return std::all_of(columns.begin(), columns.end(), [&](std::size_t place) {
+        if (place >= one->columns.size() || place >= other->columns.size()) return false;
+        const format::ColumnDefinition &a = one->columns[place], &b = other->columns[place];
+        return a.number == b.number && a.type == b.type && a.fixed == b.fixed &&
+               a.fixedOffset == b.fixedOffset;
+    });
+}
+
+void SortOnce(std::vector<std::uint64_t>& entries)
+{
+    std::sort(entries.begin(), entries.end());
+    entries.erase(std::unique(entries.begin(), entries.end()), entries.end());
+}
+
+}  // namespace
+
+bool DerivedIndex::Knows(ColumnType type)
+{
+    return type == ColumnType::Long || type == ColumnType::Integer || type == ColumnType::Double ||
+           type == ColumnType::Date;
+}
+
+DerivedIndex::DerivedIndex(pages::Pager& pager,
+                           std::shared_ptr<const format::TableDefinition> table,
+                           std::vector<std::size_t> columns)
+    : pager_(&pager), table_(std::move(table)), columns_(std::move(columns)),
+      changeCount_(pager.ChangeCount())
+{
+    TableCursor rows(pager, table_);
+    Add(rows, sorted_);
+    SortOnce(sorted_);
+    sorted_.shrink_to_fit();
+}
+
+void DerivedIndex::Add(RowCursor& rows, std::vector<std::uint64_t>& into) const
+{
+    while (rows.Next())
+        if (const auto hash = HashOf(rows.Row(), columns_))
+            into.push_back(Fingerprint(*hash) | Raw(rows.Id().page));
+}
+
+// The key of a moved row belongs to another page than its bytes.
+bool DerivedIndex::HasMovedRows(PageNumber page) const
+{
+    if (Raw(page) >= pager_->PageCount()) return false;
+    const pages::Page stored = pager_->Read(page);
+    if (!BelongsTo(stored, table_->page)) return false;
+    const format::DataPage view(stored.Bytes());
+    for (std::uint16_t slot = 0; slot < view.SlotCount(); ++slot)
+        if (view.Kind(slot) == format::SlotKind::Moved) return true;
+    return false;
+}
+
+bool DerivedIndex::CatchUp()
+{
+    if (pager_->ChangeCount() == changeCount_) return true;
+    auto pages = pager_->RowPagesChangedSince(changeCount_);
+    if (!pages) return false;
+    const std::uint64_t now = pager_->ChangeCount();
+    std::sort(pages->begin(), pages->end());
+    pages->erase(std::unique(pages->begin(), pages->end()), pages->end());
+    for (const PageNumber page : *pages)
+        if (HasMovedRows(page)) return false;
+    ListedCursor rows(*pager_, table_, *std::move(pages), Direction::Forward);
+    Add(rows, recent_);
+    changeCount_ = now;  // not before: when a page cannot be read, it is read at the next attempt
+    if (recent_.size() <= kRecent) return true;
+    sorted_.insert(sorted_.end(), recent_.begin(), recent_.end());
+    recent_.clear();
+    SortOnce(sorted_);
+    return true;
+}
+
+std::vector<PageNumber> DerivedIndex::PagesWith(std::span<const base::Value> values) const
+{
+    std::uint64_t hash = 0;
+    for (const base::Value& value : values)
+        hash = Mix(hash, BitsOf(value).value_or(0));
+    const std::uint64_t from = Fingerprint(hash), to = from | kPageMask;
+    const auto pageOf = [](std::uint64_t entry) {
+        return PageNumber{static_cast<std::uint32_t>(entry & kPageMask)};
+    };
+    const auto first = std::lower_bound(sorted_.begin(), sorted_.end(), from);
+    const auto end = std::upper_bound(first, sorted_.end(), to);
+    std::vector<PageNumber> pages(static_cast<std::size_t>(end - first));
+    std::transform(first, end, pages.begin(), pageOf);
+    const std::size_t known = pages.size();
+    for (const std::uint64_t entry : recent_)
+        if (entry >= from && entry <= to) pages.push_back(pageOf(entry));
+    if (pages.size() > known) {
+        std::sort(pages.begin(), pages.end());
+        pages.erase(std::unique(pages.begin(), pages.end()), pages.end());
+    }
+    return pages;
+}
+
+std::optional<std::vector<PageNumber>>
+DerivedIndexes::PagesWith(pages::Pager& pager,
+                          const std::shared_ptr<const format::TableDefinition>& table,
+                          std::span<const Assignment> keys)
+{
+    std::map<std::size_t, base::Value> wanted;  // by column
+    for (const Assignment& key : keys)
+        if (DerivedIndex::Knows(table->columns[key.column].type))
+            wanted.emplace(key.column, key.value);
+    if (wanted.empty() || pager.IsChanging()) return std::nullopt;
+    std::vector<std::size_t> columns;
+    std::vector<base::Value> values;
+    for (const auto& [column, value] : wanted) {
+        columns.push_back(column);
+        values.push_back(value);
+    }
+    if (uses_.size() >= kMostUses && uses_.count(columns) == 0) uses_.clear();
+    Use& use = uses_[columns];
+    if (!AreAlike(use.table, table, columns) || (use.index && !use.index->CatchUp()))
+        use = {table, false, {}};
+    if (!use.index) {
+        if (!use.asked || StoredRowCount(pager, table->page) < kFewRows) {
+            use.asked = true;
+            return std::nullopt;
+        }
+        use.index.emplace(pager, table, std::move(columns));
+    }
+    return use.index->PagesWith(values);
+}
+
+}  // namespace jet::table

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+// SlotCursor: what the cursors over a table's pages share: the row of a slot, moved or not.
+#pragma once
+
+#include "jet/table/RowSource.h"
+#include "jet/table/StoredRows.h"
+
+namespace jet::table {
+
+// Requires: the pager outlives it.
+class SlotCursor : public RowCursor {
+protected:
+    SlotCursor(const pages::Pager& pager, std::shared_ptr<const format::TableDefinition> table)
+        : pager_(&pager), table_(std::move(table))
+    {
+    }
+
+    // Stands on the row of a slot of page `id_.page`; false when none begins there. Errors: 3343.
+    [[nodiscard]] bool Take(const format::DataPage& page, std::uint16_t slot);
+
+    const pages::Pager* pager_;
+    std::shared_ptr<const format::TableDefinition> table_;
+
+private:
+    std::optional<pages::Page> movedPage_;  // keeps a moved row's bytes alive
+};
+
+}  // namespace jet::table
