@@ -17,10 +17,10 @@ using bench::Reading;
 class Desk {
 public:
     explicit Desk(const bench::BenchShop& shop)
-        : races(shop.size), days_(bench::SomeDays(shop, 64)), ourCopy_(shop.Mdb()),
-          sqliteCopy_(shop.Indexed()), other_(ourCopy_.Path(), sqliteCopy_.Path()),
-          ours_(ourCopy_.Path()), sqlite_(sqliteCopy_.Path()),
-          history_(ours_.Database().OpenRecordset("LDHistory")),
+        : races(shop.size), large_(shop.size == "L"), days_(bench::SomeDays(shop, 64)),
+          ourCopy_(shop.Mdb()), sqliteCopy_(shop.Indexed()),
+          other_(ourCopy_.Path(), sqliteCopy_.Path()), ours_(ourCopy_.Path()),
+          sqlite_(sqliteCopy_.Path()), history_(ours_.Database().OpenRecordset("LDHistory")),
           insert_(sqlite_.Prepare(bench::kSqliteAddJob))
     {
     }
@@ -28,26 +28,28 @@ public:
     void Ask(const bench::DayQuestion& question)
     {
         const std::string name = question.name;
+        const int together = large_ ? 2 : question.together;
+        const int turns = large_ ? 7 : 25;
         const auto ours = [&](const Day& day) { return question.ours(ours_, day); };
         const auto sqlites = [&](const Day& day) { return question.sqlites(sqlite_, day); };
-        std::vector<Contender> warm = {Asked("Lodrin", question.together, ours),
-                                       Asked("SQLite, index", question.together, sqlites)};
+        std::vector<Contender> warm = {Asked("Lodrin", together, ours),
+                                       Asked("SQLite, index", together, sqlites)};
         warm[1].target = kTarget;
         if (question.ours == bench::DayQuestions().back().ours) {
             const auto shorter = [&](const Day& day) {
                 return bench::LastTenByNumber(sqlite_, day);
             };
-            warm.push_back(Asked("SQLite, ORDER BY ID DESC LIMIT 10", question.together, shorter));
+            warm.push_back(Asked("SQLite, ORDER BY ID DESC LIMIT 10", together, shorter));
         }
-        races.Run({question.later, name + ", later", 9, question.together}, warm);
+        races.Run({question.later, name + ", later", 9, together}, warm);
 
-        races.Run({question.later, name + ", after a job added here", 25},
+        races.Run({question.later, name + ", after a job added here", turns},
                   {After("Lodrin", ours,
                          [this](const Day& day, int job) { bench::AddJob(history_, day, job); }),
                    After("SQLite, index", sqlites,
                          [this](const Day& day, int job) { bench::AddJob(insert_, day, job); })});
         races.Run(
-            {question.later, name + ", after another program added a job", 25},
+            {question.later, name + ", after another program added a job", turns},
             {After("Lodrin", ours, [this](const Day& day, int job) { other_.AddToOurs(day, job); }),
              After("SQLite, index", sqlites,
                    [this](const Day& day, int job) { other_.AddToSqlite(day, job); })});
@@ -87,6 +89,7 @@ private:
         return contender;
     }
 
+    bool large_;
     std::vector<Day> days_;
     bench::WorkingCopy ourCopy_, sqliteCopy_;
     bench::OtherStation other_;

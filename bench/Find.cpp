@@ -6,8 +6,7 @@
 
 namespace {
 
-constexpr int kTogether = 50;    // searches in one turn by the index
-constexpr int kFewTogether = 5;  // and without one
+constexpr int kTogether = 5;  // searches in one turn
 
 using bench::Reading;
 
@@ -81,7 +80,7 @@ int Ask(const bench::BenchShop& shop)
         indexed.Prepare("SELECT * FROM WorkOrder WHERE WorkOrderNumber = ?");
     bench::Contender peer = Searching("SQLite, index", orders, kTogether, Sqlites(byIndex));
     peer.target = 1.5;
-    races.Run({'h', "FindFirst by an indexed number, all repair orders", 15, kTogether},
+    races.Run({'h', "FindFirst by an indexed number, all repair orders", 9, kTogether},
               {Searching("Lodrin", orders, kTogether, Ours(allOrders, "WorkOrderNumber")), peer});
 
     const std::vector<std::int64_t> open =
@@ -92,16 +91,16 @@ int Ask(const bench::BenchShop& shop)
         indexed.Prepare("SELECT * FROM WorkOrder WHERE WorkOrderNumber = ? AND +" + listed);
     peer = Searching("SQLite, index", open, kTogether, Sqlites(openByIndex));
     peer.target = 1.5;
-    races.Run({'h', "FindFirst by an indexed number, open repair orders", 15, kTogether},
+    races.Run({'h', "FindFirst by an indexed number, open repair orders", 9, kTogether},
               {Searching("Lodrin", open, kTogether, Ours(openOrders, "WorkOrderNumber")), peer});
 
     const std::vector<std::int64_t> jobs = SomeNumbers(plain, "WONumb", "LDHistory");
     dao::Recordset history = ours.Database().OpenRecordset("SELECT * FROM LDHistory");
     bench::SqliteStatement scan = plain.Prepare("SELECT * FROM LDHistory WHERE WONumb = ? LIMIT 1");
-    peer = Searching("SQLite, no index", jobs, kFewTogether, Sqlites(scan));
+    peer = Searching("SQLite, no index", jobs, kTogether, Sqlites(scan));
     peer.target = 0.5;
-    races.Run({'h', "FindFirst by a number without an index, all jobs", 9, kFewTogether},
-              {Searching("Lodrin", jobs, kFewTogether, Ours(history, "WONumb")), peer});
+    races.Run({'h', "FindFirst by a number without an index, all jobs", 9, kTogether},
+              {Searching("Lodrin", jobs, kTogether, Ours(history, "WONumb")), peer});
     return races.ExitCode();
 }
 

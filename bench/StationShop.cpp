@@ -2,8 +2,8 @@
 #include "bench/StationShop.h"
 
 #include "app/Dispatch.h"
+#include "app/frmLodrin.h"
 #include "base/Convert.h"
-#include "data/DBOpen.h"
 
 #include <stdexcept>
 
@@ -14,7 +14,11 @@ void StationShop::Start()
     world_.emplace(folder_);
     world_->fakes.clock.Set(Today());
     world_->fakes.prompts.TakeAnyBox();
-    lodrin::Dispatch(world_->shop, lodrin::DBOpen);
+    world_->fakes.files.Write("C:/Lodrin/Lodrin.ini",
+                              "[FileLoc]\r\nLodrin=" + folder_.string() + "\r\n");
+    world_->fakes.files.Write((folder_ / "Kelvaro.mdb").string(), "");
+    lodrin::Dispatch(world_->shop, lodrin::Form_Load);
+    lodrin::Dispatch(world_->shop, lodrin::Form_Activate);
     RequireNoReports();
     if (Names().empty() || OpenOrders().empty()) throw std::logic_error("the window stays empty");
 }
@@ -33,7 +37,7 @@ std::vector<std::int32_t> StationShop::OpenOrders() const
     const platform::ComboBox& list = world_->shop.window.cboRO;
     std::vector<std::int32_t> numbers;
     for (int entry = 0; entry < list.ListCount(); ++entry)
-        numbers.push_back(base::ValLong(list.List(entry)));
+        numbers.push_back(base::ValLong(list.List(entry).substr(0, list.List(entry).find(' '))));
     return numbers;
 }
 
