@@ -41,9 +41,23 @@ namespace {
     throw base::NumberedError(3051, {path}).At(detail);
 }
 
+// A new name survives a power cut only when its folder was flushed. Folders of some systems cannot
+// be; their names are stored at once.
+void FlushFolderOf(const std::string& path)
+{
+    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    const int descriptor =
+        ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) return;
+    (void)::fsync(descriptor);
+    ::close(descriptor);
+}
+
 class StdFile : public File {
 public:
-    explicit StdFile(int descriptor) : descriptor_(descriptor) {}
+    StdFile(int descriptor, std::string path) : descriptor_(descriptor), newPath_(std::move(path))
+    {
+    }
     ~StdFile() override { ::close(descriptor_); }
 
     [[nodiscard]] std::uint64_t Size() const override
@@ -88,6 +102,9 @@ public:
     void Flush() override
     {
         if (::fdatasync(descriptor_) != 0) RaiseDiskError(errno, "flush");
+        // Who opened the file cannot know whether its name was ever flushed.
+        if (!newPath_.empty()) FlushFolderOf(newPath_);
+        newPath_.clear();
     }
 
     [[nodiscard]] bool IsNamed(const std::string& path) const override
@@ -140,25 +157,14 @@ private:
     }
 
     int descriptor_;
+    std::string newPath_;  // until its folder was flushed
 };
-
-// A new name survives a power cut only when its folder was flushed. Folders of some systems cannot
-// be; their names are stored at once.
-void FlushFolderOf(const std::string& path)
-{
-    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
-    const int descriptor =
-        ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) return;
-    (void)::fsync(descriptor);
-    ::close(descriptor);
-}
 
 std::unique_ptr<File> OpenFile(const std::string& path, int flags)
 {
     const int descriptor = ::open(path.c_str(), flags | O_CLOEXEC, 0666);
     if (descriptor < 0) RaiseOpenError(errno, path);
-    return std::make_unique<StdFile>(descriptor);
+    return std::make_unique<StdFile>(descriptor, path);
 }
 
 }  // namespace
@@ -180,9 +186,7 @@ std::unique_ptr<File> StdFileSystem::Open(const std::string& path, OpenMode mode
 
 std::unique_ptr<File> StdFileSystem::Create(const std::string& path)
 {
-    std::unique_ptr<File> file = OpenFile(path, O_RDWR | O_CREAT | O_EXCL);
-    FlushFolderOf(path);
-    return file;
+    return OpenFile(path, O_RDWR | O_CREAT | O_EXCL);
 }
 
 bool StdFileSystem::Exists(const std::string& path) const

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 namespace jet::table {
 
@@ -48,7 +49,6 @@ std::uint64_t Mix(std::uint64_t hash, std::uint64_t bits)
     return hash ^ (hash >> half);
 }
 
-constexpr int kPageBits = 32;
 constexpr std::uint64_t kPageMask = 0xFFFFFFFFULL;
 
 std::uint64_t Fingerprint(std::uint64_t hash)
@@ -173,34 +173,48 @@ std::vector<PageNumber> DerivedIndex::PagesWith(std::span<const base::Value> val
     return pages;
 }
 
+namespace {
+
+// The columns that an index can be asked for, ascending, and the values asked for.
+struct Question {
+    std::vector<std::size_t> columns;
+    std::vector<base::Value> values;
+};
+
+Question QuestionOf(const format::TableDefinition& table, std::span<const Assignment> keys)
+{
+    std::map<std::size_t, base::Value> wanted;  // by column; of two values for one the first serves
+    for (const Assignment& key : keys)
+        if (DerivedIndex::Knows(table.columns[key.column].type))
+            wanted.emplace(key.column, key.value);
+    Question question;
+    for (const auto& [column, value] : wanted) {
+        question.columns.push_back(column);
+        question.values.push_back(value);
+    }
+    return question;
+}
+
+}  // namespace
+
 std::optional<std::vector<PageNumber>>
 DerivedIndexes::PagesWith(pages::Pager& pager,
                           const std::shared_ptr<const format::TableDefinition>& table,
                           std::span<const Assignment> keys)
 {
-    std::map<std::size_t, base::Value> wanted;  // by column
-    for (const Assignment& key : keys)
-        if (DerivedIndex::Knows(table->columns[key.column].type))
-            wanted.emplace(key.column, key.value);
-    if (wanted.empty() || pager.IsChanging()) return std::nullopt;
-    std::vector<std::size_t> columns;
-    std::vector<base::Value> values;
-    for (const auto& [column, value] : wanted) {
-        columns.push_back(column);
-        values.push_back(value);
-    }
-    if (uses_.size() >= kMostUses && uses_.count(columns) == 0) uses_.clear();
-    Use& use = uses_[columns];
-    if (!AreAlike(use.table, table, columns) || (use.index && !use.index->CatchUp()))
+    const Question question = QuestionOf(*table, keys);
+    // What an open set has changed no index knows.
+    if (question.columns.empty() || pager.IsChanging()) return std::nullopt;
+    if (uses_.size() >= kMostUses && uses_.count(question.columns) == 0) uses_.clear();
+    Use& use = uses_[question.columns];
+    if (!AreAlike(use.table, table, question.columns) || (use.index && !use.index->CatchUp()))
         use = {table, false, {}};
     if (!use.index) {
-        if (!use.asked || StoredRowCount(pager, table->page) < kFewRows) {
-            use.asked = true;
-            return std::nullopt;
-        }
-        use.index.emplace(pager, table, std::move(columns));
+        const bool askedBefore = std::exchange(use.asked, true);
+        if (!askedBefore || StoredRowCount(pager, table->page) < kFewRows) return std::nullopt;
+        use.index.emplace(pager, table, question.columns);
     }
-    return use.index->PagesWith(values);
+    return use.index->PagesWith(question.values);
 }
 
 }  // namespace jet::table
