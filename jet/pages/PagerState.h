@@ -48,8 +48,8 @@ private:
     std::vector<Slot> pages_;
 };
 
-// Units: pages kept in memory; 256 MB of the larger ones.
-inline constexpr std::size_t kCachedPages = 65536;
+// Units: pages kept in memory; 64 MB of the larger ones. Scans keep none.
+inline constexpr std::size_t kCachedPages = 16384;
 
 struct Pager::State {
     State(io::FileSystem& files, std::string databasePath, const format::HeaderPage& header,
