@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "jet/format/TextCompression.h"
 
+#include "base/NumberedError.h"
 #include "base/Text.h"
 #include "jet/format/CodePage.h"
 
@@ -95,7 +96,11 @@ std::string DecodeText(Span bytes)
 
 std::vector<std::byte> EncodeText(std::string_view text, TextForm form)
 {
+    constexpr char16_t byteOrderMark = 0xFEFF;
     const std::u16string units = base::ToUtf16(text);
+    // Its bytes are the mark of a compressed text: it would be read as another.
+    if (!units.empty() && units.front() == byteOrderMark)
+        throw base::NumberedError(3421).At("a text that begins with a byte order mark");
     std::vector<std::byte> bytes;
     if (form == TextForm::CompressedIfShorter && Compressible(units)) {
         bytes = {kMark0, kMark1};

@@ -20,6 +20,7 @@ enum class TextForm { Plain, CompressedIfShorter };
 
 // Rule: compression is all or nothing. A text is stored compressed when it is allowed, has 3 to
 //       1024 characters and all of them lie between U+0001 and U+00FF.
+// Errors: 3421 for text that begins with a byte order mark, which no form keeps.
 [[nodiscard]] std::vector<std::byte> EncodeText(std::string_view text, TextForm form);
 
 // The same for a text in `codePage`; kUtf16 stands for the two forms above.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "jet/format/TextCompression.h"
 
+#include "tests/support/ErrorOf.h"
 #include "tests/support/Hex.h"
 
 #include <gtest/gtest.h>
@@ -31,6 +32,15 @@ TEST(TextCompressionTest, PlainTextIsReadWhateverItsFirstCharacterBeyondAsciiIs)
     EXPECT_EQ(DecodeText(FromHex("4200 4c01")), "B\xC5\x8C");
     EXPECT_EQ(DecodeText(FromHex("4200 0000 4c00")), std::string("B\0L", 3));
     EXPECT_EQ(DecodeText(FromHex("4200 4c")), "B");
+}
+
+// Stored plain, its bytes would be taken for those of a compressed text.
+TEST(TextCompressionTest, TextThatBeginsWithAByteOrderMarkIsRefused)
+{
+    const std::string text = "\xEF\xBB\xBFSmith";
+    for (const TextForm form : {TextForm::Plain, TextForm::CompressedIfShorter})
+        EXPECT_EQ(tests::ErrorOf([&] { (void)EncodeText(text, form); }), 3421);
+    EXPECT_EQ(DecodeText(EncodeText("Smith\xEF\xBB\xBF", TextForm::Plain)), "Smith\xEF\xBB\xBF");
 }
 
 TEST(TextCompressionTest, ThreeLatinCharactersAreCompressed)
