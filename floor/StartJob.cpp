@@ -17,6 +17,7 @@
 #include "labor/JobOnBoard.h"
 #include "labor/WriteHistory.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 

@@ -8,21 +8,20 @@ namespace lodrin {
 namespace {
 
 constexpr int kChangedByAnother = 3197;
-// Each attempt that meets a change has read it; eight stations at full speed need two or three.
-constexpr int kAttempts = 10;
+// Each try that meets a change has read it; eight stations at full speed need two or three.
+constexpr int kTries = 10;
 
 }  // namespace
 
 void EditRepairOrder(dao::Recordset& repairOrder)
 {
-    for (int attempt = 1; attempt < kAttempts; ++attempt) {
+    for (int tries = 1;; ++tries) {
         try {
             return repairOrder.Edit();
         } catch (const base::NumberedError& error) {
-            if (error.Number() != kChangedByAnother) throw;
+            if (error.Number() != kChangedByAnother || tries == kTries) throw;
         }
     }
-    repairOrder.Edit();
 }
 
 }  // namespace lodrin

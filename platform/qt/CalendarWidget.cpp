@@ -14,6 +14,7 @@ namespace platform::qt {
 
 namespace {
 
+constexpr const char* kDays = "qt_calendar_calendarview";  // as Qt names its table of days
 constexpr int kColumns = 7;
 constexpr int kDayWidth = 54;  // for the name of the day over it
 constexpr int kRows = 7;       // six weeks under the names of the days
@@ -52,6 +53,11 @@ CalendarWidget::CalendarWidget(Calendar& calendar, QWidget* parent, const QLocal
     Follow(calendar, this, [this] { Mirror(); });
 }
 
+void CalendarWidget::FocusDays()
+{
+    if (auto* days = findChild<QWidget*>(kDays)) days->setFocus();
+}
+
 void CalendarWidget::Enlarge()
 {
     int bar = 0;
@@ -65,8 +71,7 @@ void CalendarWidget::Enlarge()
     const auto name = [this](const char* button, const char* spoken) {
         if (auto* found = findChild<QToolButton*>(button)) found->setAccessibleName(spoken);
     };
-    if (auto* days = findChild<QWidget*>("qt_calendar_calendarview"))
-        days->setAccessibleName("Days of the month");
+    if (auto* days = findChild<QWidget*>(kDays)) days->setAccessibleName("Days of the month");
     name("qt_calendar_prevmonth", "Previous month");
     name("qt_calendar_nextmonth", "Next month");
     name("qt_calendar_monthbutton", "Month");

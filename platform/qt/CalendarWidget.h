@@ -16,6 +16,9 @@ public:
     explicit CalendarWidget(Calendar& calendar, QWidget* parent,
                             const QLocale& locale = MachineLocale());
 
+    // The arrow keys go over the days.
+    void FocusDays();
+
     // The user wants this date to be the calendar's.
     std::function<void(base::Date)> chosen;
     // A double click on a date, or Enter on the chosen one.

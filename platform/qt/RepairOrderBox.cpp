@@ -13,6 +13,8 @@
 #include <QListView>
 #include <QWheelEvent>
 
+#include <algorithm>
+
 namespace platform::qt {
 
 namespace {

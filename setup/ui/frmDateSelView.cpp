@@ -28,12 +28,12 @@ frmDateSelView::frmDateSelView(Shop& shop, EventDoor door, QWidget* owner)
     frmDateSel& form = shop_.forms.dateSel;
     setObjectName("frmDateSel");
     MirrorCaption(form.caption, this);
-    auto* calendar = new CalendarWidget(form.Calendar1, this);
-    NameControl(calendar, "Calendar1", "Date to be selected");
-    calendar->chosen = [this](base::Date date) {
+    calendar_ = new CalendarWidget(form.Calendar1, this);
+    NameControl(calendar_, "Calendar1", "Date to be selected");
+    calendar_->chosen = [this](base::Date date) {
         door_.Dialog([date](Shop& on) { on.forms.dateSel.Calendar1.SetValue(date); });
     };
-    calendar->doubleClicked = [this] {
+    calendar_->doubleClicked = [this] {
         door_.Dialog([](Shop& on) { on.forms.dateSel.Calendar1_DblClick(on); });
     };
 
@@ -55,7 +55,7 @@ frmDateSelView::frmDateSelView(Shop& shop, EventDoor door, QWidget* owner)
     auto* page = new QVBoxLayout(this);
     page->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     page->setSpacing(kSpacing);
-    page->addWidget(new ScrollPage(calendar, this), 1);
+    page->addWidget(new ScrollPage(calendar_, this), 1);
     page->addLayout(buttons);
     resize(WithinScreen(*this, sizeHint()));
 }
@@ -64,7 +64,7 @@ void frmDateSelView::Wait()
 {
     shop_.forms.dateSel.hide = [this] { accept(); };
     door_.Always([](Shop& on) { on.forms.dateSel.Form_Activate(on); });
-    findChild<QWidget*>("qt_calendar_calendarview")->setFocus();
+    calendar_->FocusDays();
     exec();
     shop_.forms.dateSel.hide = nullptr;
 }

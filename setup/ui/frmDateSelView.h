@@ -6,6 +6,10 @@
 
 #include <QDialog>
 
+namespace platform::qt {
+class CalendarWidget;
+}
+
 namespace lodrin::ui {
 
 // Rule: Escape and the close box are the button Cancel. It keeps its widgets while it is hidden.
@@ -23,6 +27,7 @@ protected:
 private:
     Shop& shop_;
     EventDoor door_;
+    platform::qt::CalendarWidget* calendar_ = nullptr;
 };
 
 }  // namespace lodrin::ui

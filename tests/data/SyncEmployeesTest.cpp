@@ -86,7 +86,9 @@ TEST_F(SyncEmployeesTest, ProfilesOutOfReachEmptyNoBoard)
 {
     Given({Employee("Smith, Ann", 7)});
     Open();
-    shop.state.database.Close();
+    // The set of employees lives on.
+    const dao::Database kept = std::move(shop.state.database);
+    shop.state.database = dao::Database();
     fakes.prompts.Expect(kNothingToSynchronise);
     SyncEmployees(shop);
     EXPECT_EQ(Names(), (NameList{"7 Smith, Ann"}));

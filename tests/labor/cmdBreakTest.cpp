@@ -118,20 +118,16 @@ INSTANTIATE_TEST_SUITE_P(Orders, LostOrderTest,
 TEST_P(LostOrderTest, OrderOutOfTheListIsToldAndTheJobStaysOpen)
 {
     BobWorks();
-    {
-        dao::Database other = engine.DefaultWorkspace().OpenDatabase(DatabasePath());
-        dao::Recordset orders = other.OpenRecordset("SELECT * FROM WorkOrder");
-        orders.FindFirst("WorkOrderNumber = 1001");
-        orders.Edit();
-        orders[GetParam().first] = GetParam().second;
-        orders.Update();
-    }
+    Changes("WorkOrder", "WorkOrderNumber = 1001", GetParam().first, GetParam().second);
     Open().Select("Jones, Bob");
+    const Contents before = Stored();
     fakes.prompts.Expect(kUnknownOrder);
-    ConfirmsProgress().GoesOnBreak();
-    EXPECT_TRUE(Jobs().empty());
-    EXPECT_TRUE(LaborLines().empty());
-    EXPECT_EQ(EmployeeRecord("Jones, Bob")[LDEmp::WONumber.name], 1001);
+    SetsProgress("In the paint booth").GoesOnBreak();
+    // He gave the progress before the order was looked for.
+    EXPECT_EQ(Order(1001)[WorkOrder::Progress], "In the paint booth");
+    Changes("WorkOrder", "WorkOrderNumber = 1001", WorkOrder::Progress,
+            before.at("WorkOrder").at(0)[WorkOrder::Progress]);
+    EXPECT_EQ(Stored(), before);
 }
 
 TEST_F(cmdBreakTest, JobWithoutCustomerIsClearedWithoutHistoryOrLabor)

@@ -146,14 +146,38 @@ TEST_F(cmdEndDayTest, OrderDeletedMeanwhileIsToldAndNothingIsWritten)
 TEST_F(cmdEndDayTest, OrderArchivedMeanwhileIsToldAndNothingIsWritten)
 {
     AnnWorks();
-    {
-        dao::Database other = engine.DefaultWorkspace().OpenDatabase(DatabasePath());
-        other.Execute("UPDATE WorkOrder SET Archived = True WHERE WorkOrderNumber = 1001");
-    }
+    Changes("WorkOrder", "WorkOrderNumber = 1001", "Archived", true);
     Open().Select("Smith, Ann");
     const Contents before = Stored();
     fakes.prompts.Expect(kUnknownOrder);
     EndsUnattended();
+    EXPECT_EQ(Stored(), before);
+}
+
+// He gives the progress before the order is looked for, so an order that left the list keeps it.
+TEST_F(cmdEndDayTest, OrderArchivedMeanwhileKeepsTheProgressHeGaveAndNothingElseIsWritten)
+{
+    AnnWorks();
+    Changes("WorkOrder", "WorkOrderNumber = 1001", "Archived", true);
+    Open().Select("Smith, Ann");
+    const Contents before = Stored();
+    IsSure().Types("77").SetsProgress("In the paint booth");
+    fakes.prompts.Expect(kUnknownOrder);
+    EndsDay();
+    EXPECT_EQ(Order(1001)[WorkOrder::Progress], "In the paint booth");
+    Changes("WorkOrder", "WorkOrderNumber = 1001", WorkOrder::Progress,
+            before.at("WorkOrder").at(0)[WorkOrder::Progress]);
+    EXPECT_EQ(Stored(), before);
+}
+
+TEST_F(cmdEndDayTest, OrderDeletedMeanwhileIsToldToTheManAtTheButtonToo)
+{
+    AnnWorks();
+    Loses("WorkOrder", "WorkOrderNumber = 1001");
+    const Contents before = Stored();
+    IsSure().Types("77").ConfirmsProgress();
+    fakes.prompts.Expect(kUnknownOrder);
+    EndsDay();
     EXPECT_EQ(Stored(), before);
 }
 
