@@ -9,7 +9,8 @@ namespace {
 
 // Fewer pages are worth keeping.
 constexpr std::size_t kMany = 64;
-// Read together at most: 128 KB, which the processor's own memory holds.
+// Read together at most: 128 KB where no others lie between, which the processor's own memory
+// holds.
 constexpr std::size_t kRun = 32;
 
 }  // namespace
@@ -39,8 +40,9 @@ bool PageWalk::Next()
 bool PageWalk::TakeFromRun()
 {
     if (next_ >= runAt_ + runLength_) return false;
-    const std::size_t pageSize = run_.size() / runLength_;
-    bytes_ = std::span(run_).subspan((next_ - runAt_) * pageSize, pageSize);
+    const std::size_t pageSize = pager_->Version().pageSize;
+    const std::size_t place = Raw(pages_[next_]) - Raw(pages_[runAt_]);
+    bytes_ = std::span(run_).subspan(place * pageSize, pageSize);
     return true;
 }
 
@@ -49,7 +51,7 @@ void PageWalk::ReadRun()
 {
     runLength_ = 0;
     if (pages_.size() < kMany) return;
-    const std::size_t length = std::min({next_ - begin_, pages_.size() - next_, kRun});
+    const std::size_t length = std::min({next_ - begin_ + 1, pages_.size() - next_, kRun});
     runAt_ = next_;
     runLength_ = pager_->ReadTogether(std::span(pages_).subspan(next_, length), run_);
 }

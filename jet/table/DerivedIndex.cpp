@@ -200,7 +200,7 @@ Question QuestionOf(const format::TableDefinition& table, std::span<const Assign
 std::optional<std::vector<PageNumber>>
 DerivedIndexes::PagesWith(pages::Pager& pager,
                           const std::shared_ptr<const format::TableDefinition>& table,
-                          std::span<const Assignment> keys)
+                          std::span<const Assignment> keys, Missing missing)
 {
     const Question question = QuestionOf(*table, keys);
     // What an open set has changed no index knows.
@@ -210,6 +210,7 @@ DerivedIndexes::PagesWith(pages::Pager& pager,
     if (!AreAlike(use.table, table, question.columns) || (use.index && !use.index->CatchUp()))
         use = {table, false, {}};
     if (!use.index) {
+        if (missing == Missing::DoWithout) return std::nullopt;
         const bool askedBefore = std::exchange(use.asked, true);
         if (!askedBefore || StoredRowCount(pager, table->page) < kFewRows) return std::nullopt;
         use.index.emplace(pager, table, question.columns);

@@ -47,12 +47,15 @@ private:
 // The derived indexes of one table.
 class DerivedIndexes {
 public:
+    // What is done about an index that is not there yet.
+    enum class Missing { Make, DoWithout };
+
     // The pages that may hold rows with these keys, ascending; nothing when a scan serves as well.
-    // Rule: an index is worked out when it is asked for the second time, for most questions are
-    //       asked once.
+    // Rule: an index is worked out when it is to be made for the second time, for most questions
+    //       are asked once.
     [[nodiscard]] std::optional<std::vector<PageNumber>>
     PagesWith(pages::Pager& pager, const std::shared_ptr<const format::TableDefinition>& table,
-              std::span<const Assignment> keys);
+              std::span<const Assignment> keys, Missing missing = Missing::Make);
 
 private:
     struct Use {

@@ -36,7 +36,10 @@ std::unique_ptr<RowCursor> NativeTable::ScanFor(std::span<const Assignment> keys
                                                 Direction direction) const
 {
     const auto& table = definition_.Current();
-    if (auto pages = derived_->PagesWith(*pager_, table, keys))
+    // Who walks backwards mostly wants few rows, and finds them near the end.
+    const auto missing = direction == Direction::Forward ? DerivedIndexes::Missing::Make
+                                                         : DerivedIndexes::Missing::DoWithout;
+    if (auto pages = derived_->PagesWith(*pager_, table, keys, missing))
         return std::make_unique<ListedCursor>(*pager_, table, *std::move(pages), direction);
     if (direction == Direction::Forward) return std::make_unique<TableCursor>(*pager_, table);
     return std::make_unique<ListedCursor>(

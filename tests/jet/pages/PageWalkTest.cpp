@@ -88,6 +88,21 @@ TEST_F(PageWalkTest, BeginsAtThePageThatIsNamedOrTheNextOne)
     EXPECT_EQ(Walked(without, pages_[70]), From(71));
 }
 
+TEST_F(PageWalkTest, PagesBetweenOthersAreReadTogetherWhenTheyAreClose)
+{
+    for (const std::uint32_t step : {2U, 3U, 4U}) {
+        std::vector<PageNumber> some;
+        std::vector<std::byte> bytes;
+        for (std::uint32_t i = 0; i < kPages; i += step)
+            some.push_back(pages_[i]);
+        EXPECT_EQ(pager_->ReadTogether(some, bytes), step < 4 ? some.size() : 1U) << step;
+        EXPECT_EQ(format::ReadU32(bytes, 8), 0U);
+        if (step < 4) {
+            EXPECT_EQ(format::ReadU32(bytes, step * 4096 + 8), step);
+        }
+    }
+}
+
 TEST_F(PageWalkTest, ARunEndsWhereAPageIsMissing)
 {
     std::vector<PageNumber> odd;

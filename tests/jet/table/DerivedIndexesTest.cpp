@@ -67,6 +67,19 @@ TEST_F(DerivedIndexesTest, IsMadeWhenItIsAskedForTheSecondTime)
     EXPECT_EQ(PagesOf({Employee(99)}), std::vector<PageNumber>{});
 }
 
+TEST_F(DerivedIndexesTest, WhoDoesWithoutMakesNone)
+{
+    const auto table = std::make_shared<const format::TableDefinition>(jobs_->Definition());
+    const std::vector<Assignment> keys{Employee(7)};
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(indexes_.PagesWith(*pager_, table, keys, DerivedIndexes::Missing::DoWithout),
+                  std::nullopt);
+    static_cast<void>(PagesOf(keys));
+    static_cast<void>(PagesOf(keys));
+    EXPECT_EQ(indexes_.PagesWith(*pager_, table, keys, DerivedIndexes::Missing::DoWithout),
+              TruePages(7));
+}
+
 TEST_F(DerivedIndexesTest, EachSetOfColumnsHasOneOfItsOwn)
 {
     static_cast<void>(PagesOf({Employee(7)}));
