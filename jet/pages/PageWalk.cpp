@@ -51,7 +51,7 @@ void PageWalk::ReadRun()
 {
     runLength_ = 0;
     if (pages_.size() < kMany) return;
-    const std::size_t length = std::min({next_ - begin_ + 1, pages_.size() - next_, kRun});
+    const std::size_t length = std::min({next_ - begin_, pages_.size() - next_, kRun});
     runAt_ = next_;
     runLength_ = pager_->ReadTogether(std::span(pages_).subspan(next_, length), run_);
 }

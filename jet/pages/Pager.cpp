@@ -356,7 +356,7 @@ std::size_t Pager::ReadTogether(std::span<const PageNumber> pages, PageBytes& in
     while (count < pages.size() && Raw(pages[count]) < state_->pageCount &&
            (count == 0 || Raw(pages[count]) - Raw(pages[count - 1]) <= widestStep))
         ++count;
-    if (count == 0) return 0;
+    if (count < 2) return 0;
     const std::size_t pageSize = state_->version.pageSize;
     into.resize((Raw(pages[count - 1]) - Raw(pages.front()) + std::size_t{1}) * pageSize);
     try {

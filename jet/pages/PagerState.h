@@ -48,8 +48,9 @@ private:
     std::vector<Slot> pages_;
 };
 
-// Units: pages kept in memory; 64 MB of the larger ones. Scans keep none.
-inline constexpr std::size_t kCachedPages = 16384;
+// Units: pages kept in memory; 128 MB of the larger ones. Those that a scan reads together are not
+// kept.
+inline constexpr std::size_t kCachedPages = 32768;
 
 struct Pager::State {
     State(io::FileSystem& files, std::string databasePath, const format::HeaderPage& header,

@@ -95,9 +95,9 @@ TEST_F(PageWalkTest, PagesBetweenOthersAreReadTogetherWhenTheyAreClose)
         std::vector<std::byte> bytes;
         for (std::uint32_t i = 0; i < kPages; i += step)
             some.push_back(pages_[i]);
-        EXPECT_EQ(pager_->ReadTogether(some, bytes), step < 4 ? some.size() : 1U) << step;
-        EXPECT_EQ(format::ReadU32(bytes, 8), 0U);
+        EXPECT_EQ(pager_->ReadTogether(some, bytes), step < 4 ? some.size() : 0U) << step;
         if (step < 4) {
+            EXPECT_EQ(format::ReadU32(bytes, 8), 0U);
             EXPECT_EQ(format::ReadU32(bytes, step * 4096 + 8), step);
         }
     }
