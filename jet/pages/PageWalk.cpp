@@ -9,8 +9,7 @@ namespace {
 
 // Fewer pages are worth keeping.
 constexpr std::size_t kMany = 64;
-// Read together at most: 128 KB where no others lie between, which the processor's own memory
-// holds.
+// Read together at most: 128 KB, which the processor's own memory holds.
 constexpr std::size_t kRun = 32;
 
 }  // namespace
@@ -20,7 +19,7 @@ void PageWalk::Begin(std::vector<PageNumber> pages, PageNumber from)
     pages_ = std::move(pages);
     const auto place = std::lower_bound(pages_.begin(), pages_.end(), from);
     next_ = begin_ = static_cast<std::size_t>(place - pages_.begin());
-    runLength_ = 0;
+    runAt_ = runLength_ = 0;
 }
 
 bool PageWalk::Next()
@@ -40,9 +39,8 @@ bool PageWalk::Next()
 bool PageWalk::TakeFromRun()
 {
     if (next_ >= runAt_ + runLength_) return false;
-    const std::size_t pageSize = pager_->Version().pageSize;
-    const std::size_t place = Raw(pages_[next_]) - Raw(pages_[runAt_]);
-    bytes_ = std::span(run_).subspan(place * pageSize, pageSize);
+    const std::size_t pageSize = run_.size() / runLength_;
+    bytes_ = std::span(run_).subspan((next_ - runAt_) * pageSize, pageSize);
     return true;
 }
 

@@ -9,7 +9,7 @@
 
 namespace jet::pages {
 
-// Rule: of many pages, those that stand close in the file are read together, and are not kept:
+// Rule: of many pages, those that stand together in the file are read together, and are not kept:
 //       a table larger than the memory for pages shall not drive out what is asked for often.
 //       Pages read together are as the file was then; who walks on after a change begins anew.
 class PageWalk {

@@ -350,15 +350,14 @@ std::size_t Pager::ReadTogether(std::span<const PageNumber> pages, PageBytes& in
 {
     // What an open set has changed, and what an unfinished one must not show, is asked for singly.
     if (state_->openSet != nullptr || state_->halfWritten || state_->former) return 0;
-    // A table that grows beside another has every second page; more is not worth reading for less.
-    constexpr std::uint32_t widestStep = 3;
+    // To read what lies between costs more than to read and keep each page of its own.
     std::size_t count = 0;
-    while (count < pages.size() && Raw(pages[count]) < state_->pageCount &&
-           (count == 0 || Raw(pages[count]) - Raw(pages[count - 1]) <= widestStep))
+    while (count < pages.size() && Raw(pages[count]) == Raw(pages.front()) + count &&
+           Raw(pages[count]) < state_->pageCount)
         ++count;
     if (count < 2) return 0;
     const std::size_t pageSize = state_->version.pageSize;
-    into.resize((Raw(pages[count - 1]) - Raw(pages.front()) + std::size_t{1}) * pageSize);
+    into.resize(count * pageSize);
     try {
         state_->file->Read(std::uint64_t{Raw(pages.front())} * pageSize, into);
     } catch (const base::NumberedError&) {
@@ -366,9 +365,8 @@ std::size_t Pager::ReadTogether(std::span<const PageNumber> pages, PageBytes& in
     }
     ++state_->loads;
     for (std::size_t i = 0; i < count; ++i)
-        format::ApplyPageEncoding(
-            std::span(into).subspan((Raw(pages[i]) - Raw(pages.front())) * pageSize, pageSize),
-            pages[i], state_->protection.encodingKey);
+        format::ApplyPageEncoding(std::span(into).subspan(i * pageSize, pageSize), pages[i],
+                                  state_->protection.encodingKey);
     return count;
 }
 

@@ -83,9 +83,8 @@ public:
     // Errors: 3343 when there is no such page, 3043.
     [[nodiscard]] Page Read(PageNumber page) const;
 
-    // Reads the first of these pages that stand close together in the file, as they are stored,
-    // with what lies between them, and keeps none. Answers how many of them: 0 when they must be
-    // read one by one.
+    // Reads those of the first of these pages that stand one behind the other in the file, as they
+    // are stored, and keeps none of them. Answers how many: 0 when they must be read one by one.
     [[nodiscard]] std::size_t ReadTogether(std::span<const PageNumber> pages,
                                            std::vector<std::byte>& into) const;
 

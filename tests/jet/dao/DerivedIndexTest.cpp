@@ -139,6 +139,17 @@ TEST_P(DerivedIndexTest, AnythingWrittenInAnyOrderIsFound)
     }
 }
 
+// Pages that become empty are given back while the walk goes on behind them.
+TEST_P(DerivedIndexTest, AWalkThatDeletesAsItGoesMeetsEveryRowOnce)
+{
+    Recordset rows = Open("SELECT * FROM LDEmp");
+    int met = 0;
+    for (; !rows.Eof(); rows.MoveNext(), ++met)
+        rows.Delete();
+    EXPECT_EQ(met, kRows);
+    EXPECT_TRUE(Found(database, "EmpEntry > 0").empty());
+}
+
 // The change of a table's design, by us or by another, is noticed.
 TEST_P(DerivedIndexTest, ATableMadeMeanwhileIsFoundByBoth)
 {

@@ -206,7 +206,7 @@ bool IsComparable(ColumnType type)
 
 TEST_P(SampleWritesTest, IndependentReaderFindsTheRowsWeWrote)
 {
-    if (!tests::MdbExportIsInstalled()) GTEST_SKIP() << "mdb-json is not installed";
+    if (!tests::MdbExportIsInstalled()) GTEST_SKIP() << "mdb-export is not installed";
     for (const auto& [name, page] : tables_) {
         SCOPED_TRACE(name);
         NativeTable table(pager_, page);
