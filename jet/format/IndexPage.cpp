@@ -22,22 +22,23 @@ constexpr std::size_t kLongestPrefix = 255;
 std::size_t CommonPrefix(Span left, Span right)
 {
     const std::size_t common = std::min(left.size(), right.size());
+    if (std::memcmp(left.data(), right.data(), common) == 0) return common;
     std::size_t length = 0;
-    while (length < common && left[length] == right[length])
+    while (left[length] == right[length])
         ++length;
     return length;
 }
 
 // The prefix that a page with these entries leaves out.
-// Rule: entries that fit whole stay whole. First and last entry tell the common prefix, because
-// entries are in order; no entry is left out as a whole.
+// Rule: entries that fit whole stay whole; no entry is left out as a whole. Each entry is asked,
+// for on a damaged page first and last do not speak for those between them.
 std::size_t PrefixFor(const IndexEntries& entries, bool leaf, const IndexPageLayout& layout)
 {
     if (!leaf || entries.Count() < 2 || entries.Size() <= layout.Room()) return 0;
-    std::size_t length = CommonPrefix(entries[0], entries[entries.Count() - 1]);
-    length = std::min(length, kLongestPrefix);
-    for (std::size_t i = 0; i < entries.Count(); ++i)
-        length = std::min(length, entries[i].size() - 1);
+    const Span first = entries[0].first(std::min(entries[0].size() - 1, kLongestPrefix));
+    std::size_t length = CommonPrefix(first, entries[entries.Count() - 1]);
+    for (std::size_t i = 1; i < entries.Count(); ++i)
+        length = CommonPrefix(first.first(std::min(length, entries[i].size() - 1)), entries[i]);
     return length;
 }
 

@@ -29,6 +29,7 @@ public:
 
     // Bytes of the row as it stands.
     [[nodiscard]] std::size_t Size() const;
+    // Requires: Size() is within a page.
     [[nodiscard]] std::vector<std::byte> Row() const;
 
 private:

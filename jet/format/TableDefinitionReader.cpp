@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 namespace jet::format {
 
@@ -90,6 +91,42 @@ void CheckColumn(const ColumnDefinition& column, const TableDefinition& table,
         Damaged("fixed column beyond the page");
 }
 
+// What a row counts with. Rule: the counters never decrease, so they are not those of the columns.
+void CheckCounters(const TableDefinition& table)
+{
+    const std::size_t bits = 8 * table.row.number;
+    if (table.columnCounter >> bits != 0 || table.variableColumnCounter >> bits != 0)
+        Damaged("more columns than a row can count");
+}
+
+// Where a column's values lie, among the fixed columns or among the variable ones.
+struct Place {
+    std::size_t from, to;
+};
+
+void RequireApart(std::vector<Place> places)
+{
+    std::sort(places.begin(), places.end(),
+              [](const Place& left, const Place& right) { return left.from < right.from; });
+    for (std::size_t i = 1; i < places.size(); ++i)
+        if (places[i].from < places[i - 1].to) Damaged("two columns in one place");
+}
+
+// Two columns in one place would each overwrite the other's value.
+void CheckPlaces(const TableDefinition& table)
+{
+    std::vector<Place> fixed, variable;
+    for (const ColumnDefinition& column : table.columns) {
+        const std::size_t offset = column.fixedOffset;
+        if (!column.fixed)
+            variable.push_back({column.variableIndex, std::size_t{column.variableIndex} + 1});
+        else if (column.type != ColumnType::Boolean && column.length > 0)
+            fixed.push_back({offset, offset + column.length});
+    }
+    RequireApart(std::move(fixed));
+    RequireApart(std::move(variable));
+}
+
 IndexDefinition ReadIndex(Span bytes, const IndexLayout& at)
 {
     IndexDefinition index;
@@ -130,6 +167,7 @@ void ReadColumns(TableDefinition& table, Sections& sections, std::size_t count,
         table.columns.push_back(ReadColumn(sections.Next(at.column.size), at.column));
         CheckColumn(table.columns.back(), table, version);
     }
+    CheckPlaces(table);
     for (ColumnDefinition& column : table.columns)
         column.name = sections.NextName(at.nameLength, table.columns.front());
 }
@@ -229,6 +267,7 @@ TableDefinition ReadTableDefinition(Span joined, const FileVersion& version)
     table.systemTable = ReadU8(bytes, at.tableKind) == kSystemTableKind;
     table.columnCounter = ReadU16(bytes, at.columnCounter);
     table.variableColumnCounter = ReadU16(bytes, at.variableCounter);
+    CheckCounters(table);
     table.ownedPages = ReadRowPointer(bytes, at.ownedPages);
     table.freePages = ReadRowPointer(bytes, at.freePages);
     const std::size_t trees = ReadU32(bytes, at.indexes);

@@ -174,6 +174,54 @@ TEST(TableDefinitionReaderTest, AnyChangedByteIsReadOrRefusedAsDamage)
     EXPECT_GT(refused, 100);
 }
 
+void ExpectDamaged(const TableDefinition& table, const jet::format::FileVersion& version)
+{
+    const TableDefinitionWriter writer(table, version);
+    try {
+        static_cast<void>(ReadTableDefinition(writer.Joined(), version));
+        FAIL() << "read";
+    } catch (const base::NumberedError& error) {
+        EXPECT_EQ(error.Number(), 3343);
+    }
+}
+
+TEST(TableDefinitionReaderTest, TwoColumnsInOnePlaceAreDamage)
+{
+    TableDefinition fixed = Jobs();
+    fixed.columnCounter = 5;
+    fixed.columns.push_back(tests::FixedColumn(ColumnType::Integer, 4, 4, 2));
+    fixed.columns.back().flags = 0x03;
+    EXPECT_EQ(ReadTableDefinition(Written(fixed), kJet4).columns.size(), 4U);
+    fixed.columns.back().fixedOffset = 3;
+    ExpectDamaged(fixed, kJet4);
+    TableDefinition variable = Jobs();
+    variable.columns[1].variableIndex = 1;
+    ExpectDamaged(variable, kJet4);
+}
+
+TEST(TableDefinitionReaderTest, BooleanTakesNoPlaceAmongTheFixedColumns)
+{
+    TableDefinition table = Jobs();
+    table.columnCounter = 5;
+    table.columns.push_back(tests::FixedColumn(ColumnType::Boolean, 4, 0, 1));
+    table.columns.back().flags = 0x03;
+    EXPECT_EQ(ReadTableDefinition(Written(table), kJet4).columns.size(), 4U);
+}
+
+// A row would be read by another number of columns than it was written by.
+TEST(TableDefinitionReaderTest, MoreColumnsThanARowCountsInOneByteAreDamage)
+{
+    TableDefinition table = Jobs();
+    table.columnCounter = table.variableColumnCounter = 255;
+    const TableDefinitionWriter sound(table, jet::format::kJet3);
+    EXPECT_EQ(ReadTableDefinition(sound.Joined(), jet::format::kJet3).columnCounter, 255);
+    table.columnCounter = 256;
+    ExpectDamaged(table, jet::format::kJet3);
+    table.columnCounter = 255;
+    table.variableColumnCounter = 256;
+    ExpectDamaged(table, jet::format::kJet3);
+}
+
 TEST(TableDefinitionReaderTest, PageOfAnotherKindIsRefused)
 {
     std::vector<std::byte> page(4096);

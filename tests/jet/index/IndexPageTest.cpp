@@ -119,6 +119,24 @@ TEST(IndexPageTest, CrowdedLeafLeavesOutItsPrefixAndReadsBackWhole)
         ASSERT_EQ(ToHex(back.entries[i]), ToHex(content.entries[i])) << i;
 }
 
+// A damaged leaf: what stands between first and last has less in common than they have.
+TEST(IndexPageTest, CrowdedLeafOutOfOrderLosesNothingWhenWrittenAnew)
+{
+    IndexPageContent content;
+    content.entries = ManyEntries(50, 100);
+    std::vector<std::byte> strange(90, std::byte{0x55});
+    strange[60] = std::byte{0x44};
+    content.entries.Insert(20, strange);
+    ASSERT_GT(content.entries.Size(), kIndexPageJet4.Room());
+    ASSERT_TRUE(Fits(content.entries, true, kIndexPageJet4));
+    PageBytes page(4096);
+    WriteIndexPage(page, content, kIndexPageJet4);
+    const IndexPageContent back = IndexPageContent::Of(IndexPageView(page, kIndexPageJet4));
+    ASSERT_EQ(back.entries.Count(), content.entries.Count());
+    for (std::size_t i = 0; i < back.entries.Count(); ++i)
+        ASSERT_EQ(ToHex(back.entries[i]), ToHex(content.entries[i])) << i;
+}
+
 TEST(IndexPageTest, LeafWithRoomKeepsItsEntriesWhole)
 {
     IndexPageContent content;
