@@ -2,6 +2,7 @@
 #include "app/frmLodrin.h"
 
 #include "app/Dispatch.h"
+#include "app/OpenRecords.h"
 #include "app/ResumeNext.h"
 #include "app/Shop.h"
 #include "base/Calendar.h"
@@ -28,8 +29,7 @@ void OpenStatus(const ResumeNext& attempt, Shop& shop)
 {
     MainWindowState& state = shop.state;
     attempt([&] { state.statusDatabase = OpenKelvaro(shop); });
-    state.sqlText = Status::descriptions;
-    attempt([&] { state.rsStatus = state.statusDatabase.OpenRecordset(state.sqlText); });
+    OpenRecords(attempt, state, state.statusDatabase, state.rsStatus, Status::descriptions);
     if (attempt.Test([&] { return state.rsStatus.RecordCount() < 1; }, IfItFails::TakeBranch))
         attempt([&] { Say(shop, kNoStatusDescriptions); });
 }

@@ -2,6 +2,7 @@
 #include "data/CarryOver.h"
 
 #include "app/ForEachRecord.h"
+#include "app/OpenRecords.h"
 #include "app/ResumeNext.h"
 #include "app/Shop.h"
 #include "base/Calendar.h"
@@ -57,29 +58,23 @@ bool CloseJob(const ResumeNext& attempt, Shop& shop)
     return stored != Stored::No;
 }
 
-// The day's row, or a new one.
-void EditTotals(const ResumeNext& attempt, dao::Recordset& totals, dao::Recordset& employee)
-{
-    if (attempt.Test([&] { return totals.RecordCount() > 0; }, IfItFails::TakeBranch))
-        return attempt([&] { totals.Edit(); });
-    attempt([&] { totals.AddNew(); });
-    attempt([&] { totals[LDTotals::EmpID] = employee[LDEmp::EmpID.name]; });
-    attempt([&] { totals[LDTotals::WorkDate] = employee[LDEmp::WorkDate.name]; });
-    attempt([&] { totals[LDTotals::StartDay] = employee[LDEmp::StartDay.name]; });
-}
-
 void WriteTotals(const ResumeNext& attempt, MainWindowState& state)
 {
     dao::Recordset& employee = state.employees;
     dao::Recordset jobs;
     const auto textOf = [&](const BoardField& field) { return base::TextOf(employee[field.name]); };
-    attempt([&] { state.sqlText = CountOfJobs(textOf(LDEmp::EmpID), textOf(LDEmp::WorkDate)); });
-    attempt([&] { jobs = state.database.OpenRecordset(state.sqlText); });
+    OpenRecords(attempt, state, state.database, jobs,
+                [&] { return CountOfJobs(textOf(LDEmp::EmpID), textOf(LDEmp::WorkDate)); });
     dao::Recordset totals;
-    attempt([&] { state.sqlText = TotalsOfDay(textOf(LDEmp::EmpID), textOf(LDEmp::WorkDate)); });
-    attempt([&] { totals = state.database.OpenRecordset(state.sqlText); });
+    OpenRecords(attempt, state, state.database, totals,
+                [&] { return TotalsOfDay(textOf(LDEmp::EmpID), textOf(LDEmp::WorkDate)); });
 
-    EditTotals(attempt, totals, employee);
+    // A new row says whose day it is.
+    if (EditDayOrAddNew(attempt, totals)) {
+        attempt([&] { totals[LDTotals::EmpID] = employee[LDEmp::EmpID.name]; });
+        attempt([&] { totals[LDTotals::WorkDate] = employee[LDEmp::WorkDate.name]; });
+        attempt([&] { totals[LDTotals::StartDay] = employee[LDEmp::StartDay.name]; });
+    }
     attempt([&] { totals[LDTotals::EndDay] = kLastMinute; });
     WriteFigures(attempt, jobs, totals);
     attempt([&] { totals.Update(); });

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "data/DBOpen.h"
 
+#include "app/OpenRecords.h"
 #include "app/ResumeNext.h"
 #include "app/Shop.h"
 #include "base/NumberedError.h"
@@ -59,10 +60,8 @@ void CheckTables(const ResumeNext& attempt, Shop& shop)
 
 void OpenRecordsets(const ResumeNext& attempt, MainWindowState& state)
 {
-    state.sqlText = kEmployees;
-    attempt([&] { state.employees = state.database.OpenRecordset(state.sqlText); });
-    state.sqlText = kHistory;
-    attempt([&] { state.history = state.database.OpenRecordset(state.sqlText); });
+    OpenRecords(attempt, state, state.database, state.employees, kEmployees);
+    OpenRecords(attempt, state, state.database, state.history, kHistory);
 }
 
 // Everybody as his record has him, and none of them chosen.

@@ -3,6 +3,7 @@
 
 #include "app/Dispatch.h"
 #include "app/ForEachRecord.h"
+#include "app/OpenRecords.h"
 #include "app/ResumeNext.h"
 #include "app/Shop.h"
 #include "base/Convert.h"
@@ -129,8 +130,7 @@ void SyncEmployees(Shop& shop)
 
     // The management system's employees. An empty list, or one out of reach, empties no board.
     dao::Recordset profiles;
-    state.sqlText = kProfiles;
-    attempt([&] { profiles = state.database.OpenRecordset(state.sqlText); });
+    OpenRecords(attempt, state, state.database, profiles, kProfiles);
     Synchronisation synchronisation(attempt, shop, profiles);
     if (attempt.Test([&] { return profiles.RecordCount() > 0; }, IfItFails::SkipBranch)) {
         synchronisation.AddAndRename();

@@ -2,6 +2,7 @@
 #include "floor/ProgressTexts.h"
 
 #include "app/ForEachRecord.h"
+#include "app/OpenRecords.h"
 #include "app/ResumeNext.h"
 #include "app/Shop.h"
 #include "base/Convert.h"
@@ -21,8 +22,7 @@ void ListProgressTexts(const ResumeNext& attempt, Shop& shop, platform::ListBox&
     dao::Database management;
     dao::Recordset texts;
     attempt([&] { management = OpenKelvaro(shop); });
-    attempt([&] { shop.state.sqlText = kProgressTexts; });
-    attempt([&] { texts = management.OpenRecordset(shop.state.sqlText); });
+    OpenRecords(attempt, shop.state, management, texts, kProgressTexts);
     ForEachRecord(attempt, texts, [&] {
         attempt([&] { list.AddItem(base::TextOf(texts[AutoLook::Description])); });
     });

@@ -2,6 +2,7 @@
 #include "floor/VerifyPIN.h"
 
 #include "app/Dispatch.h"
+#include "app/OpenRecords.h"
 #include "app/ResumeNext.h"
 #include "app/Shop.h"
 #include "base/Convert.h"
@@ -27,12 +28,9 @@ bool VerifyPIN(Shop& shop)
     dao::Recordset profile;
 
     // The PIN in the management system's profile of the employee.
-    attempt([&] {
-        shop.state.sqlText = "SELECT PIN FROM Profile WHERE "
-                             "ProfileNumber = " +
-                             board.Text(LDEmp::EmpID.column);
+    OpenRecords(attempt, shop.state, shop.state.database, profile, [&] {
+        return "SELECT PIN FROM Profile WHERE ProfileNumber = " + board.Text(LDEmp::EmpID.column);
     });
-    attempt([&] { profile = shop.state.database.OpenRecordset(shop.state.sqlText); });
     std::optional<std::string> stored;
     attempt([&] { stored = base::Trim(base::TextOf(profile[Profile::PIN])); });
 

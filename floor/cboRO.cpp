@@ -2,6 +2,7 @@
 #include "floor/cboRO.h"
 
 #include "app/ForEachRecord.h"
+#include "app/OpenRecords.h"
 #include "app/ResumeNext.h"
 #include "app/Shop.h"
 #include "base/Convert.h"
@@ -51,8 +52,7 @@ void GetROList(Shop& shop)
     platform::ComboBox& list = shop.window.cboRO;
 
     // The open repair orders, by number.
-    attempt([&] { shop.state.sqlText = kOpenRepairOrders; });
-    attempt([&] { repairOrder = shop.state.database.OpenRecordset(shop.state.sqlText); });
+    OpenRecords(attempt, shop.state, shop.state.database, repairOrder, kOpenRepairOrders);
 
     // Without any the list stays as it was.
     const auto none = [&] { return repairOrder.RecordCount() <= 0; };

@@ -3,6 +3,7 @@
 
 #include "app/Dispatch.h"
 #include "app/ForEachRecord.h"
+#include "app/OpenRecords.h"
 #include "app/ResumeNext.h"
 #include "app/Shop.h"
 #include "base/Convert.h"
@@ -29,13 +30,6 @@ constexpr const char* kNoSuchSequence =
     "corrected.";
 
 using IfItFails::TakeBranch;
-
-void OpenSet(const ResumeNext& attempt, Shop& shop, dao::Database& database,
-             dao::Recordset& records, const std::string& sql)
-{
-    attempt([&] { shop.state.sqlText = sql; });
-    attempt([&] { records = database.OpenRecordset(shop.state.sqlText); });
-}
 
 bool HasRecords(const ResumeNext& attempt, const dao::Recordset& records)
 {
@@ -70,7 +64,8 @@ void ListLaborTypes(const ResumeNext& attempt, Shop& shop, dao::Database& manage
     dao::Recordset accounts;
     attempt([&] { management = OpenKelvaro(shop); });
     // The engine takes the text with and without the semicolon.
-    OpenSet(attempt, shop, management, accounts, std::string(GenLedger::laborAccounts) + ";");
+    OpenRecords(attempt, shop.state, management, accounts,
+                std::string(GenLedger::laborAccounts) + ";");
     if (HasRecords(attempt, accounts))
         ListLaborTypes(attempt, accounts, GenLedger::GLCode, GenLedger::GLDescription, list);
 }
@@ -89,11 +84,6 @@ void ListDepartments(const ResumeNext& attempt, dao::Recordset& departments,
     });
 }
 
-void SelectFirst(const ResumeNext& attempt, platform::ListBox& list)
-{
-    attempt([&] { list.SetListIndex(0); });
-}
-
 }  // namespace
 
 void frmGLSelect::Form_Load(Shop& shop)
@@ -108,13 +98,13 @@ void frmGLSelect::Form_Load(Shop& shop)
 
     // Labor types; the first is proposed.
     ListLaborTypes(attempt, shop, management, lstGLCodes);
-    SelectFirst(attempt, lstGLCodes);
+    attempt([&] { lstGLCodes.SetListIndex(0); });
 
     // Departments in shop order; the first is proposed.
     attempt([&] { management = OpenKelvaro(shop); });
-    OpenSet(attempt, shop, management, departments, kDepartmentsByPlace);
+    OpenRecords(attempt, shop.state, management, departments, kDepartmentsByPlace);
     ListDepartments(attempt, departments, lstDepartments);
-    if (lstDepartments.ListCount() > 0) SelectFirst(attempt, lstDepartments);
+    if (lstDepartments.ListCount() > 0) attempt([&] { lstDepartments.SetListIndex(0); });
     attempt([&] { lblHelp.SetCaption(kHelp); });
     attempt([&] { management.Close(); });
 

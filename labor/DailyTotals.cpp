@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "labor/DailyTotals.h"
 
+#include "app/OpenRecords.h"
 #include "app/ResumeNext.h"
 #include "app/Shop.h"
 #include "base/Calendar.h"
@@ -32,6 +33,16 @@ std::string TotalsOfDay(const std::string& employee, const std::string& day)
     return "SELECT * FROM LDTotals" + OfDay(employee, day);
 }
 
+bool EditDayOrAddNew(const ResumeNext& attempt, dao::Recordset& totals)
+{
+    if (attempt.Test([&] { return totals.RecordCount() > 0; }, TakeBranch)) {
+        attempt([&] { totals.Edit(); });
+        return false;
+    }
+    attempt([&] { totals.AddNew(); });
+    return true;
+}
+
 void WriteFigures(const ResumeNext& attempt, dao::Recordset& jobs, dao::Recordset& totals)
 {
     attempt([&] {
@@ -58,16 +69,12 @@ void DailyTotals(const ResumeNext& attempt, Shop& shop)
     dao::Recordset totals;
 
     // His closed jobs, and the row of the day if there is one.
-    attempt([&] { state.sqlText = CountOfJobs(employee, board.Text(LDEmp::WorkDate.column)); });
-    attempt([&] { jobs = state.database.OpenRecordset(state.sqlText); });
-    attempt([&] { state.sqlText = TotalsOfDay(employee, base::TextOf(today)); });
-    attempt([&] { totals = state.database.OpenRecordset(state.sqlText); });
+    OpenRecords(attempt, state, state.database, jobs,
+                [&] { return CountOfJobs(employee, board.Text(LDEmp::WorkDate.column)); });
+    OpenRecords(attempt, state, state.database, totals, TotalsOfDay(employee, base::TextOf(today)));
 
     // A day ended twice keeps its one row.
-    if (attempt.Test([&] { return totals.RecordCount() > 0; }, TakeBranch))
-        attempt([&] { totals.Edit(); });
-    else
-        attempt([&] { totals.AddNew(); });
+    EditDayOrAddNew(attempt, totals);
     attempt([&] { totals[LDTotals::EmpID] = state.currentEmployee; });
     attempt([&] { totals[LDTotals::WorkDate] = today; });
     attempt([&] { totals[LDTotals::StartDay] = board.Value(LDEmp::StartDay.column); });

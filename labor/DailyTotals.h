@@ -21,6 +21,9 @@ void DailyTotals(const ResumeNext& attempt, Shop& shop);
 // stand in a query.
 [[nodiscard]] std::string CountOfJobs(const std::string& employee, const std::string& day);
 [[nodiscard]] std::string TotalsOfDay(const std::string& employee, const std::string& day);
+// Makes the day's row the pending one, or a new row where it has none: then true. Requires:
+// `totals` is open over TotalsOfDay.
+bool EditDayOrAddNew(const ResumeNext& attempt, dao::Recordset& totals);
 // Sets length of the day, number of jobs and their hours in the pending row. Requires: the row has
 // its StartDay and EndDay; `jobs` is open over CountOfJobs.
 void WriteFigures(const ResumeNext& attempt, dao::Recordset& jobs, dao::Recordset& totals);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "labor/GetHistory.h"
 
+#include "app/OpenRecords.h"
 #include "app/ResumeNext.h"
 #include "app/Shop.h"
 #include "base/Calendar.h"
@@ -43,13 +44,11 @@ void GetHistory(Shop& shop)
     platform::Grid& daily = shop.window.grdDaily;
 
     // Today's jobs of the current employee, the newest first.
-    attempt([&] {
-        state.sqlText =
-            "SELECT * FROM LDHistory WHERE EmpID = " + base::TextOf(state.currentEmployee) +
-            " AND WorkDate = #" + base::TextOf(base::DatePartOf(shop.platform.clock.Now())) +
-            "# ORDER BY JobStart DESC;";
+    OpenRecords(attempt, state, state.database, state.history, [&] {
+        return "SELECT * FROM LDHistory WHERE EmpID = " + base::TextOf(state.currentEmployee) +
+               " AND WorkDate = #" + base::TextOf(base::DatePartOf(shop.platform.clock.Now())) +
+               "# ORDER BY JobStart DESC;";
     });
-    attempt([&] { state.history = state.database.OpenRecordset(state.sqlText); });
 
     // They fill the grid.
     const platform::ChangesHeld held(daily);
@@ -74,11 +73,9 @@ void GetLast10(Shop& shop)
 
     // All his jobs, in the order in which they were entered.
     attempt([&] { list.Clear(); });
-    attempt([&] {
-        state.sqlText =
-            "SELECT * FROM LDHistory WHERE EmpID = " + base::TextOf(state.currentEmployee);
+    OpenRecords(attempt, state, state.database, jobs, [&] {
+        return "SELECT * FROM LDHistory WHERE EmpID = " + base::TextOf(state.currentEmployee);
     });
-    attempt([&] { jobs = state.database.OpenRecordset(state.sqlText); });
     if (attempt.Test([&] { return jobs.RecordCount() <= 0; }, IfItFails::TakeBranch)) return;
 
     // The last ten, backwards.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "labor/WriteLabor.h"
 
+#include "app/OpenRecords.h"
 #include "app/ResumeNext.h"
 #include "app/Shop.h"
 #include "base/Convert.h"
@@ -90,12 +91,11 @@ void WriteLabor(Shop& shop)
 
     // The profile of the employee, with his rate. The one of the posting before is let go first, so
     // that a failing open never posts under another man's name.
-    attempt([&] {
-        state.sqlText = "SELECT * FROM Profile WHERE ProfileNumber = " +
-                        base::TextOf(history[LDHistory::EmpID]);
-    });
     attempt([&] { profile = dao::Recordset(); });
-    attempt([&] { profile = state.database.OpenRecordset(state.sqlText); });
+    OpenRecords(attempt, state, state.database, profile, [&] {
+        return "SELECT * FROM Profile WHERE ProfileNumber = " +
+               base::TextOf(history[LDHistory::EmpID]);
+    });
 
     // Without a profile nothing is posted; the history row stays.
     if (attempt.Test([&] { return profile.RecordCount() <= 0; }, IfItFails::TakeBranch)) return;

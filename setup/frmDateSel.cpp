@@ -33,6 +33,20 @@ void Hide(const frmDateSel& form)
     if (form.hide) form.hide();
 }
 
+void SelectAndHide(const ResumeNext& attempt, Shop& shop, const frmDateSel& form,
+                   const base::Value& date)
+{
+    attempt([&] { shop.values.selectedDate = DateOnly(date); });
+    attempt([&] { Hide(form); });
+}
+
+// The two buttons have no error trap.
+void SelectAndHide(Shop& shop, const frmDateSel& form, const base::Value& date)
+{
+    shop.values.selectedDate = DateOnly(date);
+    Hide(form);
+}
+
 }  // namespace
 
 void frmDateSel::Form_Activate(Shop& shop)
@@ -47,34 +61,29 @@ void frmDateSel::Form_Activate(Shop& shop)
 void frmDateSel::Calendar1_DblClick(Shop& shop)
 {
     const ResumeNext attempt(shop, "Sub frmDateSel!Calendar1_DblClick()");
-    attempt([&] { shop.values.selectedDate = DateOnly(Calendar1.Value()); });
-    attempt([&] { Hide(*this); });
+    SelectAndHide(attempt, shop, *this, Calendar1.Value());
 }
 
 void frmDateSel::picExit_Click(Shop& shop)
 {
     const ResumeNext attempt(shop, "Sub frmDateSel!picExit_Click()");
-    attempt([&] { shop.values.selectedDate = DateOnly(Calendar1.Value()); });
-    attempt([&] { Hide(*this); });
+    SelectAndHide(attempt, shop, *this, Calendar1.Value());
 }
 
 void frmDateSel::picCancel_Click(Shop& shop)
 {
     const ResumeNext attempt(shop, "Sub frmDateSel!picCancel_Click()");
-    attempt([&] { shop.values.selectedDate = DateOnly(startingDate); });
-    attempt([&] { Hide(*this); });
+    SelectAndHide(attempt, shop, *this, startingDate);
 }
 
 void frmDateSel::cmdExit_Click(Shop& shop)
 {
-    shop.values.selectedDate = DateOnly(Calendar1.Value());
-    Hide(*this);
+    SelectAndHide(shop, *this, Calendar1.Value());
 }
 
 void frmDateSel::Command1_Click(Shop& shop)
 {
-    shop.values.selectedDate = DateOnly(startingDate);
-    Hide(*this);
+    SelectAndHide(shop, *this, startingDate);
 }
 
 }  // namespace lodrin

@@ -21,24 +21,22 @@ namespace {
 
 using namespace platform::qt;
 
-constexpr int kMargin = 20;
-
 }  // namespace
 
 frmGLSelectView::frmGLSelectView(Shop& shop, EventDoor door, QWidget* owner)
-    : QDialog(owner), shop_(shop), door_(std::move(door))
+    : OwnedDialog(owner), shop_(shop), door_(std::move(door))
 {
     frmGLSelect& form = shop_.forms.glSelect;
     setObjectName("frmGLSelect");
     MirrorCaption(form.caption, this);
 
     auto* lists = new QHBoxLayout;
-    lists->setSpacing(kMargin);
+    lists->setSpacing(kDialogMargin);
     lists->addLayout(BuildList(form.lstGLCodes, "lstGLCodes", "&Labor Codes"), 1);
     lists->addLayout(BuildList(form.lstDepartments, "lstDepartments", "&Departments"), 1);
     lists->addLayout(BuildList(form.lstProgress, "lstProgress", "&Progress"), 1);
     auto* page = new QVBoxLayout(this);
-    page->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    page->setContentsMargins(kDialogMargin, kDialogMargin, kDialogMargin, kDialogMargin);
     page->setSpacing(kSpacing);
     page->addLayout(lists, 1);
     page->addLayout(BuildFooter());
@@ -84,7 +82,7 @@ QBoxLayout* frmGLSelectView::BuildFooter()
     connect(confirm, &QPushButton::clicked, this,
             [this] { door_.Dialog([](Shop& shop) { shop.forms.glSelect.cmdExit_Click(shop); }); });
     auto* row = new QHBoxLayout;
-    row->setSpacing(kMargin);
+    row->setSpacing(kDialogMargin);
     row->addWidget(help, 1);
     row->addWidget(confirm);
     return row;
@@ -102,19 +100,13 @@ void frmGLSelectView::Wait()
 bool frmGLSelectView::event(QEvent* event)
 {
     if (event->type() == QEvent::WindowActivate) Activate();
-    return QDialog::event(event);
+    return OwnedDialog::event(event);
 }
 
 void frmGLSelectView::Activate()
 {
     activated_ = true;
     door_.Always([](Shop& shop) { shop.forms.glSelect.Form_Activate(shop); });
-}
-
-void frmGLSelectView::showEvent(QShowEvent* event)
-{
-    StandOverOwner(*this);
-    QDialog::showEvent(event);
 }
 
 }  // namespace lodrin::ui

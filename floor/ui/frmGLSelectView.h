@@ -3,8 +3,7 @@
 #pragma once
 
 #include "app/ui/EventDoor.h"
-
-#include <QDialog>
+#include "platform/qt/OwnedDialog.h"
 
 class QBoxLayout;
 
@@ -18,7 +17,7 @@ class ListWidget;
 namespace lodrin::ui {
 
 // Rule: Escape and the close box leave it without a choice; Enter is the confirm button.
-class frmGLSelectView : public QDialog {
+class frmGLSelectView : public platform::qt::OwnedDialog {
 public:
     frmGLSelectView(Shop& shop, EventDoor door, QWidget* owner);
     ~frmGLSelectView() override;
@@ -27,7 +26,6 @@ public:
     void Wait();
 
 protected:
-    void showEvent(QShowEvent* event) override;
     bool event(QEvent* event) override;
 
 private:

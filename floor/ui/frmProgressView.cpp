@@ -19,8 +19,6 @@ namespace {
 
 using namespace platform::qt;
 
-constexpr int kMargin = 20;
-
 void Okay(Shop& shop)
 {
     shop.forms.progress.cmdOkay_Click(shop);
@@ -34,14 +32,14 @@ void Cancel(Shop& shop)
 }  // namespace
 
 frmProgressView::frmProgressView(Shop& shop, EventDoor door, QWidget* owner)
-    : QDialog(owner), shop_(shop), door_(std::move(door))
+    : OwnedDialog(owner), shop_(shop), door_(std::move(door))
 {
     frmProgress& form = shop_.forms.progress;
     setObjectName("frmProgress");
     MirrorCaption(form.caption, this);
 
     auto* page = new QVBoxLayout(this);
-    page->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    page->setContentsMargins(kDialogMargin, kDialogMargin, kDialogMargin, kDialogMargin);
     page->setSpacing(kSpacing);
     page->addLayout(BuildList(), 1);
     page->addLayout(BuildButtons());
@@ -113,12 +111,6 @@ void frmProgressView::closeEvent(QCloseEvent* event)
 {
     event->accept();
     done(Rejected);
-}
-
-void frmProgressView::showEvent(QShowEvent* event)
-{
-    StandOverOwner(*this);
-    QDialog::showEvent(event);
 }
 
 }  // namespace lodrin::ui

@@ -3,8 +3,7 @@
 #pragma once
 
 #include "app/ui/EventDoor.h"
-
-#include <QDialog>
+#include "platform/qt/OwnedDialog.h"
 
 class QBoxLayout;
 class QPushButton;
@@ -16,7 +15,7 @@ class Label;
 namespace lodrin::ui {
 
 // Rule: Enter is Okay, Escape is Cancel; the close box is neither.
-class frmProgressView : public QDialog {
+class frmProgressView : public platform::qt::OwnedDialog {
 public:
     frmProgressView(Shop& shop, EventDoor door, QWidget* owner);
     ~frmProgressView() override;
@@ -28,7 +27,6 @@ public:
     void reject() override;
 
 protected:
-    void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:

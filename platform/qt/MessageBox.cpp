@@ -4,6 +4,7 @@
 #include "platform/qt/Placing.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/ScrollPage.h"
+#include "platform/qt/ShopStyle.h"
 
 #include <QAbstractButton>
 #include <QCloseEvent>
@@ -17,7 +18,6 @@ namespace platform::qt {
 
 namespace {
 
-constexpr int kMargin = 20;
 constexpr int kBesideIcon = 14;      // that Qt leaves, whether there is an icon or not
 constexpr int kScrolledWidth = 640;  // of a box with more text than fits
 constexpr int kBesideBar = 8;        // between that text and its scroll bar
@@ -93,7 +93,8 @@ void MessageBox::LayOut()
 {
     // Without an icon there still is the blank beside it.
     const int blank = icon() == NoIcon ? kBesideIcon + std::max(0, grid()->horizontalSpacing()) : 0;
-    layout()->setContentsMargins(std::max(0, kMargin - blank), kMargin, kMargin, kMargin);
+    layout()->setContentsMargins(std::max(0, kDialogMargin - blank), kDialogMargin, kDialogMargin,
+                                 kDialogMargin);
     layout()->activate();
 }
 

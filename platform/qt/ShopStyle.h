@@ -16,6 +16,7 @@ inline constexpr int kFieldHeight = kTouchTarget;
 inline constexpr int kArrowWidth = kTouchTarget;
 inline constexpr int kHeaderHeight = 36;  // of a column: it is only read
 inline constexpr int kSpacing = 12;
+inline constexpr int kDialogMargin = 20;
 
 // Rule: colours are the desktop's own; only a selection whose text would be hard to read is
 //       darkened, and a selection looks the same whether or not its control has the focus.

@@ -18,12 +18,10 @@ namespace {
 
 using namespace platform::qt;
 
-constexpr int kMargin = 20;
-
 }  // namespace
 
 frmDateSelView::frmDateSelView(Shop& shop, EventDoor door, QWidget* owner)
-    : QDialog(owner), shop_(shop), door_(std::move(door))
+    : OwnedDialog(owner), shop_(shop), door_(std::move(door))
 {
     frmDateSel& form = shop_.forms.dateSel;
     setObjectName("frmDateSel");
@@ -53,7 +51,7 @@ frmDateSelView::frmDateSelView(Shop& shop, EventDoor door, QWidget* owner)
     buttons->addWidget(exit);
     buttons->addWidget(cancel);
     auto* page = new QVBoxLayout(this);
-    page->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    page->setContentsMargins(kDialogMargin, kDialogMargin, kDialogMargin, kDialogMargin);
     page->setSpacing(kSpacing);
     page->addWidget(new ScrollPage(calendar_, this), 1);
     page->addLayout(buttons);
@@ -72,12 +70,6 @@ void frmDateSelView::Wait()
 void frmDateSelView::reject()
 {
     door_.Dialog([](Shop& on) { on.forms.dateSel.Command1_Click(on); });
-}
-
-void frmDateSelView::showEvent(QShowEvent* event)
-{
-    StandOverOwner(*this);
-    QDialog::showEvent(event);
 }
 
 }  // namespace lodrin::ui

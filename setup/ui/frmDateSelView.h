@@ -3,8 +3,7 @@
 #pragma once
 
 #include "app/ui/EventDoor.h"
-
-#include <QDialog>
+#include "platform/qt/OwnedDialog.h"
 
 namespace platform::qt {
 class CalendarWidget;
@@ -13,16 +12,13 @@ class CalendarWidget;
 namespace lodrin::ui {
 
 // Rule: Escape and the close box are the button Cancel. It keeps its widgets while it is hidden.
-class frmDateSelView : public QDialog {
+class frmDateSelView : public platform::qt::OwnedDialog {
 public:
     frmDateSelView(Shop& shop, EventDoor door, QWidget* owner);
 
     // Shows it and waits until it is hidden.
     void Wait();
     void reject() override;
-
-protected:
-    void showEvent(QShowEvent* event) override;
 
 private:
     Shop& shop_;

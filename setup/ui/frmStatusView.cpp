@@ -19,13 +19,12 @@ namespace {
 
 using namespace platform::qt;
 
-constexpr int kMargin = 20;
 constexpr int kWording = Status::Column::Description;  // takes the room the others leave
 
 }  // namespace
 
 frmStatusView::frmStatusView(Shop& shop, EventDoor door, QWidget* owner)
-    : QDialog(owner), shop_(shop), door_(std::move(door))
+    : OwnedDialog(owner), shop_(shop), door_(std::move(door))
 {
     frmStatus& form = *shop_.forms.status;
     setObjectName("frmStatus");
@@ -41,11 +40,11 @@ frmStatusView::frmStatusView(Shop& shop, EventDoor door, QWidget* owner)
     connect(exit, &QPushButton::clicked, this, &frmStatusView::reject);
 
     auto* footer = new QHBoxLayout;
-    footer->setSpacing(kMargin);
+    footer->setSpacing(kDialogMargin);
     footer->addWidget(help, 1);
     footer->addWidget(exit);
     auto* page = new QVBoxLayout(this);
-    page->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    page->setContentsMargins(kDialogMargin, kDialogMargin, kDialogMargin, kDialogMargin);
     page->setSpacing(kSpacing);
     page->addWidget(grid_, 1);
     page->addLayout(footer);
@@ -79,12 +78,6 @@ void frmStatusView::reject()
 {
     if (!grid_->FinishTyping()) return;
     door_.Dialog([](Shop& shop) { shop.forms.status->cmdExit_Click(shop); });
-}
-
-void frmStatusView::showEvent(QShowEvent* event)
-{
-    StandOverOwner(*this);
-    QDialog::showEvent(event);
 }
 
 }  // namespace lodrin::ui

@@ -3,8 +3,7 @@
 #pragma once
 
 #include "app/ui/EventDoor.h"
-
-#include <QDialog>
+#include "platform/qt/OwnedDialog.h"
 
 namespace platform::qt {
 class GridWidget;
@@ -14,7 +13,7 @@ namespace lodrin::ui {
 
 // Rule: the close box, and Escape where nothing is being typed, are the Exit button; none of them
 //       leaves a typed wording behind that could not be stored.
-class frmStatusView : public QDialog {
+class frmStatusView : public platform::qt::OwnedDialog {
 public:
     // Requires: the form has been made.
     frmStatusView(Shop& shop, EventDoor door, QWidget* owner);
@@ -22,9 +21,6 @@ public:
     // Shows it and waits until it is left.
     void Wait();
     void reject() override;
-
-protected:
-    void showEvent(QShowEvent* event) override;
 
 private:
     void BuildGrid();

@@ -16,6 +16,7 @@
 #include "labor/WriteLabor.h"
 #include "labor/cmdBreak.h"
 #include "labor/cmdEndDay.h"
+#include "setup/frmDateSel.h"
 #include "setup/frmStatus.h"
 #include "setup/mnuSetup.h"
 #include "tests/support/ShopWorld.h"
@@ -139,6 +140,8 @@ const Case kCases[] = {
      }},
     {"picExit_Click", "Sub frmLodrin!picExit_Click()",
      [](EmptyProgram& p) { lodrin::picExit_Click(p.stuckShop); }},
+    {"cmdExit_Click", "Sub frmLodrin!cmdExit_Click()",
+     [](EmptyProgram& p) { lodrin::cmdExit_Click(p.stuckShop); }},
     {"BuildLD", "Sub modBuildLD!BuildLD()",
      [](EmptyProgram& p) {
          p.world.fakes.files.Write("C:/Shop/Kelvaro.mdb", "");
@@ -230,6 +233,26 @@ const Case kCases[] = {
          lodrin::frmStatus form;
          form.close = StandsStill;
          form.cmdExit_Click(p.shop);
+     }},
+    {"frmDateSel_Form_Activate", "Sub frmDateSel!Form_Activate()",
+     [](EmptyProgram& p) {
+         p.shop.forms.dateSel.Calendar1.changed = StandsStill;
+         p.shop.forms.dateSel.Form_Activate(p.shop);
+     }},
+    {"Calendar1_DblClick", "Sub frmDateSel!Calendar1_DblClick()",
+     [](EmptyProgram& p) {
+         p.shop.forms.dateSel.hide = StandsStill;
+         p.shop.forms.dateSel.Calendar1_DblClick(p.shop);
+     }},
+    {"frmDateSel_picExit_Click", "Sub frmDateSel!picExit_Click()",
+     [](EmptyProgram& p) {
+         p.shop.forms.dateSel.hide = StandsStill;
+         p.shop.forms.dateSel.picExit_Click(p.shop);
+     }},
+    {"picCancel_Click", "Sub frmDateSel!picCancel_Click()",
+     [](EmptyProgram& p) {
+         p.shop.forms.dateSel.hide = StandsStill;
+         p.shop.forms.dateSel.picCancel_Click(p.shop);
      }},
 };
 

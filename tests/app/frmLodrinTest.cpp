@@ -44,6 +44,17 @@ TEST_F(frmLodrinTest, TheLoadFillsTheListsAndOpensTheStatusDescriptions)
     EXPECT_EQ(Reports(), std::vector<std::string>{});
 }
 
+TEST_F(frmLodrinTest, AMissingRecordInTheLoadIsOneLineInTheLogAndNoBox)
+{
+    shop.window.lblDate.changed = [] { throw base::NumberedError(3021); };
+    Load();
+    EXPECT_EQ(fakes.files.Read("/Lodrin.Log"),
+              "\"Error 3021 in Sub frmLodrin!Form_Load()Error = 'No current record.'"
+              "3/15/2004:12:00:00 PM\"\r\n");
+    EXPECT_EQ(fakes.prompts.boxes.size(), 1U);  // that there was nothing to synchronise
+    EXPECT_TRUE(shop.state.firstActivation);
+}
+
 TEST_F(frmLodrinTest, WithoutStatusDescriptionsTheWarningComesOnceAfterTheListsAreFilled)
 {
     Given({tests::Employee("Jones, Bob", 8), tests::RepairOrder(1001)});

@@ -161,22 +161,19 @@ TEST_F(BuildLDTest, NewRowsAreNumberedAndStartWithTheirDefaults)
             rows.Update();
         }
     }
-    const std::vector<tests::Record> employees = Rows("LDEmp");
-    ASSERT_EQ(employees.size(), 2U);
-    EXPECT_EQ(employees[0]["EmpEntry"], Value(1));
-    EXPECT_EQ(employees[1]["EmpEntry"], Value(2));
-    EXPECT_EQ(employees[0]["EmpID"], Value(0));
-    EXPECT_EQ(employees[0]["WO#"], Value(0));
-    EXPECT_EQ(employees[0]["Name"], Value(""));
-    EXPECT_EQ(employees[0]["GLType"], Value(""));
-    EXPECT_EQ(employees[0]["StartDay"], Value(Null{}));
-    EXPECT_EQ(Jobs()[1]["ID"], Value(2));
-    EXPECT_EQ(Jobs()[1]["Hrs"], Value(0.0));
-    EXPECT_EQ(Totals()[1]["ID"], Value(2));
-    EXPECT_EQ(Totals()[1].Text("JobCount"), "0");
-    EXPECT_EQ(Totals()[1]["WorkDate"], Value(Null{}));
-    EXPECT_EQ(Rows("Status")[1]["ID"], Value(2));
-    EXPECT_EQ(Rows("Status")[1]["Description"], Value(""));
+    // The second row of each.
+    const std::map<std::string, std::vector<Value>> expected{
+        {"LDEmp", {2, 0, "", Null{}, Null{}, Null{}, 0, 0, "", "", Null{}, ""}},
+        {"LDTotals", {2, 0, Null{}, Null{}, Null{}, 0.0, std::int16_t{0}, 0.0}},
+        {"LDHistory", {2, 0, Null{}, Null{}, Null{}, 0, 0, "", 0.0, "", ""}},
+        {"Status", {2, "", "", "", ""}}};
+    for (const auto& [table, values] : expected) {
+        const tests::Record row = Rows(table).at(1);
+        const std::vector<dao::FieldDef> fields = database.TableDef(table).Fields();
+        ASSERT_EQ(fields.size(), values.size()) << table;
+        for (std::size_t at = 0; at < values.size(); ++at)
+            EXPECT_EQ(row[fields[at].name], values[at]) << table << "." << fields[at].name;
+    }
 }
 
 }  // namespace

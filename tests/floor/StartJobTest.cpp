@@ -189,6 +189,25 @@ TEST_F(StartJobTest, SameDepartmentAddsNoLine)
     EXPECT_EQ(Order(1001)[WorkOrder::AuditNotes], "before");
 }
 
+TEST_F(StartJobTest, SameDepartmentIsStoredAgain)
+{
+    Given({Employee("Jones, Bob", 8), RepairOrder(1001)
+                                          .With(WorkOrder::BLTech, 7)
+                                          .With(WorkOrder::DeptSequence, std::int16_t{70})
+                                          .With(WorkOrder::Started, base::Date{38000})
+                                          .With(WorkOrder::Arrived, base::Date{38000})});
+    At("08:00 AM").Select("Jones, Bob").Picks("BL", "Paint");
+    // Another station edits the order: the one store of it is refused.
+    dao::Database another = engine.DefaultWorkspace().OpenDatabase(DatabasePath());
+    dao::Recordset order = another.OpenRecordset("SELECT * FROM WorkOrder");
+    order.Edit();
+    pause = [](auto) {};
+    fakes.prompts.TakeAnyBox();
+    Starts(1001);
+    ASSERT_EQ(fakes.prompts.boxes.size(), 1U);
+    EXPECT_NE(fakes.prompts.boxes[0].text.find("locked"), std::string::npos);
+}
+
 TEST_F(StartJobTest, FirstDepartmentOfAnOrderAddsNoLine)
 {
     Given({Employee("Jones, Bob", 8), RepairOrder(1001)});

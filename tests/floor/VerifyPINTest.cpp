@@ -78,6 +78,24 @@ TEST_F(VerifyPINTest, EveryActionAsksAfresh)
     EXPECT_EQ(fakes.prompts.inputs.size(), 2U);
 }
 
+TEST_F(VerifyPINTest, EachStepOfTheDayAsksOnce)
+{
+    const auto asked = [this] { return fakes.prompts.inputs.size(); };
+    Given({Employee("Jones, Bob", 8).With("PIN", "1234"), RepairOrder(1001), RepairOrder(1002),
+           ProgressText("All done")});
+    At("08:00 AM").Select("Jones, Bob").Types("1234").Picks("BL", "Paint").Starts(1001);
+    EXPECT_EQ(asked(), 1U);
+    At("09:00 AM").Types("1234").Picks("BL", "Paint").Starts(1002);
+    EXPECT_EQ(asked(), 2U);
+    At("12:00 PM").Types("1234").ConfirmsProgress().GoesOnBreak();
+    EXPECT_EQ(asked(), 3U);
+    At("12:30 PM").Types("1234").Picks("BL", "Paint").Starts(1001);
+    EXPECT_EQ(asked(), 4U);
+    At("04:30 PM").IsSure().Types("1234").ConfirmsProgress().EndsDay();
+    EXPECT_EQ(asked(), 5U);
+    EXPECT_EQ(Totals().size(), 1U);
+}
+
 TEST_F(VerifyPINTest, EmployeeWithoutProfileIsRefusedWithoutAPrompt)
 {
     Given({Employee("Jones, Bob", 8).Without("Profile")});

@@ -23,11 +23,7 @@ protected:
         counter.defaultValue = defaultValue;
         table.Append(counter);
         table.Append(TableDef::CreateField("Number", FieldType::Long));
-        IndexDef key;
-        key.name = "PrimaryKey";
-        key.fields.push_back({"Id", true});
-        key.primary = true;
-        table.Append(key);
+        table.Append(Primary("Id"));
         database.Append(table);
         tickets = Open("Tickets");
     }

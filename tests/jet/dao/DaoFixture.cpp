@@ -38,6 +38,15 @@ EngineSettings DaoTest::SettingsOf(const std::string& machine)
                 }};
 }
 
+IndexDef Primary(const char* field)
+{
+    IndexDef key;
+    key.name = "PrimaryKey";
+    key.fields.push_back({field, true});
+    key.primary = true;
+    return key;
+}
+
 DaoTest::DaoTest(FileKind kind) : engine(SettingsOf("FRONT-DESK"), files)
 {
     tests::CreateDatabase(engine, kFile, kind);

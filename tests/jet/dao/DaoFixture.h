@@ -27,6 +27,9 @@ using tests::FileKind;
 // The values of one field from the first row to the last, as text; null is "<null>".
 [[nodiscard]] std::vector<std::string> Column(Recordset& records, std::string_view field);
 
+// A primary key over one field.
+[[nodiscard]] IndexDef Primary(const char* field);
+
 class DaoTest : public testing::Test {
 protected:
     explicit DaoTest(FileKind kind = FileKind::Jet4);

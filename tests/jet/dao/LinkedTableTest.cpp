@@ -296,11 +296,7 @@ TEST_P(LinkedTableTest, RelationshipsOfTheOtherFileHold)
 {
     TableDef kinds("Kinds");
     kinds.Append(TableDef::CreateField("Id", FieldType::Long));
-    IndexDef key;
-    key.name = "PrimaryKey";
-    key.fields.push_back({"Id", true});
-    key.primary = true;
-    kinds.Append(key);
+    kinds.Append(Primary("Id"));
     other.Append(kinds);
     TableDef uses("Uses");
     uses.Append(TableDef::CreateField("Kind", FieldType::Long));

@@ -28,15 +28,6 @@ protected:
         database.Append(lines);
     }
 
-    static IndexDef Primary(const char* field)
-    {
-        IndexDef key;
-        key.name = "PrimaryKey";
-        key.fields.push_back({field, true});
-        key.primary = true;
-        return key;
-    }
-
     // Orders belong to customers, lines to orders.
     void Relate(int attributes)
     {
