@@ -34,7 +34,7 @@ public:
     // Writes at once; a write beyond the end lengthens the file.
     virtual void Write(std::uint64_t offset, std::span<const std::byte> bytes) = 0;
     virtual void Truncate(std::uint64_t size) = 0;
-    // Returns when everything written so far would survive a power cut.
+    // Returns when everything written so far, and the file's name, would survive a power cut.
     virtual void Flush() = 0;
     // Whether `path` still leads to this file; somebody may have removed or replaced it since.
     [[nodiscard]] virtual bool IsNamed(const std::string& path) const = 0;
@@ -65,7 +65,7 @@ public:
     [[nodiscard]] virtual std::unique_ptr<File> Create(const std::string& path) = 0;
     [[nodiscard]] virtual bool Exists(const std::string& path) const = 0;
     virtual void Remove(const std::string& path) = 0;
-    virtual void Rename(const std::string& from, const std::string& to) = 0;
+    virtual void Rename(const std::string& from, const std::string& to) = 0;  // flushes the name
     // The one name of a file that two spellings of its path share.
     [[nodiscard]] virtual std::string Canonical(const std::string& path) const = 0;
 };

@@ -5,10 +5,13 @@
 //     station lock FOLDER MACHINE OFFSET LENGTH   locks bytes of the lock file; the same
 //     station jobs FOLDER SEAT JOBS SEED          changes jobs as one employee, one after another
 //     station add  FOLDER SEAT TIMES              adds one to a row that all add to, again and
-//     again station watch FOLDER                        reads everything until there is a file
-//     "closing",
-//                                                 and tells of rows that are half of one thing and
-//                                                 half of another
+//                                                 again
+//     station watch FOLDER                        reads everything until there is a file
+//                                                 "closing", and tells of rows that are half of one
+//                                                 thing and half of another
+//     station act  FOLDER ACT OPERATIONS          does one act (ShopActs.h), and is killed when it
+//                                                 has told the disk of that many writes, flushes
+//                                                 and the like
 //
 // Prints "ready" when it has what it wants, "done N" after each piece of work, and at the end
 // "reads N". A machine without a name (-) leaves no entry in the lock file.
@@ -19,10 +22,14 @@
 #include "jet/io/StdFile.h"
 #include "jet/locks/LockFile.h"
 #include "labor/Hours.h"
+#include "tests/support/ShopActs.h"
 #include "tests/support/ShopWorld.h"
+#include "tests/support/StoredStates.h"
+#include "tests/support/WatchedFileSystem.h"
 
 #include <array>
 #include <cmath>
+#include <csignal>
 #include <iostream>
 #include <random>
 
@@ -227,6 +234,22 @@ int Watch(const Words& words)
     return 0;
 }
 
+int ActAndDie(const Words& words)
+{
+    jet::io::StdFileSystem files;
+    tests::WatchedFileSystem disk(files);
+    std::size_t left = std::stoul(words[4]);
+    disk.beforeCall = [&disk, &left] {
+        if (!tests::IsOperation(disk.call)) return;
+        if (left == 0) std::raise(SIGKILL);
+        --left;
+    };
+    tests::ShopWorld world(words[2], disk);
+    world.fakes.prompts.TakeAnyBox();
+    tests::ShopActOf(words[3]).run(world);
+    return 0;
+}
+
 int Run(const Words& words)
 {
     if (words.size() == 5 && words[1] == "hold") return Hold(words);
@@ -234,7 +257,8 @@ int Run(const Words& words)
     if (words.size() == 6 && words[1] == "jobs") return Jobs(words);
     if (words.size() == 5 && words[1] == "add") return Add(words);
     if (words.size() == 3 && words[1] == "watch") return Watch(words);
-    std::cerr << "usage: station hold|lock|jobs|add|watch FOLDER ...\n";
+    if (words.size() == 5 && words[1] == "act") return ActAndDie(words);
+    std::cerr << "usage: station hold|lock|jobs|add|watch|act FOLDER ...\n";
     return 2;
 }
 

@@ -2,9 +2,9 @@
 #include "tests/support/FaultFileSystem.h"
 
 #include "base/NumberedError.h"
+#include "tests/support/UnflushedWrites.h"
 
 #include <algorithm>
-#include <map>
 #include <set>
 
 namespace tests {
@@ -15,18 +15,13 @@ using jet::io::OpenMode;
 
 namespace {
 
-// What one unconfirmed change would have to put back.
-struct Undo {
-    std::uint64_t size = 0;
-    std::uint64_t offset = 0;
-    std::vector<std::byte> bytes;
-};
-
 class FaultFile;
 
 }  // namespace
 
 struct FaultFileSystem::Plan {
+    explicit Plan(jet::io::FileSystem& below) : unconfirmed(below) {}
+
     std::size_t operations = 0;
     std::optional<std::size_t> powerEnds;
     std::optional<std::size_t> failsFrom;
@@ -36,7 +31,8 @@ struct FaultFileSystem::Plan {
     Unflushed unflushed = Unflushed::Kept;
     bool dark = false;
     std::size_t boots = 0;
-    std::map<std::string, std::vector<Undo>> unconfirmed;
+    UnflushedWrites unconfirmed;
+    std::mt19937 dice;
     std::set<FaultFile*> open;
 
     void RequirePower(std::size_t boot) const
@@ -55,6 +51,11 @@ struct FaultFileSystem::Plan {
         if (powerEnds && now >= *powerEnds) dark = true;
         return dark;
     }
+
+    [[nodiscard]] bool Remembers() const { return unflushed != Unflushed::Kept; }
+    // An operation of names that is under way when the power fails may have been done.
+    [[nodiscard]] bool NamesAtRisk() const { return unflushed == Unflushed::Shuffled; }
+    [[nodiscard]] bool DoesTheLast() { return NamesAtRisk() && dice() % 2 == 0; }
 
     void Count(std::size_t boot)
     {
@@ -93,13 +94,15 @@ public:
     void Write(std::uint64_t offset, std::span<const std::byte> bytes) override
     {
         if (!plan_->Fails(boot_)) {
-            Remember(offset, bytes.size());
+            Remember(offset, bytes);
             return below_->Write(offset, bytes);
         }
         if (plan_->last == LastWrite::Torn) {
-            const std::size_t half = std::max<std::size_t>(1, bytes.size() / 2);
-            Remember(offset, half);
-            below_->Write(offset, bytes.first(half));
+            // A shuffled disk tears it as it likes.
+            const auto stored = bytes.first(
+                plan_->NamesAtRisk() ? bytes.size() : std::max<std::size_t>(1, bytes.size() / 2));
+            Remember(offset, stored);
+            below_->Write(offset, stored);
         }
         plan_->RequirePower(boot_);
     }
@@ -107,8 +110,7 @@ public:
     void Truncate(std::uint64_t size) override
     {
         plan_->Count(boot_);
-        const std::uint64_t before = below_->Size();
-        Remember(size, before > size ? before - size : 0);
+        if (plan_->Remembers() && IsNamed(path_)) plan_->unconfirmed.Truncate(path_, size);
         below_->Truncate(size);
     }
 
@@ -116,7 +118,7 @@ public:
     {
         plan_->Count(boot_);
         below_->Flush();
-        plan_->unconfirmed.erase(path_);
+        if (below_->IsNamed(path_)) plan_->unconfirmed.Flush(path_);
     }
 
     [[nodiscard]] bool IsNamed(const std::string& path) const override
@@ -145,16 +147,10 @@ public:
     }
 
 private:
-    void Remember(std::uint64_t offset, std::uint64_t length)
+    void Remember(std::uint64_t offset, std::span<const std::byte> bytes)
     {
-        if (plan_->unflushed == Unflushed::Kept) return;
-        Undo undo{.size = below_->Size(), .offset = offset, .bytes = {}};
-        const std::uint64_t end = std::min(undo.size, offset + length);
-        if (offset < end) {
-            undo.bytes.resize(static_cast<std::size_t>(end - offset));
-            below_->Read(offset, undo.bytes);
-        }
-        plan_->unconfirmed[path_].push_back(std::move(undo));
+        if (plan_->Remembers() && below_->IsNamed(path_))
+            plan_->unconfirmed.Write(path_, offset, bytes);
     }
 
     std::unique_ptr<File> below_;
@@ -166,7 +162,7 @@ private:
 }  // namespace
 
 FaultFileSystem::FaultFileSystem(jet::io::FileSystem& below)
-    : below_(below), plan_(std::make_shared<Plan>())
+    : below_(below), plan_(std::make_shared<Plan>(below))
 {
 }
 
@@ -177,7 +173,13 @@ void FaultFileSystem::PullThePlugAfter(std::size_t operations, LastWrite last, U
     plan_->powerEnds = plan_->operations + operations;
     plan_->last = last;
     plan_->unflushed = unflushed;
-    plan_->unconfirmed.clear();
+    if (unflushed != Unflushed::Shuffled) plan_->unconfirmed.Forget();
+}
+
+void FaultFileSystem::PutUnflushedAtRisk(std::uint32_t seed)
+{
+    plan_->unflushed = Unflushed::Shuffled;
+    plan_->dice.seed(seed);
 }
 
 void FaultFileSystem::FailOnce(std::size_t operations, int number)
@@ -201,15 +203,10 @@ void FaultFileSystem::Reboot()
     ++plan_->boots;
     for (FaultFile* const file : plan_->open)
         file->Close();
-    for (auto& [path, undos] : plan_->unconfirmed) {
-        if (!below_.Exists(path)) continue;
-        const auto file = below_.Open(path, OpenMode::ReadWrite);
-        for (auto undo = undos.rbegin(); undo != undos.rend(); ++undo) {
-            file->Truncate(undo->size);
-            if (!undo->bytes.empty()) file->Write(undo->offset, undo->bytes);
-        }
-    }
-    plan_->unconfirmed.clear();
+    if (plan_->unflushed == Unflushed::Shuffled)
+        plan_->unconfirmed.Shuffle(plan_->dice);
+    else
+        plan_->unconfirmed.Lose();
     plan_->unflushed = Unflushed::Kept;
 }
 
@@ -231,8 +228,12 @@ std::unique_ptr<File> FaultFileSystem::Open(const std::string& path, OpenMode mo
 
 std::unique_ptr<File> FaultFileSystem::Create(const std::string& path)
 {
-    plan_->Count(plan_->boots);
-    return std::make_unique<FaultFile>(below_.Create(path), path, plan_);
+    const bool fails = plan_->Fails(plan_->boots);
+    if (fails && !plan_->DoesTheLast()) plan_->RequirePower(plan_->boots);
+    if (plan_->NamesAtRisk()) plan_->unconfirmed.Create(path);
+    std::unique_ptr<File> file = below_.Create(path);
+    plan_->RequirePower(plan_->boots);
+    return std::make_unique<FaultFile>(std::move(file), path, plan_);
 }
 
 bool FaultFileSystem::Exists(const std::string& path) const
@@ -243,17 +244,21 @@ bool FaultFileSystem::Exists(const std::string& path) const
 
 void FaultFileSystem::Remove(const std::string& path)
 {
-    plan_->Count(plan_->boots);
+    const bool fails = plan_->Fails(plan_->boots);
+    if (fails && !plan_->DoesTheLast()) plan_->RequirePower(plan_->boots);
+    if (plan_->NamesAtRisk()) plan_->unconfirmed.Remove(path);
+    if (!plan_->NamesAtRisk()) plan_->unconfirmed.Flush(path);
     below_.Remove(path);
-    plan_->unconfirmed.erase(path);
+    plan_->RequirePower(plan_->boots);
 }
 
 void FaultFileSystem::Rename(const std::string& from, const std::string& to)
 {
-    plan_->Count(plan_->boots);
+    const bool fails = plan_->Fails(plan_->boots);
+    if (fails && !plan_->DoesTheLast()) plan_->RequirePower(plan_->boots);
+    plan_->unconfirmed.Rename(from, to);
     below_.Rename(from, to);
-    plan_->unconfirmed.erase(from);
-    plan_->unconfirmed.erase(to);
+    plan_->RequirePower(plan_->boots);
 }
 
 std::string FaultFileSystem::Canonical(const std::string& path) const

@@ -5,6 +5,7 @@
 #include "jet/io/File.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,8 +16,9 @@ namespace tests {
 // What the last operation before the power cut leaves behind.
 enum class LastWrite { Whole, Torn };
 
-// What a disk may do with writes that no flush has confirmed.
-enum class Unflushed { Kept, Lost };
+// What a disk may do with writes that no flush has confirmed. Shuffled: some are lost and the rest
+// is stored in any order, and names of files are lost or come back (UnflushedWrites).
+enum class Unflushed { Kept, Lost, Shuffled };
 
 // Passes every call on, and counts writes, truncations, flushes, creations, removals and renames.
 //
@@ -36,11 +38,15 @@ public:
     // it is a write, stores its first half (at least one byte).
     void PullThePlugAfter(std::size_t operations, LastWrite last = LastWrite::Whole,
                           Unflushed unflushed = Unflushed::Kept);
+    // From now on until a Reboot nothing but a flush is relied on, and the choices of the disk are
+    // made by this seed. The cut is to say Unflushed::Shuffled.
+    void PutUnflushedAtRisk(std::uint32_t seed);
     // One counted operation fails with `number`, after `operations` more of them; the rest succeed.
     void FailOnce(std::size_t operations, int number);
     // After `operations` more counted operations the next `failures` fail with 3043.
     void FailFrom(std::size_t operations, std::size_t failures);
-    // Power is back. With Unflushed::Lost, writes since each file's last flush are undone first.
+    // Power is back. With Unflushed::Lost, writes since each file's last flush (or since the cut
+    // was planned) are undone first.
     void Reboot();
 
     // Counted operations since the object was made.

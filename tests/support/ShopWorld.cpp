@@ -10,7 +10,6 @@
 #include "labor/GetHistory.h"
 #include "labor/cmdBreak.h"
 #include "labor/cmdEndDay.h"
-#include "tests/support/FileKind.h"
 
 #include <stdexcept>
 #include <thread>
@@ -51,6 +50,12 @@ ShopWorld::ShopWorld(const std::filesystem::path& folder, const std::string& mac
     shop.values.DataPath = folder.string();
 }
 
+ShopWorld::ShopWorld(const std::filesystem::path& folder, jet::io::FileSystem& disk)
+    : services(fakes.AsServices()), engine(Settings({}), disk), shop(dialogs, services, engine)
+{
+    shop.values.DataPath = folder.string();
+}
+
 dao::EngineSettings ShopWorld::Settings(const std::string& machine)
 {
     return {.now = [this] { return fakes.clock.Now(); },
@@ -76,7 +81,7 @@ void ShopWorld::Append(const std::vector<dao::TableDef>& tables)
 
 void ShopWorld::MakeManagementDatabase()
 {
-    CreateDatabase(engine, DatabasePath(), ShopKind());
+    CreateDatabase(engine, DatabasePath(), kind);
     Append(ManagementTables());
 }
 

@@ -6,6 +6,7 @@
 #include "data/Tables.h"
 #include "jet/dao/DBEngine.h"
 #include "platform/fake/Fakes.h"
+#include "tests/support/FileKind.h"
 #include "tests/support/Records.h"
 #include "tests/support/ScriptedDialogs.h"
 #include "tests/support/ShopTables.h"
@@ -42,6 +43,8 @@ public:
     explicit ShopWorld(jet::io::FileSystem& disk);
     // The shop whose files lie in this folder of the machine; others are told this machine's name.
     explicit ShopWorld(const std::filesystem::path& folder, const std::string& machine = {});
+    // The same through a disk that leads to this machine's.
+    ShopWorld(const std::filesystem::path& folder, jet::io::FileSystem& disk);
     ShopWorld(const ShopWorld&) = delete;
     ShopWorld& operator=(const ShopWorld&) = delete;
 
@@ -105,6 +108,8 @@ public:
     // On its disk.
     [[nodiscard]] std::string DatabasePath() const;
 
+    // The kind of file that is made.
+    FileKind kind = ShopKind();
     platform::Fakes fakes;
     platform::Services services;
     // How the engine waits for a lock; when null, it sleeps.
