@@ -8,7 +8,8 @@ struct frmGLSelect;
 struct Shop;
 
 // Rule: the modal calls load the form, show it and return when it is closed. They are called only
-//       through ShowModal in app/Dispatch.h, which keeps the main window's events out meanwhile.
+//       by the functions of the same names in app/Dispatch.h, which keep the main window's events
+//       out meanwhile.
 class Dialogs {
 public:
     Dialogs() = default;

@@ -2,6 +2,7 @@
 #include "app/Dispatch.h"
 
 #include "app/Shop.h"
+#include "app/modErrTrap.h"
 #include "base/NumberedError.h"
 
 #include <new>
@@ -29,7 +30,7 @@ void RunToItsEnd(Shop& shop, const std::function<void(Shop&)>& procedure)
     } catch (const base::NumberedError& error) {
         EndUnhandled(shop, error.Number(), error.what());
     } catch (const std::bad_alloc&) {
-        EndUnhandled(shop, 7, base::ErrorText(7));
+        EndUnhandled(shop, kOutOfMemory, base::ErrorText(kOutOfMemory));
     }
 }
 

@@ -13,7 +13,7 @@ struct Shop;
 
 // Runs an event procedure of the main window, or drops the event when a procedure is running or a
 // box or dialog is open. An error that reaches this door is shown once and ends the program.
-// Rule: nothing but platform::ProgramEnded ever leaves it.
+// Rule: no error with a number ever leaves it, only platform::ProgramEnded.
 void Dispatch(Shop& shop, const std::function<void(Shop&)>& procedure);
 
 // The same for an event of the modal dialog that is open: it runs while the procedure that opened

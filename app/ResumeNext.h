@@ -36,7 +36,7 @@ public:
         } catch (const base::NumberedError& error) {
             Report(error.Number(), error.what());
         } catch (const std::bad_alloc&) {
-            Report(7, base::ErrorText(7));
+            Report(kOutOfMemory, base::ErrorText(kOutOfMemory));
         }
     }
 

@@ -16,6 +16,8 @@ void Main(Shop& shop);
 // on with its next statement. Its own failures (the log cannot be written) leave it as they are.
 void ErrTrap(Shop& shop, std::string_view location, int number, std::string_view description);
 
+inline constexpr int kOutOfMemory = 7;
+
 // Whether the trap itself tells the user of a failure of that number, in a box.
 [[nodiscard]] bool IsTold(int number);
 

@@ -66,9 +66,8 @@ struct Status {
 
 // The management system's tables, as far as the program uses them.
 struct Profile {
-    static constexpr std::string_view ProfileNumber = "ProfileNumber", Type = "Type",
-                                      LastName = "LastName", FirstName = "FirstName", PIN = "PIN",
-                                      EmpRate = "EmpRate";
+    static constexpr std::string_view ProfileNumber = "ProfileNumber", LastName = "LastName",
+                                      FirstName = "FirstName", PIN = "PIN", EmpRate = "EmpRate";
 };
 
 struct WorkOrder {

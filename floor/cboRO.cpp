@@ -22,7 +22,6 @@ constexpr const char* kOpenRepairOrders =
     "ORDER BY WorkOrderNumber";
 // Between number and description; the number is cut out again in front of it.
 constexpr const char* kSeparator = "  ";
-constexpr int kEnterKey = 13;
 
 // Lists the repair order at hand when it has a number.
 void ListRepairOrder(const ResumeNext& attempt, dao::Recordset& repairOrder,

@@ -8,7 +8,8 @@ struct Shop;
 
 void GetROList(Shop& shop);
 void cboRO_Click(Shop& shop);
-// Acts on 13, the Enter key.
+inline constexpr int kEnterKey = 13;
+// Acts on the Enter key alone.
 void cboRO_KeyUp(Shop& shop, int keyCode);
 
 }  // namespace lodrin

@@ -47,7 +47,7 @@ bool WasClosedBefore(const MainWindowState& state, const platform::Grid& board)
     return state.automaticEndOfDay && state.recordedOnBoard.count(JobOnBoard(board)) > 0;
 }
 
-void EndDay(EmployeeRow& row, const platform::Clock& clock)
+void EndDay(EmployeeRow row, const platform::Clock& clock)
 {
     row.Edit();
     row.ClearJob();
@@ -75,8 +75,8 @@ void cmdEndDay_Click(Shop& shop)
     if (attempt.Test(jobIsOpen, TakeBranch)) attempt([&] { WriteHistory(shop); });
 
     // Where his record is gone, his row of the board stays as it is.
-    EmployeeRow row(attempt, state.employees, board);
-    if (FindsEmployee(attempt, shop)) EndDay(row, shop.platform.clock);
+    if (FindsEmployee(attempt, shop))
+        EndDay(EmployeeRow(attempt, state.employees, board), shop.platform.clock);
     DailyTotals(attempt, shop);
 }
 

@@ -50,9 +50,10 @@ private:
     std::unique_ptr<frmLodrinView> main_;
     QPointer<QWidget> procMsg_;  // may go with the window that owns it
     QPointer<QDialog> glSelect_;
-    QPointer<frmDateSelView> dateSel_;  // as status_
+    // Made once; they belong to the main window.
+    QPointer<frmDateSelView> dateSel_;
     QPointer<frmPreviewView> preview_;
-    QPointer<frmStatusView> status_;  // made once; belongs to the main window
+    QPointer<frmStatusView> status_;
 };
 
 }  // namespace lodrin::ui

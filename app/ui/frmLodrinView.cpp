@@ -43,7 +43,6 @@ using namespace platform::qt;
 constexpr int kMargin = 16;
 constexpr double kNameSize = 1.9;  // of the usual font
 constexpr QSize kWholeSize(1280, 960);
-constexpr int kEnterKey = 13;
 constexpr const char* kChooseName = "Choose your name on the board.";
 
 QFont Scaled(QFont font, double factor, bool bold)

@@ -4,6 +4,7 @@
 #include "app/Shop.h"
 #include "platform/qt/Mirror.h"
 #include "platform/qt/Placing.h"
+#include "platform/qt/ShopStyle.h"
 
 #include <QLabel>
 #include <QPainter>
@@ -14,7 +15,6 @@ namespace lodrin::ui {
 
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
 constexpr int kWidth = 640;
 constexpr int kBand = 132;  // height of the band that carries the program's name
 constexpr int kMargin = 28;
@@ -40,7 +40,7 @@ void frmSplashView::showEvent(QShowEvent* event)
     const QRect whole = screen()->geometry();
     move(whole.left() + (whole.width() - frameGeometry().width()) / 2,
          whole.top() + (whole.height() - frameGeometry().height()) / 2 +
-             kSplashBelowCentre / kTwipsPerPixel);
+             kSplashBelowCentre / platform::qt::kTwipsPerPixel);
     QWidget::showEvent(event);
 }
 

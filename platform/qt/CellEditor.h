@@ -23,8 +23,6 @@ public:
     [[nodiscard]] QLineEdit* Line() const { return line_; }
     [[nodiscard]] QModelIndex Cell() const { return cell_; }
     [[nodiscard]] bool Storing() const { return storing_; }
-    // What the line holds was not taken.
-    [[nodiscard]] bool Refused() const { return refused_; }
     // Stores what the line holds and closes it. False when that was refused.
     [[nodiscard]] bool Finish(EndEditHint then = NoHint);
 

@@ -6,8 +6,7 @@ class QListView;
 
 namespace platform::qt {
 
-// Rule: an entry is never wider than its list, so there is nothing to be scrolled sideways; one
-// that
+// Rule: an entry is never wider than its list, so there is nothing to be scrolled sideways. What
 //       is cut can be read whole in its tip.
 void OneLineEach(QListView& list);
 // How wide the list had to be to show each entry whole. Units: logical pixels.

@@ -18,8 +18,7 @@ public:
     // Requires: the grid outlives the model's use.
     explicit GridModel(const Grid& grid, QObject* parent = nullptr);
 
-    // A row told in a sentence, for those who hear the grid instead of seeing it; rows count
-    // from 1.
+    // A row, counted from 1, told in a sentence for those who hear the grid and do not see it.
     std::function<std::string(int row)> inWords;
 
     // Takes over what the grid holds now. Returns whether rows or columns came or went.

@@ -20,7 +20,6 @@ namespace platform::qt {
 
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
 constexpr double kDesignFontHeight = 13;  // pixels of the 8-point font the widths were made for
 const base::Date kWideTime{20.0 / 24 + 48.0 / 1440};  // 08:48 PM
 constexpr int kCellMargin = 20;                       // both sides together

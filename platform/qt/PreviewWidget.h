@@ -16,9 +16,8 @@ class QPushButton;
 
 namespace platform::qt {
 
-// Rule: it stands where its control says, inside its window; where that is narrow, the buttons
-// stand
-//       in two rows. No printer is needed.
+// Rule: it stands where its control says, inside its window. Where that is narrow, the buttons
+//       stand in two rows. No printer is needed.
 class PreviewWidget : public QWidget {
 public:
     PreviewWidget(GridPreview& preview, QWidget* parent);

@@ -11,7 +11,9 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QSplitter>
+#include <QTreeView>
 
 namespace platform::qt {
 
@@ -60,6 +62,9 @@ void FitScreen(QFileDialog& dialog)
             if (auto* piece = dialog.findChild<QWidget*>(name)) piece->hide();
     if (auto* parts = dialog.findChild<QSplitter*>())
         parts->setSizes({kPlaces, kFileDialog.width() - kPlaces});
+    // Size and date tell two copies of the file apart.
+    if (auto* files = dialog.findChild<QTreeView*>("treeView"))
+        files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     dialog.resize(WithinScreen(dialog, kFileDialog));
 }
 

@@ -9,7 +9,8 @@ class QApplication;
 namespace platform::qt {
 
 // Units: logical pixels (96 to the inch).
-inline constexpr int kTouchTarget = 48;  // the least a thumb hits
+inline constexpr int kTwipsPerPixel = 15;  // the program's windows are laid out in twips
+inline constexpr int kTouchTarget = 48;    // the least a thumb hits
 inline constexpr int kRowHeight = kTouchTarget;
 inline constexpr int kButtonHeight = kTouchTarget;
 inline constexpr int kFieldHeight = kTouchTarget;

@@ -100,11 +100,15 @@ TEST_F(DispatchTest, ABoxOverADialogHoldsTheDialogsEvents)
     int dialogEvents = 0;
     dialogs.Leave();
     dialogs.whileGLSelectIsOpen = [&](Shop& on) {
-        prompts_.whileOpen = [&] { DispatchInDialog(shop, [&](Shop& /*on*/) { ++dialogEvents; }); };
+        const auto press = [&] { DispatchInDialog(on, [&](Shop& /*on*/) { ++dialogEvents; }); };
+        prompts_.whileOpen = press;
         DispatchInDialog(on, [](Shop& dialog) { Say(dialog, "Over the dialog"); });
+        EXPECT_EQ(dialogEvents, 0);
+        press();
+        EXPECT_EQ(dialogEvents, 1);
     };
     Dispatch(busyShop_, [](Shop& on) { ShowGLSelect(on); });
-    EXPECT_EQ(dialogEvents, 0);
+    EXPECT_EQ(dialogEvents, 1);
 }
 
 TEST_F(DispatchTest, ADialogEventWithoutADialogIsDropped)

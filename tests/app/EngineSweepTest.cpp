@@ -12,6 +12,7 @@
 #include "floor/cboRO.h"
 #include "floor/grdEmp.h"
 #include "jet/io/MemoryFile.h"
+#include "setup/mnuSetup.h"
 #include "tests/app/SilentCalls.h"
 #include "tests/support/IntegrityExpectations.h"
 #include "tests/support/ShopWorld.h"
@@ -29,7 +30,8 @@ namespace {
 using namespace tests;
 
 constexpr const char* kDatabase = "C:/Shop/Kelvaro.mdb";
-constexpr std::size_t kChecked = 5;  // of so many files one is looked through
+constexpr std::size_t kChecked = 5;     // of so many files one is looked through
+constexpr std::size_t kWithoutLog = 5;  // of so many calls one fails while there is no log
 constexpr double kToday = 38061;
 constexpr double kFriday = 38058;
 
@@ -128,6 +130,13 @@ void ForgottenFriday(ShopWorld& world)
 void BobStandsOnTheBoard(ShopWorld& world)
 {
     world.Select("Jones, Bob");
+}
+
+void BobStartsHisJob(ShopWorld& world)
+{
+    world.fakes.prompts.TakeAnyInput("1234");
+    world.dialogs.ConfirmOrLeave();
+    world.At("09:00 AM").Starts(1002);
 }
 
 std::int32_t CountOf(const std::vector<Record>& rows, const char* field, const base::Value& value)
@@ -244,15 +253,36 @@ std::vector<Procedure> ListsAndDialogs()
 std::vector<Procedure> Jobs()
 {
     return {
+        {"FirstJobOfTheDay",
+         {"Sub frmLodrin!StartJob()", "Sub frmGLSelect!Form_Load()"},
+         OneOrderAndTwoPeople,
+         BobStandsOnTheBoard,
+         BobStartsHisJob,
+         [](Scene& scene) {
+             EXPECT_TRUE(scene.Stored("LDHistory").empty());
+             EXPECT_EQ(scene.Stored("LDEmp").size(), 2U);
+             EXPECT_FALSE(scene.world.shop.window.grdEmp.allowEdit);
+         },
+         {.asksPIN = true, .tidyings = kToldPerSet * 5}},
+        {"DayOpenedAgain",
+         {"Sub frmLodrin!StartJob()", "Sub frmGLSelect!Form_Load()"},
+         [](ShopWorld& world) {
+             OneOrderAndTwoPeople(world);
+             world.Changes("LDEmp", "EmpID = 8", "EndDay", *base::ReadDate("08:30 AM"));
+         },
+         BobStandsOnTheBoard,
+         BobStartsHisJob,
+         [](Scene& scene) {
+             EXPECT_TRUE(scene.Stored("LDTotals").empty());
+             EXPECT_EQ(scene.Stored("LDEmp").size(), 2U);
+             EXPECT_FALSE(scene.world.shop.window.grdEmp.allowEdit);
+         },
+         {.asksPIN = true, .tidyings = kToldPerSet * 6}},
         {"JobChange",
          And({"Sub frmLodrin!StartJob()", "Sub frmGLSelect!Form_Load()"}, kClosingAJob),
          BobHasWorkedSinceEight,
          BobStandsOnTheBoard,
-         [](ShopWorld& world) {
-             world.fakes.prompts.TakeAnyInput("1234");
-             world.dialogs.ConfirmOrLeave();
-             world.At("09:00 AM").Starts(1002);
-         },
+         BobStartsHisJob,
          [](Scene& scene) {
              NothingIsPostedTwice(scene);
              EXPECT_FALSE(scene.world.shop.window.grdEmp.allowEdit);
@@ -318,6 +348,38 @@ std::vector<Procedure> Jobs()
     };
 }
 
+std::vector<Procedure> Wordings()
+{
+    return {
+        {"StatusDescriptions",
+         {"Sub frmStatus!InitializeGrid()", "Sub frmStatus!QueryGrid()", "Sub frmStatus!GetView()",
+          "Sub frmStatus!StoreDescription()", "Sub frmStatus!cmdExit_Click()"},
+         [](ShopWorld& world) {
+             world.GivenNo("Status").Given({LaborType("BL", "Body"),
+                                            LedgerAccount("BL", "Body Labor", true),
+                                            LedgerAccount("FL", "Frame Labor", true)});
+         },
+         [](ShopWorld& world) { world.Open(); },
+         [](ShopWorld& world) {
+             world.dialogs.whileStatusIsOpen = [](lodrin::Shop& on) {
+                 lodrin::frmStatus& form = *on.forms.status;
+                 if (form.grdStatus.RowCount() > 0) (void)form.StoreDescription(on, 1, "Metal");
+             };
+             lodrin::mnuSetupItems_Click(world.shop, 0);
+         },
+         [](Scene& scene) {
+             const std::vector<Record> rows = scene.Stored("Status");
+             EXPECT_EQ(CountOf(rows, "GLType", "BL"), 1);
+             EXPECT_LE(CountOf(rows, "GLType", "FL"), 1);
+             // The next opening adds what is missing.
+             scene.disk.beforeCall = nullptr;
+             lodrin::mnuSetupItems_Click(scene.world.shop, 0);
+             EXPECT_EQ(CountOf(scene.Stored("Status"), "GLType", "FL"), 1);
+         },
+         {.tidyings = kToldPerSet * 2 + kToldPerNumber}},
+    };
+}
+
 std::vector<Procedure> Openings()
 {
     return {
@@ -371,7 +433,7 @@ std::vector<Procedure> Openings()
 std::vector<Procedure> Procedures()
 {
     std::vector<Procedure> all = ListsAndDialogs();
-    for (const std::vector<Procedure>& more : {Jobs(), Openings()})
+    for (const std::vector<Procedure>& more : {Jobs(), Wordings(), Openings()})
         all.insert(all.end(), more.begin(), more.end());
     return all;
 }
@@ -517,7 +579,7 @@ TEST_P(EngineSweepTest, WithoutALogTheProgramEndsAndTheFileStaysSound)
     const std::vector<std::byte> content = Content();
     std::size_t ends = 0;
     std::size_t call = 0;
-    for (bool failed = true; failed && !HasFailure(); call += kChecked) {
+    for (bool failed = true; failed && !HasFailure(); call += kWithoutLog) {
         SCOPED_TRACE("call " + std::to_string(call));
         Scene scene(content);
         Prepare(scene);
@@ -536,7 +598,8 @@ TEST_P(EngineSweepTest, WithoutALogTheProgramEndsAndTheFileStaysSound)
                                      .icon = platform::Icon::Critical}));
         }
     }
-    EXPECT_EQ(ends > 0, !GetParam().locations.empty() && call > kChecked);
+    // The PIN check alone reports nothing, so it does not miss the log.
+    EXPECT_EQ(ends > 0, !GetParam().locations.empty());
 }
 
 }  // namespace

@@ -260,7 +260,7 @@ TEST_F(GridWidgetTest, TabLeavesTheBoard)
 
 TEST_F(GridWidgetTest, RowsAreLargeEnoughForAThumb)
 {
-    EXPECT_GE(view.rowHeight(0), 36);
+    EXPECT_GE(view.rowHeight(0), 48);
 }
 
 TEST_F(GridWidgetTest, VehicleAndCustomerTakeTheRoomThatIsLeft)

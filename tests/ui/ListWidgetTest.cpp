@@ -114,7 +114,7 @@ TEST_F(ListWidgetTest, RefusedSelectionIsTakenBack)
 
 TEST_F(ListWidgetTest, EntriesAreLargeEnoughForAThumb)
 {
-    EXPECT_GE(view.visualItemRect(view.item(0)).height(), 36);
+    EXPECT_GE(view.visualItemRect(view.item(0)).height(), 48);
 }
 
 TEST(ListWidgetLifeTest, ListOutlivesItsView)

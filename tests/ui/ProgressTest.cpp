@@ -71,7 +71,7 @@ TEST_F(ProgressTest, ControlsTellWhatTheyAreAndFitAThumb)
         EXPECT_EQ(List(dialog)->accessibleName().toStdString(), "lstProgress");
         EXPECT_EQ(List(dialog)->accessibleDescription().toStdString(), "Progress");
         EXPECT_EQ(dialog.findChild<QLabel*>("lblProgress")->buddy(), List(dialog));
-        EXPECT_GE(List(dialog)->visualItemRect(List(dialog)->item(0)).height(), 36);
+        EXPECT_GE(List(dialog)->visualItemRect(List(dialog)->item(0)).height(), 48);
         for (const char* name : {"cmdOkay", "cmdCancel"}) {
             EXPECT_GE(Button(dialog, name)->height(), 48) << name;
             EXPECT_EQ(Button(dialog, name)->accessibleDescription().toStdString(), name);

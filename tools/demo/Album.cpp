@@ -63,6 +63,8 @@ void Paint(QPainter& painter, QWidget* window)
         painter.setPen(Qt::white);
         painter.drawText(strip.adjusted(10, 0, -10, 0), Qt::AlignVCenter | Qt::AlignLeft,
                          window->windowTitle());
+        painter.drawText(strip.adjusted(10, 0, -10, 0), Qt::AlignVCenter | Qt::AlignRight,
+                         QString(QChar(0x2715)));  // the X that closes it
     }
     painter.setPen(kTitle);
     painter.drawRect(framed.adjusted(0, 0, -1, -1));
