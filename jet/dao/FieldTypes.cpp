@@ -5,7 +5,8 @@ namespace dao {
 
 using jet::format::ColumnType;
 
-// The codes are the same but for these three.
+// The codes are the same but for these three. Columns of other types, as Access has them in a table
+// of its own, hold bytes to whoever reads them.
 FieldType FieldTypeOf(ColumnType type)
 {
     switch (type) {
@@ -16,7 +17,7 @@ FieldType FieldTypeOf(ColumnType type)
     case ColumnType::Numeric:
         return FieldType::Decimal;
     default:
-        return static_cast<FieldType>(type);
+        return type > ColumnType::Memo ? FieldType::Binary : static_cast<FieldType>(type);
     }
 }
 
@@ -44,10 +45,11 @@ int FieldSizeOf(const jet::format::ColumnDefinition& column, std::size_t bytesPe
     switch (column.type) {
     case ColumnType::Text:
         return static_cast<int>(column.length / bytesPerCharacter);
-    case ColumnType::Binary:
-        return column.length;
-    default:
+    case ColumnType::Ole:
+    case ColumnType::Memo:
         return 0;
+    default:
+        return column.length;
     }
 }
 

@@ -189,12 +189,16 @@ ValueKind KindOf(format::ColumnType type)
     case format::ColumnType::Text:
     case format::ColumnType::Memo:
         return ValueKind::Text;
-    case format::ColumnType::Binary:
-    case format::ColumnType::Ole:
-    case format::ColumnType::Guid:
-        return ValueKind::Any;
-    default:
+    case format::ColumnType::Byte:
+    case format::ColumnType::Integer:
+    case format::ColumnType::Long:
+    case format::ColumnType::Currency:
+    case format::ColumnType::Single:
+    case format::ColumnType::Double:
+    case format::ColumnType::Numeric:
         return ValueKind::Number;
+    default:
+        return ValueKind::Any;
     }
 }
 

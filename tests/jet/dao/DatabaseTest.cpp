@@ -343,5 +343,31 @@ TEST_P(DatabaseTest, SampleShopAnswersTheProgramsQueries)
               3061);
 }
 
+// Access keeps a table of its own, which has in Jet 4 a type of column that no other table has.
+TEST(SampleDesignTest, EveryTableOfEveryRealFileTellsItsDesignAndItsRows)
+{
+    SKIP_WITHOUT_SAMPLE(tests::SampleFolder() / "mdb");
+    const tests::ScratchFolder folder;
+    DBEngine engine({[] { return kNow; }});
+    int blocks = 0;
+    for (const auto& sample : std::filesystem::directory_iterator(tests::SampleFolder() / "mdb")) {
+        SCOPED_TRACE(sample.path().string());
+        const std::string path = folder.Copy(sample.path()).string();
+        Database database = engine.DefaultWorkspace().OpenDatabase(path);
+        for (const std::string& name : database.TableNames()) {
+            SCOPED_TRACE(name);
+            const TableDef table = database.TableDef(name);
+            EXPECT_FALSE(table.Fields().empty());
+            if (name != "MSysAccessObjects") continue;
+            const auto& data = table.Fields().front();
+            EXPECT_EQ(data.type, FieldType::Binary);
+            EXPECT_EQ(data.size, database.Version() == "4.0" ? 3992 : 241);
+            for (Recordset rows = database.OpenRecordset(name); !rows.Eof(); rows.MoveNext())
+                blocks += rows["Data"].Value().As<base::Bytes>()->size() == 3992 ? 1 : 0;
+        }
+    }
+    EXPECT_GT(blocks, 10);
+}
+
 }  // namespace
 }  // namespace dao

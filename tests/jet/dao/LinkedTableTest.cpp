@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // Tests of tables that lie in another database file.
+#include "jet/io/StdFile.h"
 #include "tests/jet/dao/DaoFixture.h"
 #include "tests/support/IntegrityExpectations.h"
+#include "tests/support/Samples.h"
 
 namespace dao {
 namespace {
@@ -9,6 +11,13 @@ namespace {
 using base::Value;
 
 constexpr const char* kOther = "/shop/Parts.mdb";
+
+TableDef Link(const char* name, const char* table, const std::string& path = kOther)
+{
+    TableDef link(name);
+    link.SetLink(name, ";DATABASE=" + path, table);
+    return link;
+}
 
 class LinkedTableTest : public DaoKindTest {
 protected:
@@ -36,13 +45,6 @@ protected:
     {
         DaoTest::TearDown();
         EXPECT_SPOTLESS(files, kOther);
-    }
-
-    static TableDef Link(const char* name, const char* table, const std::string& path = kOther)
-    {
-        TableDef link(name);
-        link.SetLink(name, ";DATABASE=" + path, table);
-        return link;
     }
 
     void AddPart(const char* name, base::Currency price)
@@ -318,6 +320,41 @@ TEST_P(LinkedTableTest, DatabaseOpenedForReadingDoesNotWriteThere)
     Recordset rows = Open("PartsThere");
     EXPECT_EQ(rows["Name"].Value(), Value("Bumper"));
     EXPECT_EQ(ErrorOf([&] { rows.Edit(); }), 3027);
+}
+
+// On the machine's own disk, for in memory there are no folders.
+TEST(LinkedFolderTest, FolderThatIsNotThereIsNamedWhenTheTableIsUsed)
+{
+    const tests::ScratchFolder folder;
+    const std::filesystem::path away = folder.Path() / "Away";
+    std::filesystem::create_directory(away);
+    const std::string here = (folder.Path() / "Shop.mdb").string();
+    const std::string there = (away / "Parts.mdb").string();
+    DBEngine engine({[] { return kNow; }});
+    for (const std::string& path : {here, there})
+        engine.CreateDatabase(path);
+    TableDef parts("Parts");
+    parts.Append(TableDef::CreateField("Name", FieldType::Text, 30));
+    engine.DefaultWorkspace().OpenDatabase(there).Append(parts);
+    Database database = engine.DefaultWorkspace().OpenDatabase(here);
+    database.Append(Link("PartsThere", "Parts", there));
+    database.Execute("INSERT INTO PartsThere VALUES ('Bumper')", kFailOnError);
+
+    const std::string invalid = "3044 '" + there +
+                                "' is not a valid path.  Make sure that the path name is spelled "
+                                "correctly and that you are connected to the server on which the "
+                                "file resides.";
+    std::filesystem::rename(away, folder.Path() / "Gone");
+    EXPECT_EQ(FailureOf([&] { (void)database.OpenRecordset("PartsThere"); }), invalid);
+    EXPECT_EQ(FailureOf([&] { database.Execute("DELETE FROM PartsThere"); }), invalid);
+    EXPECT_EQ(FailureOf([&] { database.Append(Link("Again", "Parts", there)); }), invalid);
+    EXPECT_FALSE(std::filesystem::exists(away));
+    std::filesystem::rename(folder.Path() / "Gone", away);
+    EXPECT_EQ(database.OpenRecordset("PartsThere").RecordCount(), 1);
+    database.Close();
+    jet::io::StdFileSystem disk;
+    EXPECT_SPOTLESS(disk, here);
+    EXPECT_SPOTLESS(disk, there);
 }
 
 }  // namespace
