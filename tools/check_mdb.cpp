@@ -14,7 +14,7 @@ namespace {
 
 enum ExitCode { kClean = 0, kDefects = 1, kCannotCheck = 2 };
 
-constexpr const char* kUsage = "usage: check_mdb [--quiet] FILE\n"
+constexpr const char* kUsage = "usage: check_mdb [--quiet] [--password P] FILE\n"
                                "       check_mdb --help\n";
 
 constexpr const char* kHelp =
@@ -25,12 +25,13 @@ constexpr const char* kHelp =
     "wrong. A line that begins with \"remark\" tells of something that sound files\n"
     "show too, such as a page that a crash left unused.\n"
     "\n"
-    "  --quiet   no summary and no remarks\n"
+    "  --quiet       no summary and no remarks\n"
+    "  --password P  of a file that has one\n"
     "\n"
     "exit status: 0 no damage, 1 damage found, 2 the file cannot be checked\n";
 
 struct Wish {
-    std::string file;
+    std::string file, password;
     bool quiet = false;
     bool help = false;
 };
@@ -44,6 +45,8 @@ bool ReadWish(int count, char** words, Wish& wish)
             wish.help = true;
         } else if (word == "--quiet") {
             wish.quiet = true;
+        } else if (word == "--password" && i + 1 < count) {
+            wish.password = words[++i];
         } else if (word.substr(0, 1) == "-" || !wish.file.empty()) {
             return false;
         } else {
@@ -83,7 +86,8 @@ int Check(const Wish& wish)
     jet::io::StdFileSystem files;
     const bool terminal = ::isatty(STDERR_FILENO) != 0;
     const jet::check::CheckReport report = jet::check::CheckIntegrity(
-        files, wish.file, terminal ? jet::check::Progress(ShowProgress) : jet::check::Progress());
+        files, wish.file, terminal ? jet::check::Progress(ShowProgress) : jet::check::Progress(),
+        wish.password);
     if (terminal) std::fputs("\r\033[K", stderr);
     Print(report, wish.quiet);
     return report.Clean() ? kClean : kDefects;

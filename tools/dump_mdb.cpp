@@ -25,27 +25,31 @@ constexpr std::string_view kUsage =
        dump_mdb --json FILE TABLE    the rows of a table, one JSON object a row
        dump_mdb --help
 
---system   the engine's own tables too
+--system      the engine's own tables too
+--password P  of a file that has one
 
 Exit code: 0 done, 1 the file or table cannot be read, 2 wrong usage.
 )";
 
 struct Wishes {
     bool json = false, system = false, help = false, misused = false;
+    std::string password;
     std::vector<std::string> names;  // the file and the table
 };
 
 Wishes WishesOf(int count, char** arguments)
 {
     Wishes wishes;
-    for (const std::string_view argument :
-         std::vector<std::string_view>(arguments + 1, arguments + count)) {
+    for (int i = 1; i < count; ++i) {
+        const std::string_view argument = arguments[i];
         if (argument == "--help" || argument == "-h")
             wishes.help = true;
         else if (argument == "--json")
             wishes.json = true;
         else if (argument == "--system")
             wishes.system = true;
+        else if (argument == "--password" && i + 1 < count)
+            wishes.password = arguments[++i];
         else if (argument.substr(0, 2) == "--")
             wishes.misused = true;
         else
@@ -104,7 +108,8 @@ void DumpRows(const Catalog& catalog, const std::string& name)
 void Dump(const Wishes& wishes)
 {
     jet::io::StdFileSystem files;
-    const auto pager = jet::pages::Pager::Open(files, wishes.names[0], jet::io::OpenMode::ReadOnly);
+    const auto pager = jet::pages::Pager::Open(files, wishes.names[0], jet::io::OpenMode::ReadOnly,
+                                               wishes.password);
     const Catalog catalog(pager);
     if (wishes.names.size() == 2)
         DumpRows(catalog, wishes.names[1]);

@@ -168,6 +168,25 @@ def check_encoded(folder):
         check_with_other_reader(encoded)
 
 
+# A shop whose file asks for a password: what lies behind the header's mask is turned into one.
+def check_password(folder):
+    shop = make(folder / "guarded", "--history", "120", "--orders", "20", "--date", "2004-03-15")
+    content = bytearray(shop.read_bytes())
+    for i, letter in enumerate("abc"):
+        content[0x42 + 2 * i] ^= ord(letter)
+    shop.write_bytes(content)
+    for tool, refusal in ((CHECK, 2), (DUMP, 1)):
+        for words in ((shop,), ("--password", "ABC", shop), (shop, "--password")):
+            result = run(tool, *words)
+            check(result.returncode in (1, 2), f"{tool.name} {words}: {result.returncode}")
+        result = run(tool, "--password", "wrong", shop)
+        check(result.returncode == refusal and b"Not a valid password" in result.stderr,
+              f"{tool.name}: {result.stderr}")
+        result = run(tool, "--password", "abc", shop)
+        check(result.returncode == 0 and result.stdout, f"{tool.name}: {result.stderr}")
+    check(shop.read_bytes() == bytes(content), "the guarded file is as it was")
+
+
 def check_with_other_reader(shop):
     if shutil.which("mdb-tables") is None:
         print("no independent reader on this machine: that comparison is left out")
@@ -201,6 +220,7 @@ def main():
         check_with_other_reader(shop)
         check_format(folder)
         check_encoded(folder)
+        check_password(folder)
         fresh = make(folder / "fresh", "--fresh", "--history", "100", "--date", "2004-03-15")
         names = {json.loads(line)["table"]
                  for line in run(DUMP, "--json", fresh).stdout.decode().splitlines()}
