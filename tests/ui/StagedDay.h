@@ -4,6 +4,7 @@
 
 #include "base/Calendar.h"
 #include "jet/io/StdFile.h"
+#include "tests/support/FileKind.h"
 #include "tests/support/IntegrityExpectations.h"
 #include "tests/support/Records.h"
 #include "tests/support/SampleShopDays.h"
@@ -136,7 +137,7 @@ protected:
     {
         WorkingDayTest::SetUp();
         dao::DBEngine engine({.now = [] { return base::Date{40177}; }});
-        engine.CreateDatabase(File().string());
+        CreateDatabase(engine, File().string(), ShopKind());
         dao::Database database = engine.DefaultWorkspace().OpenDatabase(File().string());
         for (const dao::TableDef& table : ManagementTables())
             database.Append(table);

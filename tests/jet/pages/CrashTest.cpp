@@ -7,6 +7,8 @@
 #include "tests/support/FaultFileSystem.h"
 
 #include <gtest/gtest.h>
+#include <string>
+#include <tuple>
 
 namespace jet::pages {
 
@@ -23,6 +25,16 @@ struct Cut {
     Unflushed unflushed;
 };
 
+// A kind of file.
+struct Kind {
+    const char* name;
+    const format::FileVersion* version;
+    std::uint32_t encodingKey;
+};
+const auto kKinds = testing::Values(Kind{"Jet3", &format::kJet3, format::kNotEncoded},
+                                    Kind{"Jet4", &format::kJet4, format::kNotEncoded},
+                                    Kind{"EncodedJet4", &format::kJet4, 0x5A17C0DE});
+
 // Every page as the next opener reads it; the commit words of page 0 count commits and are left
 // out.
 std::vector<std::vector<std::byte>> PagesOf(const Pager& pager)
@@ -36,9 +48,9 @@ std::vector<std::vector<std::byte>> PagesOf(const Pager& pager)
 }
 
 // A file with a few pages, some of them free.
-void Prepare(io::FileSystem& files)
+void Prepare(io::FileSystem& files, const Kind& kind)
 {
-    const auto pager = Pager::Create(files, kPath, format::kJet4);
+    const auto pager = Pager::Create(files, kPath, *kind.version, {kind.encodingKey, {}});
     WriteSet changes(*pager);
     std::vector<PageNumber> taken;
     for (int i = 0; i < 6; ++i) {
@@ -66,9 +78,9 @@ void Work(Pager& pager)
     changes.Commit();
 }
 
-class FailureTest : public testing::Test {
+class FailureFixture : public testing::Test {
 protected:
-    FailureTest()
+    explicit FailureFixture(const Kind& kind) : kind_(kind)
     {
         Prepare(memory_);
         before_ = PagesOf(*Pager::Open(memory_, kPath, io::OpenMode::ReadOnly));
@@ -78,17 +90,40 @@ protected:
         after_ = PagesOf(*Pager::Open(copy, kPath, io::OpenMode::ReadOnly));
     }
 
+    void Prepare(io::FileSystem& files) const { pages::Prepare(files, kind_); }
+
+    Kind kind_;
     io::MemoryFileSystem memory_;
     std::vector<std::vector<std::byte>> before_, after_;
 };
 
-class CrashTest : public FailureTest, public testing::WithParamInterface<Cut> {};
+class FailureTest : public FailureFixture, public testing::WithParamInterface<Kind> {
+protected:
+    FailureTest() : FailureFixture(GetParam()) {}
+};
+
+INSTANTIATE_TEST_SUITE_P(Kinds, FailureTest, kKinds,
+                         [](const auto& each) { return each.param.name; });
+
+class CrashTest : public FailureFixture, public testing::WithParamInterface<std::tuple<Cut, Kind>> {
+protected:
+    CrashTest() : FailureFixture(std::get<1>(GetParam())) {}
+
+    Cut cut_ = std::get<0>(GetParam());
+};
 
 INSTANTIATE_TEST_SUITE_P(Cuts, CrashTest,
-                         testing::Values(Cut{LastWrite::Whole, Unflushed::Kept},
-                                         Cut{LastWrite::Torn, Unflushed::Kept},
-                                         Cut{LastWrite::Whole, Unflushed::Lost},
-                                         Cut{LastWrite::Torn, Unflushed::Lost}));
+                         testing::Combine(testing::Values(Cut{LastWrite::Whole, Unflushed::Kept},
+                                                          Cut{LastWrite::Torn, Unflushed::Kept},
+                                                          Cut{LastWrite::Whole, Unflushed::Lost},
+                                                          Cut{LastWrite::Torn, Unflushed::Lost}),
+                                          kKinds),
+                         [](const auto& each) {
+                             const Cut& cut = std::get<0>(each.param);
+                             return std::string(std::get<1>(each.param).name) +
+                                    (cut.last == LastWrite::Torn ? "Torn" : "Whole") +
+                                    (cut.unflushed == Unflushed::Lost ? "Lost" : "Kept");
+                         });
 
 TEST_P(CrashTest, LeavesTheOldFileOrTheNewOne)
 {
@@ -100,7 +135,7 @@ TEST_P(CrashTest, LeavesTheOldFileOrTheNewOne)
         Prepare(files);
         FaultFileSystem disk(files);
         const auto pager = Pager::Open(disk, kPath, io::OpenMode::ReadWrite);
-        disk.PullThePlugAfter(cut, GetParam().last, GetParam().unflushed);
+        disk.PullThePlugAfter(cut, cut_.last, cut_.unflushed);
         bool told = true;
         try {
             Work(*pager);
@@ -128,11 +163,11 @@ TEST_P(CrashTest, ARollbackThatIsCutItselfIsFinishedByTheNextOpener)
             FaultFileSystem disk(files);
             {
                 const auto pager = Pager::Open(disk, kPath, io::OpenMode::ReadWrite);
-                disk.PullThePlugAfter(first, GetParam().last);
+                disk.PullThePlugAfter(first, cut_.last);
                 EXPECT_THROW(Work(*pager), base::NumberedError);
             }
             disk.Reboot();
-            disk.PullThePlugAfter(second, GetParam().last, GetParam().unflushed);
+            disk.PullThePlugAfter(second, cut_.last, cut_.unflushed);
             try {
                 (void)Pager::Open(disk, kPath, io::OpenMode::ReadWrite);
             } catch (const base::NumberedError& error) {
@@ -146,7 +181,7 @@ TEST_P(CrashTest, ARollbackThatIsCutItselfIsFinishedByTheNextOpener)
 }
 
 // The disk fails once and goes on working: the set is undone at once, in the file and in memory.
-TEST_F(FailureTest, AFailedCommitIsUndoneAtOnce)
+TEST_P(FailureTest, AFailedCommitIsUndoneAtOnce)
 {
     for (const int number : {3043, 3026}) {
         bool failed = true;
@@ -176,7 +211,7 @@ TEST_F(FailureTest, AFailedCommitIsUndoneAtOnce)
 }
 
 // The disk fails for good; what it stores after the failure no longer changes.
-TEST_F(FailureTest, APagerThatCannotUndoAnswersNothing)
+TEST_P(FailureTest, APagerThatCannotUndoAnswersNothing)
 {
     std::size_t refused = 0;
     for (std::size_t cut = 0; cut < 14; ++cut) {
@@ -215,7 +250,7 @@ bool SucceedsWithin(std::size_t tries, Action action)
 }
 
 // The disk fails, also while the set is being undone, and works again later.
-TEST_F(FailureTest, APagerUndoesAFailedSetAsSoonAsTheDiskLetsIt)
+TEST_P(FailureTest, APagerUndoesAFailedSetAsSoonAsTheDiskLetsIt)
 {
     for (std::size_t first = 0; first < 12; ++first) {
         for (std::size_t again = 0; again < 4; ++again) {
@@ -232,7 +267,7 @@ TEST_F(FailureTest, APagerUndoesAFailedSetAsSoonAsTheDiskLetsIt)
     }
 }
 
-TEST_F(FailureTest, AJournalOfAnotherFileIsIgnored)
+TEST_P(FailureTest, AJournalOfAnotherFileIsIgnored)
 {
     io::MemoryFileSystem files;
     Prepare(files);
@@ -247,7 +282,8 @@ TEST_F(FailureTest, AJournalOfAnotherFileIsIgnored)
     io::MemoryFileSystem other;
     Prepare(other);
     auto& strange = other.Content(kPath);
-    std::fill(strange.begin() + 2 * 4096, strange.end(), std::byte{0x77});
+    std::fill(strange.begin() + 2 * static_cast<std::ptrdiff_t>(kind_.version->pageSize),
+              strange.end(), std::byte{0x77});
     files.Content(kPath) = strange;
     const auto pager = Pager::Open(files, kPath, io::OpenMode::ReadWrite);
     EXPECT_EQ(pager->Recovered(), Recovery::Nothing);
@@ -255,7 +291,7 @@ TEST_F(FailureTest, AJournalOfAnotherFileIsIgnored)
     EXPECT_FALSE(files.Exists(JournalPath(kPath) + ".set-aside"));
 }
 
-TEST_F(FailureTest, AJournalOfANewerCopyIsSetAside)
+TEST_P(FailureTest, AJournalOfANewerCopyIsSetAside)
 {
     io::MemoryFileSystem files;
     Prepare(files);
