@@ -60,8 +60,11 @@ Progress ProgressOf(const JournalScope& scope, const io::File& database,
     if (word == confirmed || word == undone) return Progress::Confirmed;
     for (const std::uint16_t value : {scope.word, confirmed, undone})
         if (IsBetween(word, value, kWritingNow)) return Progress::Begun;
-    // The words of drawn numbers are not flushed; the higher byte of a word always is.
-    if (word < scope.word && word >> 8 == scope.word >> 8) return Progress::Behind;
+    // The words of drawn numbers are not flushed; the higher byte of a word always is. So one that
+    // is behind, or was torn when the set began, may be that of an earlier number.
+    const bool isEarlier = (word & 0xFF) < (scope.word & 0xFF);
+    if (isEarlier && word >> 8 == scope.word >> 8) return Progress::Behind;
+    if (isEarlier && word >> 8 == kWritingNow >> 8 && word != kMetDamage) return Progress::Begun;
     // Words only grow, so a smaller one is that of an older copy; they go round, after very long.
     constexpr std::uint16_t halfWayRound = 0x8000;
     const auto ahead = static_cast<std::uint16_t>(word - scope.word);

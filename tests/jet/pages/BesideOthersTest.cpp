@@ -384,6 +384,36 @@ TEST_F(DrawnNumberTest, OfAnUnfinishedSetEitherNumberIsItsOwn)
     }
 }
 
+// The words of drawn numbers are not flushed, so the one that is torn may be any of them.
+TEST_F(DrawnNumberTest, AWordTornBetweenAnEarlierNumbersAndTheBeginningOfASetUndoesTheSet)
+{
+    constexpr std::size_t wordAt = 0xE00 + 2;
+    for (const int earlier : {1, 2}) {
+        io::MemoryFileSystem files;
+        (void)files.Create(kPath);
+        files.Content(kPath) = files_.Content(kPath);
+        tests::FaultFileSystem disk(files);
+        {
+            const auto pager = Pager::Open(disk, kPath, io::OpenMode::ReadWrite);
+            Store(*pager);
+            Draw(*pager, 7);
+            Draw(*pager, 8);
+            // The journal is stored, the word that says that somebody writes is not.
+            disk.PullThePlugAfter(2);
+            EXPECT_THROW(Store(*pager), base::NumberedError);
+        }
+        disk.Reboot();
+        std::vector<std::byte>& bytes = files.Content(kPath);
+        const int torn = (format::ReadU16(bytes, wordAt) - earlier) & 0xFF;
+        ASSERT_GT(torn, kMetDamage);
+        format::WriteU16(bytes, wordAt, static_cast<std::uint16_t>(torn));
+        const auto pager = Pager::Open(disk, kPath, io::OpenMode::ReadWrite);
+        EXPECT_EQ(pager->Recovered(), Recovery::RolledBack);
+        EXPECT_EQ(format::ReadU32(pager->Read(page_).Bytes(), 0x100), 1U);
+        EXPECT_FALSE(files.Exists(JournalPath(kPath) + ".set-aside"));
+    }
+}
+
 }  // namespace
 
 }  // namespace jet::pages
