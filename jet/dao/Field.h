@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// Field: a name bound to a record set, read when asked for its value and written when assigned.
+// Field: a name or a place bound to a record set, read when asked for its value and written when
+// assigned.
 #pragma once
 
 #include "base/Value.h"
 
-#include <cstddef>
-#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,11 +19,9 @@ class Recordset;
 //         boolean.
 class Field {
 public:
-    // `place`: where the record set has the field, as far as is known.
-    Field(Recordset& records, std::string name, std::size_t place = 0)
-        : records_(&records), name_(std::move(name)), place_(place)
-    {
-    }
+    Field(Recordset& records, std::string name) : records_(&records), name_(std::move(name)) {}
+    // From 0.
+    Field(Recordset& records, int place) : records_(&records), place_(place) {}
     Field(const Field&) = default;
 
     [[nodiscard]] base::Value Value() const;
@@ -36,12 +34,10 @@ public:
     // The value of the other field, not its binding.
     Field& operator=(const Field& other);
 
-    [[nodiscard]] const std::string& Name() const { return name_; }
-
 private:
     Recordset* records_;
-    std::string name_;
-    std::size_t place_;
+    std::string name_;          // of a field that is bound by it
+    std::optional<int> place_;  // of any other
 };
 
 }  // namespace dao

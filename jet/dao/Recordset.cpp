@@ -138,14 +138,9 @@ Field Recordset::operator[](std::string_view name)
     return {*this, std::string(name)};
 }
 
-// A place that is none becomes a name that is none, so that reading or writing it fails and not
-// naming it.
 Field Recordset::operator[](int index)
 {
-    const bool known =
-        state_ && index >= 0 && static_cast<std::size_t>(index) < state_->query->Fields().size();
-    if (!known) return {*this, std::string()};
-    return {*this, state_->FieldAt(index).name, static_cast<std::size_t>(index)};
+    return {*this, index};
 }
 
 std::string Recordset::FieldName(int index) const
@@ -216,12 +211,13 @@ void Recordset::Close()
 base::Value Field::Value() const
 {
     const State& state = Opened(records_->state_);
-    return state.ValueOf(state.FieldNamed(name_, place_));
+    return state.ValueOf(place_ ? state.PlaceOf(*place_) : state.FieldNamed(name_));
 }
 
 Field& Field::operator=(const base::Value& value)
 {
-    Opened(records_->state_).Assign(name_, value);
+    State& state = Opened(records_->state_);
+    state.Assign(place_ ? state.PlaceOf(*place_) : state.FieldNamed(name_), value);
     return *this;
 }
 

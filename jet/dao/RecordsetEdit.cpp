@@ -32,12 +32,8 @@ Value Recordset::State::ColumnValue(std::size_t column) const
     const auto read = [&](const jet::format::RowView& row) {
         return Source().ValueOf(row, column);
     };
-    return IsLongValue(column) ? OfStoredRow(read) : read(Source().View(*image));
-}
-
-bool Recordset::State::IsLongValue(std::size_t column) const
-{
-    return jet::format::IsLongValue(Source().Definition().columns[column].type);
+    const bool isLong = jet::format::IsLongValue(Source().Definition().columns[column].type);
+    return isLong ? OfStoredRow(read) : read(image.View(Source()));
 }
 
 // A long value lies outside the row: after another program changed the row, the kept copy leads to
@@ -46,7 +42,7 @@ Value Recordset::State::OfStoredRow(const ReadRow& read) const
 {
     Value value;
     Read(Look::OnlyIfOld, [&] {
-        const std::optional<jet::table::StoredRow> now = Source().Fetch(image->id);
+        const std::optional<jet::table::StoredRow> now = Source().Fetch(image.Id());
         if (!now) throw NumberedError(3167);
         value = read(Source().View(*now));
     });
@@ -62,17 +58,17 @@ Value Recordset::State::ValueOf(std::size_t field) const
         const auto read = [&](const jet::format::RowView& row) {
             return query->ValueOf(row, field);
         };
-        const bool inRow = stored.column && !IsLongValue(*stored.column);
-        return inRow ? read(Source().View(*image)) : OfStoredRow(read);
+        const bool inRow = stored.column && !jet::format::IsLongValue(stored.type);
+        return inRow ? read(image.View(Source())) : OfStoredRow(read);
     }
     const OutputField& output = query->Fields()[field];
     if (output.column) return ColumnValue(*output.column);
     return Evaluate(*output.expression, PendingRow(*this), query->World());
 }
 
-void Recordset::State::Assign(std::string_view name, const Value& value)
+void Recordset::State::Assign(std::size_t place, const Value& value)
 {
-    const OutputField& field = query->Fields()[FieldNamed(name)];
+    const OutputField& field = query->Fields()[place];
     if (edit.mode == EditMode::None) throw NumberedError(3020);
     if (!field.column) throw NumberedError(3164);
     const jet::format::ColumnDefinition& column = Source().Definition().columns[*field.column];
@@ -113,9 +109,9 @@ void Recordset::State::RequireUnchanged()
 {
     std::optional<jet::table::StoredRow> now;
     Read(Look::Always, [&] { now = Source().Fetch(rows->Id(*current)); });
-    const bool changed = now && image && now->bytes != image->bytes;
-    image = std::move(now);
-    if (!image) throw NumberedError(3167);
+    const bool changed = now && image.IsSet() && now->bytes != image.Bytes();
+    image.Set(std::move(now));
+    if (!image.IsSet()) throw NumberedError(3167);
     if (changed) throw NumberedError(3197);
 }
 
@@ -195,7 +191,7 @@ void Recordset::State::Delete()
     static_cast<void>(Pages());
     Source().Delete(rows->Id(spot));
     rows->MakeHole(spot);
-    image.reset();
+    image.Reset();
 }
 
 }  // namespace dao

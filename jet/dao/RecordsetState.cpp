@@ -60,7 +60,7 @@ void Recordset::State::Populate()
     values = std::move(worked);
     bof = eof = true;
     current.reset();
-    image.reset();
+    image.Reset();
     if (first) StandOnReached(*first);
 }
 
@@ -70,7 +70,7 @@ void Recordset::State::Release()
     DropEdit();
     rows.reset();
     values.clear();
-    image.reset();
+    image.Reset();
     query.reset();
 }
 
@@ -93,9 +93,9 @@ jet::pages::Pager& Recordset::State::Pages() const
 void Recordset::State::Fetch()
 {
     if (ofValues || rows->IsHole(*current)) {
-        image.reset();
+        image.Reset();
     } else {
-        image = Source().Fetch(rows->Id(*current));
+        image.Set(Source().Fetch(rows->Id(*current)));
     }
 }
 
@@ -113,9 +113,7 @@ void Recordset::State::StandOnReached(Spot spot)
     if (row == nullptr) return StandOn(spot);
     current = spot;
     bof = eof = false;
-    if (!image) image.emplace();
-    image->id = rows->Id(spot);
-    image->bytes.assign(row->Bytes().begin(), row->Bytes().end());
+    image.Copy(rows->Id(spot), row->Bytes());
 }
 
 void Recordset::State::RequireMovable() const
@@ -126,7 +124,7 @@ void Recordset::State::RequireMovable() const
 Spot Recordset::State::RequireRow() const
 {
     if (bof || eof || !current) throw NumberedError(3021);
-    if (rows->IsHole(*current) || (!ofValues && !image)) throw NumberedError(3167);
+    if (rows->IsHole(*current) || (!ofValues && !image.IsSet())) throw NumberedError(3167);
     return *current;
 }
 
@@ -135,7 +133,7 @@ void Recordset::State::StandOnOrPass(std::optional<Spot> spot, bool& flag)
     if (spot) return StandOnReached(*spot);
     flag = true;
     current.reset();
-    image.reset();
+    image.Reset();
 }
 
 void Recordset::State::MoveFirst()
@@ -209,21 +207,20 @@ void Recordset::State::Requery()
     });
 }
 
-std::size_t Recordset::State::FieldNamed(std::string_view name, std::size_t likely) const
+std::size_t Recordset::State::FieldNamed(std::string_view name) const
 {
     const std::string_view wanted = WithoutBrackets(name);
     const std::vector<OutputField>& fields = query->Fields();
-    if (likely < fields.size() && fields[likely].name == wanted) return likely;
     for (std::size_t i = 0; i < fields.size(); ++i)
         if (base::SameName(fields[i].name, wanted)) return i;
     throw NumberedError(3265);
 }
 
-const OutputField& Recordset::State::FieldAt(int index) const
+std::size_t Recordset::State::PlaceOf(int index) const
 {
-    const std::vector<OutputField>& fields = query->Fields();
-    if (index < 0 || static_cast<std::size_t>(index) >= fields.size()) throw NumberedError(3265);
-    return fields[static_cast<std::size_t>(index)];
+    if (index < 0 || static_cast<std::size_t>(index) >= query->Fields().size())
+        throw NumberedError(3265);
+    return static_cast<std::size_t>(index);
 }
 
 BookmarkValue Recordset::State::BookmarkOf(RowId row) const

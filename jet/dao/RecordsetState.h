@@ -32,6 +32,39 @@ struct EditBuffer {
     std::vector<base::Value> initial;  // of a new row
 };
 
+// The current row as it was when it was fetched, if it was there.
+class RowImage {
+public:
+    [[nodiscard]] bool IsSet() const { return row_.has_value(); }
+    [[nodiscard]] RowId Id() const { return row_->id; }
+    [[nodiscard]] const std::vector<std::byte>& Bytes() const { return row_->bytes; }
+    // Made when it is first asked for. Requires: set; `source` is where the row comes from.
+    [[nodiscard]] const jet::format::RowView& View(const jet::table::RowSource& source) const
+    {
+        if (!view_) view_.emplace(source.View(*row_));
+        return *view_;
+    }
+
+    void Set(std::optional<jet::table::StoredRow> row)
+    {
+        view_.reset();
+        row_ = std::move(row);
+    }
+    // The memory of the row before is used again.
+    void Copy(RowId id, jet::format::Span bytes)
+    {
+        view_.reset();
+        if (!row_) row_.emplace();
+        row_->id = id;
+        row_->bytes.assign(bytes.begin(), bytes.end());
+    }
+    void Reset() { Set(std::nullopt); }
+
+private:
+    std::optional<jet::table::StoredRow> row_;
+    mutable std::optional<jet::format::RowView> view_;
+};
+
 class Criterion;
 
 // Errors: as in Recordset.h; 91 and 3420 are seen to there.
@@ -59,11 +92,15 @@ struct Recordset::State {
     void Update();
     void CancelUpdate();
     void Delete();
-    void Assign(std::string_view name, const base::Value& value);
+    void Assign(std::size_t place, const base::Value& value);
 
-    // Place among the output fields; looked for at `likely` first. Errors: 3265.
-    [[nodiscard]] std::size_t FieldNamed(std::string_view name, std::size_t likely = 0) const;
-    [[nodiscard]] const jet::sql::OutputField& FieldAt(int index) const;
+    // Place among the output fields. Errors: 3265.
+    [[nodiscard]] std::size_t FieldNamed(std::string_view name) const;
+    [[nodiscard]] std::size_t PlaceOf(int index) const;
+    [[nodiscard]] const jet::sql::OutputField& FieldAt(int index) const
+    {
+        return query->Fields()[PlaceOf(index)];
+    }
     [[nodiscard]] base::Value ValueOf(std::size_t field) const;
 
     [[nodiscard]] BookmarkValue Bookmark() const;
@@ -87,7 +124,7 @@ struct Recordset::State {
     std::optional<RowList> rows;             // set from the start
     bool bof = true, eof = true, noMatch = false;
     std::optional<Spot> current;
-    std::optional<jet::table::StoredRow> image;  // of the current row when it was fetched
+    RowImage image;
     std::optional<RowId> lastModified;
     EditBuffer edit;
 
@@ -110,7 +147,6 @@ private:
     void StandOnOrPass(std::optional<Spot> spot, bool& flag);
     [[nodiscard]] jet::table::RowSource& Source() const { return *query->Table()->rows; }
     [[nodiscard]] base::Value ColumnValue(std::size_t column) const;
-    [[nodiscard]] bool IsLongValue(std::size_t column) const;
     // What a reading of the current row gives; of its stored row, when long values are read.
     using ReadRow = std::function<base::Value(const jet::format::RowView&)>;
     [[nodiscard]] base::Value OfStoredRow(const ReadRow& read) const;

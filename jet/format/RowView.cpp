@@ -32,10 +32,20 @@ std::size_t RowView::Offset(std::size_t index) const
 // The offset behind value n is the next entry of the table; behind the last value it is `end`.
 Span RowView::Variable(std::size_t index) const
 {
-    if (index >= VariableCount()) throw base::NumberedError(3343).At("row: no such variable value");
-    const std::size_t from = Offset(index);
-    const std::size_t to = Offset(index + 1);
-    if (from < table_->row.number || from > to || to > OffsetTable())
+    const std::size_t count = VariableCount();
+    if (index >= count) throw base::NumberedError(3343).At("row: no such variable value");
+    const std::size_t number = table_->row.number;
+    const std::size_t table = OffsetTable();
+    std::size_t from = 0, to = 0;
+    if (table_->row.Jumps(bytes_.size()) == 0) {
+        const std::size_t entry = table + number * (count - index);
+        from = ReadNumber(bytes_, entry, number);
+        to = ReadNumber(bytes_, entry - number, number);
+    } else {
+        from = Offset(index);
+        to = Offset(index + 1);
+    }
+    if (from < number || from > to || to > table)
         throw base::NumberedError(3343).At("row: variable value out of place");
     return bytes_.subspan(from, to - from);
 }

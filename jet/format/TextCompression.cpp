@@ -6,6 +6,7 @@
 #include "jet/format/CodePage.h"
 
 #include <algorithm>
+#include <cstring>
 #include <optional>
 
 namespace jet::format {
@@ -49,10 +50,21 @@ std::u16string CompressedUnits(Span bytes)
     return units;
 }
 
-// Most texts are plain ASCII: those need no way through UTF-16.
+// Bytes of a word, or units of a word, that are looked at together.
+constexpr std::size_t kWord = sizeof(std::uint64_t);
+
+// Most texts are plain ASCII: those need no way through UTF-16. A zero byte is none.
 bool IsAscii(Span bytes)
 {
-    return std::all_of(bytes.begin(), bytes.end(), [](std::byte byte) {
+    constexpr std::uint64_t ones = 0x0101010101010101, tops = 0x8080808080808080;
+    std::size_t at = 0;
+    for (; at + kWord <= bytes.size(); at += kWord) {
+        const auto word = ReadScalar<std::uint64_t>(bytes, at);
+        // Without a top bit, a byte borrows from the one above only when it is zero.
+        if (((word | (word - ones)) & tops) != 0) return false;
+    }
+    const Span rest = bytes.subspan(at);
+    return std::all_of(rest.begin(), rest.end(), [](std::byte byte) {
         return byte != std::byte{0} && byte < std::byte{0x80};
     });
 }
@@ -67,14 +79,21 @@ bool Compressible(std::u16string_view units)
 // Every second byte of a text stored plain, when it is ASCII and the others are zero.
 std::optional<std::string> PlainAscii(Span bytes)
 {
+    constexpr std::uint64_t beyond = 0xFF80FF80FF80FF80;
     std::string text(bytes.size() / 2, '\0');
-    unsigned seen = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const std::uint16_t unit = ReadU16(bytes, 2 * i);
-        seen |= unit;
-        text[i] = static_cast<char>(unit & 0x7FU);
+    std::size_t i = 0;
+    for (; 2 * i + kWord <= bytes.size(); i += kWord / 2) {
+        auto word = ReadScalar<std::uint64_t>(bytes, 2 * i);
+        if ((word & beyond) != 0) return std::nullopt;
+        word = (word | word >> 8U) & 0x0000FFFF0000FFFF;
+        const auto four = static_cast<std::uint32_t>(word | word >> 16U);
+        std::memcpy(text.data() + i, &four, sizeof(four));
     }
-    if (seen >= 0x80) return std::nullopt;
+    for (; i < text.size(); ++i) {
+        const std::uint16_t unit = ReadU16(bytes, 2 * i);
+        if (unit >= 0x80) return std::nullopt;
+        text[i] = static_cast<char>(unit);
+    }
     return text;
 }
 
@@ -88,10 +107,7 @@ std::string DecodeText(Span bytes)
     }
     const Span text = bytes.subspan(kMarkSize);
     if (!IsAscii(text)) return base::FromUtf16(CompressedUnits(text));
-    std::string result(text.size(), '\0');
-    std::transform(text.begin(), text.end(), result.begin(),
-                   [](std::byte byte) { return static_cast<char>(byte); });
-    return result;
+    return {reinterpret_cast<const char*>(text.data()), text.size()};
 }
 
 std::vector<std::byte> EncodeText(std::string_view text, TextForm form)

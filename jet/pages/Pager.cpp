@@ -67,26 +67,33 @@ locks::User SelfOf(const Sharing& sharing)
 
 void PageCache::Put(PageNumber page, std::shared_ptr<const PageBytes> bytes)
 {
-    const std::size_t index = Raw(page);
-    if (index >= pages_.size()) pages_.resize(index + index / 4 + 64);
-    if (!pages_[index].bytes) {
+    const std::size_t group = Raw(page) / kGroup;
+    if (group >= groups_.size()) groups_.resize(group + 1);
+    if (!groups_[group]) groups_[group] = std::make_unique<Group>();
+    Slot& slot = (*groups_[group])[Raw(page) % kGroup];
+    if (!slot.bytes) {
         if (count_ >= limit_) MakeRoom();
         ++count_;
     }
-    pages_[index] = {std::move(bytes), true};
+    slot = {std::move(bytes), true};
 }
 
 void PageCache::Clear()
 {
-    pages_.clear();
+    groups_.clear();
     count_ = 0;
 }
 
 void PageCache::MakeRoom()
 {
     while (true) {
-        if (hand_ >= pages_.size()) hand_ = 0;
-        Slot& slot = pages_[hand_++];
+        if (hand_ / kGroup >= groups_.size()) hand_ = 0;
+        const std::unique_ptr<Group>& group = groups_[hand_ / kGroup];
+        if (!group) {
+            hand_ = (hand_ / kGroup + 1) * kGroup;
+            continue;
+        }
+        Slot& slot = (*group)[hand_++ % kGroup];
         if (!slot.bytes) continue;
         if (!slot.used) {
             slot.bytes.reset();

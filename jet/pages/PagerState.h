@@ -10,7 +10,9 @@
 #include "jet/pages/RecentChanges.h"
 #include "jet/pages/WriteSet.h"
 
+#include <array>
 #include <map>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -26,10 +28,12 @@ public:
 
     [[nodiscard]] const std::shared_ptr<const PageBytes>* Find(PageNumber page)
     {
-        const std::uint32_t index = Raw(page);
-        if (index >= pages_.size() || !pages_[index].bytes) return nullptr;
-        pages_[index].used = true;
-        return &pages_[index].bytes;
+        const std::size_t group = Raw(page) / kGroup;
+        if (group >= groups_.size() || !groups_[group]) return nullptr;
+        Slot& slot = (*groups_[group])[Raw(page) % kGroup];
+        if (!slot.bytes) return nullptr;
+        slot.used = true;
+        return &slot.bytes;
     }
     void Put(PageNumber page, std::shared_ptr<const PageBytes> bytes);
     void Clear();
@@ -40,12 +44,15 @@ private:
         std::shared_ptr<const PageBytes> bytes;
         bool used = false;
     };
+    // Neighbours, so that a few pages of a large file need no list of all its pages.
+    static constexpr std::size_t kGroup = 256;
+    using Group = std::array<Slot, kGroup>;
     void MakeRoom();
 
     std::size_t limit_;
     std::size_t count_ = 0;
-    std::size_t hand_ = 0;
-    std::vector<Slot> pages_;
+    std::size_t hand_ = 0;  // the page that is looked at next for one to go
+    std::vector<std::unique_ptr<Group>> groups_;
 };
 
 // Units: pages kept in memory; 128 MB of the larger ones. Those that a scan reads together are not

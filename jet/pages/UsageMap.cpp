@@ -16,14 +16,16 @@ namespace {
 template <class Each>
 void ForEachBit(format::Span bitmap, std::uint32_t base, Each each)
 {
-    for (std::size_t i = 0; i < bitmap.size(); ++i) {
-        const auto byte = std::to_integer<std::uint32_t>(bitmap[i]);
-        if (byte == 0) continue;
-        for (std::uint32_t bit = 0; bit < 8; ++bit) {
-            if ((byte >> bit & 1U) != 0)
-                each(PageNumber{base + static_cast<std::uint32_t>(8 * i) + bit});
-        }
-    }
+    std::size_t at = 0;
+    const auto eachOf = [&](std::uint64_t bits) {
+        for (; bits != 0; bits &= bits - 1)
+            each(PageNumber{base + static_cast<std::uint32_t>(8 * at) +
+                            static_cast<std::uint32_t>(std::countr_zero(bits))});
+    };
+    for (; at + sizeof(std::uint64_t) <= bitmap.size(); at += sizeof(std::uint64_t))
+        eachOf(format::ReadScalar<std::uint64_t>(bitmap, at));
+    for (; at < bitmap.size(); ++at)
+        eachOf(format::ReadU8(bitmap, at));
 }
 
 template <class Each>

@@ -166,8 +166,20 @@ bool WriteSet::IsUpToDate() const
 {
     const Pager::State& file = *state_->pager.state_;
     if (file.file->Size() / file.version.pageSize != file.pageCount) return false;
-    const auto same = [&file](const auto& used) { return file.Load(used.first) == *used.second; };
+    const auto same = [&file](const auto& used) {
+        return format::SameBytes(file.Load(used.first), *used.second);
+    };
     return std::all_of(state_->used.begin(), state_->used.end(), same);
+}
+
+// The page as the file holds it; nothing where the file ended. Requires: IsUpToDate.
+std::vector<std::byte> WriteSet::FormerBytes(PageNumber page) const
+{
+    const Pager::State& file = *state_->pager.state_;
+    if (Raw(page) >= file.pageCount) return {};
+    const auto used = state_->used.find(page);
+    return used == state_->used.end() ? file.LoadStored(page)
+                                      : file.StoredForm(page, *used->second);
 }
 
 // The changed pages that hold rows, or did; nothing of a set that changes the catalog, for it may
@@ -196,8 +208,8 @@ void WriteSet::Store()
     });
     std::vector<JournalEntry> entries;
     for (const auto& [page, bytes] : pages)
-        entries.push_back({page, Raw(page) < file.pageCount ? file.LoadStored(page) : PageBytes(),
-                           file.StoredForm(page, *bytes), CounterAt(*bytes, file.version)});
+        entries.push_back({page, FormerBytes(page), file.StoredForm(page, *bytes),
+                           CounterAt(*bytes, file.version)});
     const std::uint16_t word = file.words.Of(file.Place());
     const std::uint16_t confirmed = NextCommitWord(word);
     file.journal.Begin(entries,
@@ -274,7 +286,7 @@ bool WriteSet::StoreCounter()
     const std::uint32_t counterAt = CounterAt(*bytes, file.version);
     if (counterAt == 0 || Raw(page) >= file.pageCount) return false;
     const PageBytes after = file.StoredForm(page, *bytes);
-    const auto changed = Difference(after, file.LoadStored(page));
+    const auto changed = Difference(after, FormerBytes(page));
     if (!changed || changed->offset < counterAt ||
         changed->offset + changed->length > counterAt + kCounterSize)
         return false;

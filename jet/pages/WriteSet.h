@@ -58,6 +58,7 @@ private:
     };
     [[nodiscard]] std::optional<Obstacle> TryCommit();
     [[nodiscard]] bool IsUpToDate() const;
+    [[nodiscard]] std::vector<std::byte> FormerBytes(PageNumber page) const;
     [[nodiscard]] std::optional<std::vector<PageNumber>> RowPages() const;
     void Store();
     [[nodiscard]] bool StoreCounter();

@@ -23,13 +23,16 @@ protected:
     void Make(const std::string& path, const format::Protection& protection)
     {
         pages_.clear();
-        const auto pager = Pager::Create(files_, path, format::kJet4, protection);
-        WriteSet changes(*pager);
-        for (std::uint32_t i = 0; i < kPages; ++i) {
-            pages_.push_back(changes.Allocate());
-            format::WriteU32(changes.Change(pages_.back()), 8, i);
+        auto pager = Pager::Create(files_, path, format::kJet4, protection);
+        {
+            WriteSet changes(*pager);
+            for (std::uint32_t i = 0; i < kPages; ++i) {
+                pages_.push_back(changes.Allocate());
+                format::WriteU32(changes.Change(pages_.back()), 8, i);
+            }
+            changes.Commit();
         }
-        changes.Commit();
+        pager.reset();
         pager_ = Pager::Open(files_, path, io::OpenMode::ReadWrite);
     }
 
