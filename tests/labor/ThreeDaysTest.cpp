@@ -195,19 +195,22 @@ void ThreeDaysTest::ExpectRecorded(const ExportedRow& history, const ExportedRow
                            {"VehDesc", order.at("ServiceItemDescriptionL1")},
                            {"Customer", order.at("ProfileDescriptionL1")}});
     const std::string name = scene.name;
-    ExpectFields(labor, {{"EmployeeID", scene.employee},
-                         {"WONumber", order.at("EntryNumber")},
-                         {"EmpRate", std::to_string(scene.rate)},
-                         {"LastName", name.substr(0, name.find(','))},
-                         {"FirstName", name.substr(name.find(' ') + 1)},
-                         {"GLType", job.code},
-                         {"FlagDate", Day(job.day)},
-                         {"TimeIN", Clock(job.start)},
-                         {"TimeOut", Clock(job.end)},
-                         {"HrsFlagged", hours},
-                         {"WorkOrder", order.at("WorkOrderNumber")},
-                         {"MiscDesc", order.at("ServiceItemDescriptionL1")},
-                         {"Paid", "0"}});
+    // Every field of the line, but its number.
+    ExpectChange({{"LaborID", labor.at("LaborID")}}, labor,
+                 {{"EmployeeID", scene.employee},
+                  {"WONumber", order.at("EntryNumber")},
+                  {"EmpRate", std::to_string(scene.rate)},
+                  {"LastName", name.substr(0, name.find(','))},
+                  {"FirstName", name.substr(name.find(' ') + 1)},
+                  {"GLType", job.code},
+                  {"FlagDate", Day(job.day)},
+                  {"TimeIN", Clock(job.start)},
+                  {"TimeOut", Clock(job.end)},
+                  {"HrsFlagged", hours},
+                  {"WorkOrder", order.at("WorkOrderNumber")},
+                  {"MiscDesc", order.at("ServiceItemDescriptionL1")},
+                  {"Paid", "0"},
+                  {"PayBatch", "0"}});
 }
 
 // Monday: five changes, a break, one job more, and home. What the opening itself does to the

@@ -80,9 +80,10 @@ protected:
         staged->clock.Advance(60);
         for (const char* button : {"cmdBreak", "cmdEndDay", "cmdExit"})
             Find<QPushButton>(button).click();
-        for (const char* item : {"mnuSyncEmp", "mnuSynchRO", "mnuFileOpen"})
+        for (const char* item : {"mnuSyncEmp", "mnuSynchRO", "mnuFileOpen", "mnuSetupItems"})
             Find<QAction>(item).trigger();
         demo::ClickRow(Find<QTableView>("grdEmp"), 0);
+        Type("10106");
         QTest::qWait(30);
         EXPECT_EQ(Window().windowTitle(), title);
         EXPECT_EQ(Find<QLabel>("lblEmpName").text().toStdString(), employee);
