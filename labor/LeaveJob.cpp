@@ -11,25 +11,24 @@
 
 namespace lodrin {
 
-std::int32_t OrderOfJob(const platform::Grid& board)
+std::int32_t OrderOfJob(Shop& shop)
 {
-    return base::ValLong(fnCN(board.Value(LDEmp::WOID.column), 0));
+    return base::ValLong(fnCN(shop, shop.window.grdEmp.Value(LDEmp::WOID.column), 0));
 }
 
 bool TellsProgress(const ResumeNext& attempt, Shop& shop)
 {
     frmProgress& progress = shop.forms.progress;
     progress.lngWOID = 0;  // no order, should the board not tell it
-    attempt([&] { progress.lngWOID = OrderOfJob(shop.window.grdEmp); });
+    attempt([&] { progress.lngWOID = OrderOfJob(shop); });
     attempt([&] { ShowProgress(shop); });
     return !progress.isCancelled;
 }
 
 bool FindsOrderOfJob(const ResumeNext& attempt, Shop& shop)
 {
-    return FindsRepairOrder(attempt, shop, [&] {
-        return "EntryNumber = " + base::TextOf(OrderOfJob(shop.window.grdEmp));
-    });
+    return FindsRepairOrder(attempt, shop,
+                            [&] { return "EntryNumber = " + base::TextOf(OrderOfJob(shop)); });
 }
 
 }  // namespace lodrin

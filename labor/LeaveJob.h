@@ -4,17 +4,13 @@
 
 #include <cstdint>
 
-namespace platform {
-class Grid;
-}
-
 namespace lodrin {
 
 class ResumeNext;
 struct Shop;
 
 // Entry number of the repair order on the board's row; 0 when no job is open.
-[[nodiscard]] std::int32_t OrderOfJob(const platform::Grid& board);
+[[nodiscard]] std::int32_t OrderOfJob(Shop& shop);
 
 // Shows the progress dialog for that order; false when he cancels it.
 [[nodiscard]] bool TellsProgress(const ResumeNext& attempt, Shop& shop);

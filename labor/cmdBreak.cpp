@@ -25,7 +25,7 @@ void cmdBreak_Click(Shop& shop)
     if (!TellsProgress(attempt, shop)) return;
 
     // Without an open job there is nothing to close.
-    if (attempt.Test([&] { return OrderOfJob(board) == 0; }, TakeBranch)) return;
+    if (attempt.Test([&] { return OrderOfJob(shop) == 0; }, TakeBranch)) return;
 
     // The repair order becomes the current record; the labor goes there.
     if (!FindsOrderOfJob(attempt, shop)) return;

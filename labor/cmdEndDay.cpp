@@ -71,7 +71,7 @@ void cmdEndDay_Click(Shop& shop)
     if (!FindsOrderOfJob(attempt, shop)) return;
 
     // The job is closed before it is cleared from the board, and counted afterwards.
-    const auto jobIsOpen = [&] { return OrderOfJob(board) != 0 && !WasClosedBefore(state, board); };
+    const auto jobIsOpen = [&] { return OrderOfJob(shop) != 0 && !WasClosedBefore(state, board); };
     if (attempt.Test(jobIsOpen, TakeBranch)) attempt([&] { WriteHistory(shop); });
 
     // Where his record is gone, his row of the board stays as it is.

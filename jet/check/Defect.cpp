@@ -69,7 +69,7 @@ constexpr std::array<KindFacts, static_cast<std::size_t>(DefectKind::Count_)> kK
     {DefectKind::CatalogName, "catalog-name"},
     {DefectKind::CatalogParent, "catalog-parent"},
     {DefectKind::CatalogProperties, "catalog-properties"},
-    {DefectKind::CatalogRights, "catalog-rights"},
+    {DefectKind::CatalogRights, "catalog-rights", Severity::Remark},
     {DefectKind::CatalogRelationship, "catalog-relationship"},
     {DefectKind::RelationshipOrphan, "relationship-orphan", Severity::Remark},
 }};
