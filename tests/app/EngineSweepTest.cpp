@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// EngineSweepTest: each procedure, while the n-th thing the engine asks of the disk fails, for
-// every n.
+// EngineSweepTest: each procedure, while the engine's n-th call to the disk fails, for every n.
 #include "app/Dispatch.h"
 #include "app/frmLodrin.h"
 #include "base/Calendar.h"
@@ -30,10 +29,9 @@ namespace {
 using namespace tests;
 
 constexpr const char* kDatabase = "C:/Shop/Kelvaro.mdb";
-constexpr std::size_t kChecked = 5;     // of so many files one is looked through
-constexpr std::size_t kWithoutLog = 5;  // of so many calls one fails while there is no log
-constexpr double kToday = 38061;
-constexpr double kFriday = 38058;
+// Of so many files one is looked through; of so many calls one fails while there is no log.
+constexpr std::size_t kChecked = 5, kWithoutLog = 5;
+constexpr double kToday = 38061, kFriday = 38058;
 
 // The shop on a disk one call of which fails.
 struct Scene {
@@ -106,6 +104,12 @@ void OneOrderAndTwoPeople(ShopWorld& world)
 {
     world.Given({Employee("Jones, Bob", 8).With("PIN", "1234"), Employee("Smith, Ann", 7),
                  RepairOrder(1001), RepairOrder(1002)});
+}
+
+void BobHasEndedHisDay(ShopWorld& world)
+{
+    OneOrderAndTwoPeople(world);
+    world.Changes("LDEmp", "EmpID = 8", "EndDay", *base::ReadDate("08:30 AM"));
 }
 
 void BobHasWorkedSinceEight(ShopWorld& world)
@@ -250,34 +254,27 @@ std::vector<Procedure> ListsAndDialogs()
     };
 }
 
+// Of the first job of a day, whose start stores so many sets.
+Procedure StartOfAJob(const char* name, void (*given)(ShopWorld& world), std::size_t sets)
+{
+    return {name,
+            {"Sub frmLodrin!StartJob()", "Sub frmGLSelect!Form_Load()"},
+            given,
+            BobStandsOnTheBoard,
+            BobStartsHisJob,
+            [](Scene& scene) {
+                EXPECT_EQ(scene.Stored("LDHistory").size() + scene.Stored("LDTotals").size(), 0U);
+                EXPECT_EQ(scene.Stored("LDEmp").size(), 2U);
+                EXPECT_FALSE(scene.world.shop.window.grdEmp.allowEdit);
+            },
+            {.asksPIN = true, .tidyings = kToldPerSet * sets}};
+}
+
 std::vector<Procedure> Jobs()
 {
     return {
-        {"FirstJobOfTheDay",
-         {"Sub frmLodrin!StartJob()", "Sub frmGLSelect!Form_Load()"},
-         OneOrderAndTwoPeople,
-         BobStandsOnTheBoard,
-         BobStartsHisJob,
-         [](Scene& scene) {
-             EXPECT_TRUE(scene.Stored("LDHistory").empty());
-             EXPECT_EQ(scene.Stored("LDEmp").size(), 2U);
-             EXPECT_FALSE(scene.world.shop.window.grdEmp.allowEdit);
-         },
-         {.asksPIN = true, .tidyings = kToldPerSet * 5}},
-        {"DayOpenedAgain",
-         {"Sub frmLodrin!StartJob()", "Sub frmGLSelect!Form_Load()"},
-         [](ShopWorld& world) {
-             OneOrderAndTwoPeople(world);
-             world.Changes("LDEmp", "EmpID = 8", "EndDay", *base::ReadDate("08:30 AM"));
-         },
-         BobStandsOnTheBoard,
-         BobStartsHisJob,
-         [](Scene& scene) {
-             EXPECT_TRUE(scene.Stored("LDTotals").empty());
-             EXPECT_EQ(scene.Stored("LDEmp").size(), 2U);
-             EXPECT_FALSE(scene.world.shop.window.grdEmp.allowEdit);
-         },
-         {.asksPIN = true, .tidyings = kToldPerSet * 6}},
+        StartOfAJob("FirstJobOfTheDay", OneOrderAndTwoPeople, 5),
+        StartOfAJob("DayOpenedAgain", BobHasEndedHisDay, 6),
         {"JobChange",
          And({"Sub frmLodrin!StartJob()", "Sub frmGLSelect!Form_Load()"}, kClosingAJob),
          BobHasWorkedSinceEight,
@@ -577,8 +574,7 @@ TEST_P(EngineSweepTest, WhicheverCallFailsNothingEscapesAndAStatementThatReports
 TEST_P(EngineSweepTest, WithoutALogTheProgramEndsAndTheFileStaysSound)
 {
     const std::vector<std::byte> content = Content();
-    std::size_t ends = 0;
-    std::size_t call = 0;
+    std::size_t ends = 0, call = 0;
     for (bool failed = true; failed && !HasFailure(); call += kWithoutLog) {
         SCOPED_TRACE("call " + std::to_string(call));
         Scene scene(content);

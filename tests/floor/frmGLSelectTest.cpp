@@ -79,6 +79,16 @@ TEST_F(frmGLSelectTest, DescriptionsWithoutCodeAreSkipped)
     EXPECT_EQ(Entries(form.lstGLCodes), (std::vector<std::string>{"RL Refinish"}));
 }
 
+TEST_F(frmGLSelectTest, WithoutProgressTextsTheirListIsEmptyAndNothingIsReported)
+{
+    GivenNo("AutoLook");
+    Open();
+    form.Form_Load(shop);
+    EXPECT_EQ(form.lstProgress.ListCount(), 0);
+    EXPECT_EQ(form.lstProgress.ListIndex(), -1);
+    EXPECT_TRUE(Reports().empty());
+}
+
 TEST_F(frmGLSelectTest, WithoutDescriptionSetTheLaborTypesStayEmptyAndThatIsReported)
 {
     Open();
