@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "jet/check/IndexCheck.h"
 
-#include "base/NumberedError.h"
 #include "jet/check/IndexTree.h"
 #include "jet/check/MapCheck.h"
-#include "jet/format/IndexKey.h"
-#include "jet/format/ValueCodec.h"
 
 #include <algorithm>
 
@@ -13,30 +10,15 @@ namespace jet::check {
 
 namespace {
 
-using format::IndexColumn;
 using format::IndexDefinition;
 using format::Span;
 
-// What the row says its key should be.
-struct ExpectedKey {
-    std::vector<std::byte> bytes;
-    bool known = false;  // false when the row or its text cannot be keyed
-    bool anyNull = false, allNull = true;
-};
-
-base::Value ValueOf(const format::RowView& row, std::size_t column)
-{
-    const format::ColumnDefinition& definition = row.Table().columns[column];
-    if (definition.type == format::ColumnType::Boolean) return row.Boolean(column);
-    if (row.IsNull(column)) return base::Null{};
-    return format::DecodeValue(row.Field(column), definition);
-}
-
 class IndexInspector {
 public:
-    IndexInspector(Inspection& inspection, const TableFacts& facts, std::size_t place)
+    IndexInspector(Inspection& inspection, const TableFacts& facts, std::size_t place,
+                   const ExpectedEntries& expected)
         : inspection_(inspection), facts_(facts), index_(facts.definition.indexes[place]),
-          name_(NameOfTree(place)), seen_(facts.rows.size())
+          expected_(expected), maker_(facts.definition, index_), name_(NameOfTree(place))
     {
     }
 
@@ -45,11 +27,13 @@ public:
         const PageNumber table = facts_.definition.page;
         const auto owned = ReadMap(inspection_, index_.usageMap, table, table, "map of " + name_);
         IndexTree tree(inspection_, facts_.definition, index_, name_,
-                       [this](Span entry, PageNumber page) { TakeEntry(entry, page); });
+                       [this](Span entry, bool repeats) { CountEntry(entry, repeats); });
         tree.Walk();
+        const bool asExpected = tree.Whole() && !repeated_ && expected_.Agree(met_);
+        if (!asExpected) CompareEntries(tree);
         if (!tree.Whole()) return;
         CheckMap(owned, tree.Pages());
-        FindMissing();
+        if (!asExpected) FindMissing();
     }
 
 private:
@@ -74,6 +58,22 @@ private:
         }
     }
 
+    void CountEntry(Span entry, bool repeats)
+    {
+        expected_.AddMet(entry, met_);
+        if (repeats && index_.unique && !repeated_) repeated_ = !HasNull(format::RowPart(entry));
+    }
+
+    // Entries of rows with nulls may have one key.
+    [[nodiscard]] bool HasNull(RowId row) { return KeyOf(row).anyNull; }
+
+    // Each entry against its row, for what is wrong and where.
+    void CompareEntries(const IndexTree& tree)
+    {
+        seen_.resize(facts_.rows.size());
+        tree.ForEachEntry([this](Span entry, PageNumber page) { TakeEntry(entry, page); });
+    }
+
     void TakeEntry(Span entry, PageNumber page)
     {
         const RowId row = format::RowPart(entry);
@@ -91,7 +91,7 @@ private:
 
     void CheckKey(Span key, RowId row, PageNumber page)
     {
-        const ExpectedKey expected = KeyOf(row);
+        const RowKey expected = KeyOf(row);
         if (expected.known &&
             !std::equal(key.begin(), key.end(), expected.bytes.begin(), expected.bytes.end())) {
             inspection_.Found(DefectKind::IndexKey, page, 0,
@@ -113,53 +113,39 @@ private:
     {
         for (std::size_t i = 0; i < seen_.size(); ++i) {
             if (seen_[i]) continue;
-            const ExpectedKey expected = KeyOf(facts_.rows[i]);
+            const RowKey expected = KeyOf(facts_.rows[i]);
             if (index_.ignoreNulls && expected.allNull) continue;
             inspection_.Found(DefectKind::IndexEntryMissing, facts_.rows[i].page, 0,
                               name_ + ": no entry for row " + RowText(facts_.rows[i]));
         }
     }
 
-    [[nodiscard]] ExpectedKey KeyOf(RowId row) const
+    [[nodiscard]] RowKey KeyOf(RowId row) const
     {
-        ExpectedKey key;
-        const auto fetched = facts_.Fetch(inspection_.Pager(), row);
-        if (!fetched) return key;
-        try {
-            for (const IndexColumn& part : index_.columns)
-                AddPart(key, fetched->view, part);
-            key.known = true;
-        } catch (const base::NumberedError&) {
-            // The row's own check has found what is wrong with it.
-        }
+        RowKey key;
+        if (const auto fetched = facts_.Fetch(inspection_.Pager(), row))
+            maker_.Make(fetched->view, key);
         return key;
-    }
-
-    void AddPart(ExpectedKey& key, const format::RowView& row, const IndexColumn& part) const
-    {
-        const auto column = facts_.definition.FindNumber(part.columnNumber);
-        if (!column) throw base::NumberedError(3343);
-        const format::ColumnDefinition& definition = facts_.definition.columns[*column];
-        const bool null = row.IsNull(*column);
-        key.anyNull = key.anyNull || null;
-        key.allNull = key.allNull && null;
-        if (format::IsLongValue(definition.type)) throw base::NumberedError(3251);
-        format::AppendKeyColumn(key.bytes, ValueOf(row, *column), definition, part.ascending);
     }
 
     Inspection& inspection_;
     const TableFacts& facts_;
     const IndexDefinition& index_;
+    const ExpectedEntries& expected_;
+    KeyMaker maker_;
     std::string name_;
-    std::vector<bool> seen_;
+    EntrySum met_;
+    bool repeated_ = false;        // a key that may stand once stands twice
+    std::vector<bool> seen_;       // rows that have an entry
     std::vector<std::byte> last_;  // key of the entry met last
 };
 
 }  // namespace
 
-void CheckIndex(Inspection& inspection, const TableFacts& facts, std::size_t index)
+void CheckIndex(Inspection& inspection, const TableFacts& facts, std::size_t index,
+                const ExpectedEntries& expected)
 {
-    IndexInspector(inspection, facts, index).Check();
+    IndexInspector(inspection, facts, index, expected).Check();
 }
 
 }  // namespace jet::check

@@ -107,7 +107,10 @@ void IndexTree::WalkNode(PageNumber number, const IndexPageView& view, const Pla
 void IndexTree::TakeEntry(Span entry, PageNumber page)
 {
     ++inspection_.Report().indexEntries;
-    if (!last_.empty() && format::CompareEntries(last_, entry) >= 0)
+    const bool first = last_.empty();
+    const bool repeats =
+        !first && format::SameBytes(format::KeyPart(last_), format::KeyPart(entry));
+    if (!first && format::CompareEntries(last_, entry) >= 0)
         Found(DefectKind::IndexOrder, page, layout_.area, "has entries out of order");
     if (!separator_.empty() && format::CompareEntries(separator_, entry) >= 0) {
         Found(DefectKind::IndexSeparator, page, layout_.area,
@@ -115,7 +118,17 @@ void IndexTree::TakeEntry(Span entry, PageNumber page)
         separator_.clear();
     }
     last_.assign(entry.begin(), entry.end());
-    each_(entry, page);
+    each_(entry, repeats);
+}
+
+void IndexTree::ForEachEntry(const std::function<void(Span entry, PageNumber page)>& visit) const
+{
+    for (const Leaf& leaf : leaves_) {
+        const pages::Page page = inspection_.Pager().Read(leaf.page);
+        const IndexPageView view(page.Bytes(), layout_);
+        for (std::size_t at = 0; at < view.Count(); ++at)
+            visit(view.Entry(at), leaf.page);
+    }
 }
 
 void IndexTree::CheckLinks()

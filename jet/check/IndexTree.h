@@ -12,8 +12,8 @@ namespace jet::check {
 
 class IndexTree {
 public:
-    // Told every entry of a leaf, in the order found, with the page it is on.
-    using EachEntry = std::function<void(format::Span entry, PageNumber page)>;
+    // Told every entry of a leaf, in the order found, and whether the one before has its key.
+    using EachEntry = std::function<void(format::Span entry, bool repeats)>;
 
     IndexTree(Inspection& inspection, const format::TableDefinition& table,
               const format::IndexDefinition& index, std::string name, EachEntry each);
@@ -25,6 +25,9 @@ public:
     [[nodiscard]] bool Whole() const { return whole_; }
     // The pages met, in no order.
     [[nodiscard]] const std::vector<PageNumber>& Pages() const { return pages_; }
+
+    // Once more every entry in the order found, with the page it is on. Requires: Walk was called.
+    void ForEachEntry(const std::function<void(format::Span entry, PageNumber page)>& visit) const;
 
 private:
     struct Leaf {

@@ -2,7 +2,10 @@
 #include "jet/check/RowCheck.h"
 
 #include "base/NumberedError.h"
+#include "jet/format/CodePage.h"
 #include "jet/format/ValueCodec.h"
+
+#include <algorithm>
 
 namespace jet::check {
 
@@ -11,6 +14,31 @@ namespace {
 using format::ColumnDefinition;
 using format::RowView;
 
+// Whether bytes that lie in the row may still be no value of the column.
+bool IsQuestionable(const ColumnDefinition& column)
+{
+    if (column.type == format::ColumnType::Boolean) return false;
+    if (format::IsLongValue(column.type)) return true;
+    if (column.type == format::ColumnType::Text)
+        return column.codePage != format::kUtf16 && column.codePage != format::kWindows1252;
+    const auto length = format::LengthOf(column.type);
+    return length && !(column.fixed && column.length >= *length);
+}
+
+// By count of columns that a row knows: where the fixed ones among them end.
+std::vector<std::size_t> FixedEnds(const format::TableDefinition& table)
+{
+    std::vector<std::size_t> ends(table.columnCounter + std::size_t{1});
+    for (const ColumnDefinition& column : table.columns) {
+        if (!column.fixed || column.type == format::ColumnType::Boolean) continue;
+        std::size_t& end = ends[column.number + std::size_t{1}];
+        end = std::max(end, table.row.number + column.fixedOffset + column.length);
+    }
+    for (std::size_t count = 1; count < ends.size(); ++count)
+        ends[count] = std::max(ends[count], ends[count - 1]);
+    return ends;
+}
+
 class RowInspector {
 public:
     RowInspector(Inspection& inspection, const RowView& row, RowId at, std::size_t offset)
@@ -18,7 +46,7 @@ public:
     {
     }
 
-    bool CheckShape()
+    bool CheckShape(const std::vector<std::size_t>& fixedEnds)
     {
         const format::TableDefinition& table = row_.Table();
         if (row_.ColumnCount() > table.columnCounter) {
@@ -34,7 +62,7 @@ public:
             if (!end) return false;
             fixedEnd = *end;
         }
-        return CheckFixedPart(fixedEnd);
+        return fixedEnds[row_.ColumnCount()] <= fixedEnd || CheckFixedPart(fixedEnd);
     }
 
     void CheckField(std::size_t column, std::vector<LongValueReference>& references)
@@ -73,11 +101,15 @@ private:
                   std::to_string(table.variableColumnCounter));
             return std::nullopt;
         }
+        const std::size_t end = row_.OffsetTable();
+        const bool jumps = table.row.Jumps(row_.Bytes().size()) != 0;
         std::size_t last = number;
         std::size_t first = 0;
         for (std::size_t i = 0; i <= count; ++i) {
-            const std::size_t start = row_.Offset(i);
-            if (start < last || start > row_.OffsetTable()) {
+            const std::size_t start =
+                jumps ? row_.Offset(i)
+                      : format::ReadNumber(row_.Bytes(), end + number * (count - i), number);
+            if (start < last || start > end) {
                 Found("variable value " + std::to_string(i) + " starts at " +
                       std::to_string(start));
                 return std::nullopt;
@@ -120,18 +152,25 @@ std::optional<RowView> ViewRow(Inspection& inspection, format::Span bytes,
     }
 }
 
-bool CheckRow(Inspection& inspection, const RowView& row, RowId at, std::size_t offset,
-              std::vector<LongValueReference>& references)
+RowCheck::RowCheck(Inspection& inspection, const format::TableDefinition& table)
+    : inspection_(inspection), fixedEnds_(FixedEnds(table))
 {
-    RowInspector inspector(inspection, row, at, offset);
+    for (std::size_t column = 0; column < table.columns.size(); ++column)
+        if (IsQuestionable(table.columns[column])) questionable_.push_back(column);
+}
+
+bool RowCheck::Check(const RowView& row, RowId at, std::size_t offset,
+                     std::vector<LongValueReference>& references) const
+{
+    RowInspector inspector(inspection_, row, at, offset);
     try {
-        if (!inspector.CheckShape()) return false;
+        if (!inspector.CheckShape(fixedEnds_)) return false;
     } catch (const base::NumberedError& error) {
         inspector.Found("contradicts itself: " + error.Detail());
         return false;
     }
     bool readable = true;
-    for (std::size_t column = 0; column < row.Table().columns.size(); ++column) {
+    for (const std::size_t column : questionable_) {
         try {
             inspector.CheckField(column, references);
         } catch (const base::NumberedError& error) {

@@ -10,6 +10,7 @@
 #include "jet/check/RowCheck.h"
 #include "jet/format/DataPage.h"
 #include "jet/format/RowPointer.h"
+#include "jet/pages/PageWalk.h"
 
 #include <algorithm>
 #include <map>
@@ -24,17 +25,22 @@ using format::SlotKind;
 class TableInspector {
 public:
     TableInspector(Inspection& inspection, TableFacts& facts)
-        : inspection_(inspection), facts_(facts), table_(facts.definition)
+        : inspection_(inspection), facts_(facts), table_(facts.definition),
+          rowCheck_(inspection, table_)
     {
+        for (const format::IndexDefinition& index : table_.indexes)
+            expected_.emplace_back(table_, index);
     }
 
     void CheckRows()
     {
-        for (const PageNumber page : OwnedPages(table_.ownedPages, table_.freePages, "table"))
-            CheckPage(page);
+        pages::PageWalk walk(inspection_.Pager());
+        walk.Begin(ClaimedPages());
+        while (walk.Next())
+            CheckPage(walk.Number(), walk.Bytes());
         CheckMoves();
+        ExpectMoved();
         CheckCounter();
-        std::sort(facts_.rows.begin(), facts_.rows.end());
         inspection_.Report().rows += facts_.rows.size();
         if (facts_.rows.size() != table_.rowCount) {
             inspection_.Found(DefectKind::RowCount, table_.page, 0,
@@ -54,7 +60,25 @@ public:
         }
     }
 
+    void CheckIndexes()
+    {
+        for (std::size_t index = 0; index < expected_.size(); ++index)
+            CheckIndex(inspection_, facts_, index, expected_[index]);
+    }
+
 private:
+    // The pages of rows that serve nothing else.
+    std::vector<PageNumber> ClaimedPages()
+    {
+        std::vector<PageNumber> pages = OwnedPages(table_.ownedPages, table_.freePages, "table");
+        pages.erase(std::remove_if(pages.begin(), pages.end(),
+                                   [this](PageNumber page) {
+                                       return !inspection_.Claim(page, PageUse::Rows, table_.page);
+                                   }),
+                    pages.end());
+        return pages;
+    }
+
     // The pages of an owned map; those of the map of pages with room must be among them.
     std::vector<PageNumber> OwnedPages(RowId owned, std::optional<RowId> room,
                                        const std::string& of)
@@ -73,14 +97,12 @@ private:
         return pages;
     }
 
-    void CheckPage(PageNumber number)
+    void CheckPage(PageNumber number, format::Span page)
     {
-        if (!inspection_.Claim(number, PageUse::Rows, table_.page)) return;
-        const pages::Page page = inspection_.Pager().Read(number);
-        if (!CheckDataPage(inspection_, number, page.Bytes(), Raw(table_.page))) return;
-        const DataPage view(page.Bytes());
+        if (!CheckDataPage(inspection_, number, page, Raw(table_.page))) return;
+        const DataPage view(page);
         for (std::uint16_t slot = 0; slot < view.SlotCount(); ++slot)
-            CheckSlot(view, page.Bytes(), {number, slot});
+            CheckSlot(view, page, {number, slot});
     }
 
     void CheckSlot(const DataPage& view, format::Span page, RowId at)
@@ -95,20 +117,34 @@ private:
             return TakePointer(bytes, at, offset);
         case SlotKind::Moved:
             moved_.emplace(at, 0);
-            break;
+            static_cast<void>(CheckRowAt(bytes, at, offset));
+            return;
         case SlotKind::Row:
             facts_.rows.push_back(at);
-            break;
+            return Expect(at, CheckRowAt(bytes, at, offset));
         }
+    }
+
+    // The row, when all of it can be read.
+    std::optional<format::RowView> CheckRowAt(format::Span bytes, RowId at, std::size_t offset)
+    {
         const auto row = ViewRow(inspection_, bytes, table_, at, offset);
-        if (row && CheckRow(inspection_, *row, at, offset, references_)) NoteCounter(*row);
+        if (!row || !rowCheck_.Check(*row, at, offset, references_)) return std::nullopt;
+        NoteCounter(*row);
+        return row;
+    }
+
+    // Notes what the indexes should say of a row.
+    void Expect(RowId at, const std::optional<format::RowView>& row)
+    {
+        for (ExpectedEntries& index : expected_)
+            row ? index.Take(at, *row) : index.TakeUnreadable();
     }
 
     void NoteCounter(const format::RowView& row)
     {
-        const auto column = table_.FindAutoNumber();
-        if (!column || row.IsNull(*column)) return;
-        counter_ = std::max(counter_, format::ReadI32(row.Field(*column), 0));
+        if (!autoNumber_ || row.IsNull(*autoNumber_)) return;
+        counter_ = std::max(counter_, format::ReadI32(row.Field(*autoNumber_), 0));
     }
 
     // The next number given out must be new.
@@ -123,6 +159,7 @@ private:
     void TakePointer(format::Span bytes, RowId at, std::size_t offset)
     {
         if (bytes.size() < format::kRowPointerSize) {
+            Expect(at, std::nullopt);
             return inspection_.Found(DefectKind::RowPointer, at.page, offset,
                                      "row " + RowText(at) + " is too short for a pointer");
         }
@@ -147,9 +184,23 @@ private:
         }
     }
 
+    // A moved row is indexed where its pointer lies.
+    void ExpectMoved()
+    {
+        for (const auto& [from, to] : pointers_) {
+            const auto row = facts_.Fetch(inspection_.Pager(), from);
+            Expect(from, row ? std::optional(row->view) : std::nullopt);
+        }
+        for (ExpectedEntries& index : expected_)
+            index.Close();
+    }
+
     Inspection& inspection_;
     TableFacts& facts_;
     const format::TableDefinition& table_;
+    RowCheck rowCheck_;
+    std::vector<ExpectedEntries> expected_;  // one of each index
+    std::optional<std::size_t> autoNumber_ = table_.FindAutoNumber();
     std::vector<std::pair<RowId, RowId>> pointers_;
     std::map<RowId, int> moved_;
     std::int32_t counter_ = 0;  // the largest number in the counter column
@@ -195,8 +246,7 @@ std::unique_ptr<TableFacts> CheckTable(Inspection& inspection, PageNumber first)
     TableInspector inspector(inspection, *facts);
     inspector.CheckRows();
     inspector.CheckColumns();
-    for (std::size_t index = 0; index < facts->definition.indexes.size(); ++index)
-        CheckIndex(inspection, *facts, index);
+    inspector.CheckIndexes();
     return facts;
 }
 

@@ -49,12 +49,17 @@ RowId RowPart(Span entry)
     return {PageNumber{place >> 8}, static_cast<std::uint16_t>(place & 0xFF)};
 }
 
+void AppendRowPart(std::vector<std::byte>& entry, RowId row)
+{
+    PutU32(entry, Raw(row.page) << 8 | (row.slot & 0xFFU));
+}
+
 std::vector<std::byte> MakeEntry(Span key, RowId row)
 {
     std::vector<std::byte> entry;
     entry.reserve(key.size() + kRowPlaceWidth);
     entry.assign(key.begin(), key.end());
-    PutU32(entry, Raw(row.page) << 8 | (row.slot & 0xFFU));
+    AppendRowPart(entry, row);
     return entry;
 }
 

@@ -24,6 +24,8 @@ inline constexpr std::size_t kChildWidth = 4;     // page, big-endian
     return entry.first(entry.size() - kRowPlaceWidth);
 }
 [[nodiscard]] RowId RowPart(Span entry);
+// How a row's place ends an entry.
+void AppendRowPart(std::vector<std::byte>& entry, RowId row);
 // The key of a row followed by its place.
 [[nodiscard]] std::vector<std::byte> MakeEntry(Span key, RowId row);
 
