@@ -3,11 +3,11 @@
 
 #include "base/NumberedError.h"
 #include "base/Text.h"
+#include "jet/check/FieldContent.h"
 #include "jet/check/LongValueCheck.h"
 #include "jet/check/RelationshipCheck.h"
 #include "jet/format/PropertyBlock.h"
 #include "jet/format/TableDefinitionLayout.h"
-#include "jet/format/ValueCodec.h"
 
 #include <algorithm>
 #include <set>
@@ -17,8 +17,8 @@ namespace jet::check {
 namespace {
 
 constexpr std::int32_t kRoot = 0x0F000000;
-constexpr PageNumber kRights{3};
-constexpr std::int16_t kLocalTable = 1, kOdbcTable = 4, kRelationship = 8;
+constexpr PageNumber kRights{3}, kQueries{4};
+constexpr std::int16_t kLocalTable = 1, kOdbcTable = 4, kQuery = 5, kRelationship = 8;
 
 // One row of the table of objects.
 struct Object {
@@ -26,20 +26,16 @@ struct Object {
     std::int32_t id = 0, parent = 0;
     std::int16_t type = 0;
     std::string name;
+    bool owned = false;  // by some account
     std::optional<format::LongValueHeader> properties;
     std::vector<std::byte> propertiesInRow;
 };
 
-// The content of a named column when it is of kind T.
-template <class T>
-std::optional<T> ContentOf(const format::RowView& row, std::string_view name)
+// Whether the column names an account.
+bool NamesAccount(const format::RowView& row, std::string_view column)
 {
-    const auto column = row.Table().FindColumn(name);
-    if (!column || row.IsNull(*column)) return std::nullopt;
-    const base::Value value = format::DecodeValue(row.Field(*column), row.Table().columns[*column]);
-    const T* content = value.As<T>();
-    if (content == nullptr) return std::nullopt;
-    return *content;
+    const auto account = ContentOf<base::Bytes>(row, column);
+    return account && !account->empty();
 }
 
 std::optional<Object> ReadObject(const pages::Pager& pager, const TableFacts& objects, RowId row)
@@ -52,6 +48,7 @@ std::optional<Object> ReadObject(const pages::Pager& pager, const TableFacts& ob
         object.parent = ContentOf<std::int32_t>(fetched->view, "ParentId").value_or(0);
         object.type = ContentOf<std::int16_t>(fetched->view, "Type").value_or(0);
         object.name = ContentOf<std::string>(fetched->view, "Name").value_or("");
+        object.owned = NamesAccount(fetched->view, "Owner");
         const auto column = objects.definition.FindColumn("LvProp");
         if (column && !fetched->view.IsNull(*column)) {
             const format::Span field = fetched->view.Field(*column);
@@ -82,8 +79,10 @@ public:
         : inspection_(inspection), tables_(tables),
           objects_(ReadObjects(inspection.Pager(), objects))
     {
-        for (const Object& object : objects_)
+        for (const Object& object : objects_) {
             ids_.insert(object.id);
+            if (object.type == kQuery) queries_.insert(object.id);
+        }
     }
 
     void CheckObjects()
@@ -99,27 +98,33 @@ public:
                 Found(DefectKind::CatalogParent, object,
                       "lies in container " + std::to_string(object.parent) +
                           ", which is not there");
+            if (!object.owned) Found(DefectKind::CatalogAccount, object, "has no owner");
             CheckProperties(object);
         }
     }
 
     void CheckRights()
     {
-        const auto rights = tables_.find(kRights);
-        if (rights == tables_.end() || !rights->second) return;
-        for (const RowId row : rights->second->rows) {
-            const auto fetched = rights->second->Fetch(inspection_.Pager(), row);
-            if (!fetched) continue;
-            try {
-                const auto object = ContentOf<std::int32_t>(fetched->view, "ObjectId");
-                if (object && ids_.contains(*object)) continue;
-                inspection_.Found(DefectKind::CatalogRights, row.page, 0,
-                                  "row " + RowText(row) + " gives rights to object " +
-                                      std::to_string(object.value_or(0)) + ", which is not there");
-            } catch (const base::NumberedError&) {
-                continue;  // found with the row
-            }
-        }
+        ForEachRow(kRights, [this](RowId row, const format::RowView& view) {
+            const auto object = ContentOf<std::int32_t>(view, "ObjectId");
+            if (!object || !ids_.contains(*object))
+                FoundIn(row, DefectKind::CatalogRights,
+                        "gives rights to object " + std::to_string(object.value_or(0)) +
+                            ", which is not there");
+            if (!NamesAccount(view, "SID"))
+                FoundIn(row, DefectKind::CatalogAccount, "gives rights to no account");
+        });
+    }
+
+    void CheckQueries()
+    {
+        ForEachRow(kQueries, [this](RowId row, const format::RowView& view) {
+            const auto query = ContentOf<std::int32_t>(view, "ObjectId");
+            if (query && queries_.contains(*query)) return;
+            FoundIn(row, DefectKind::CatalogQuery,
+                    "is part of query " + std::to_string(query.value_or(0)) +
+                        ", which is not there");
+        });
     }
 
     [[nodiscard]] ObjectNames Names() const
@@ -138,6 +143,23 @@ public:
     }
 
 private:
+    // The rows of a system table that can be read.
+    template <class Visit>
+    void ForEachRow(PageNumber page, Visit visit)
+    {
+        const auto table = tables_.find(page);
+        if (table == tables_.end() || !table->second) return;
+        for (const RowId row : table->second->rows) {
+            const auto fetched = table->second->Fetch(inspection_.Pager(), row);
+            if (!fetched) continue;
+            try {
+                visit(row, fetched->view);
+            } catch (const base::NumberedError&) {
+                continue;  // found with the row
+            }
+        }
+    }
+
     void CheckProperties(const Object& object)
     {
         if (!object.properties || object.properties->length == 0) return;
@@ -146,11 +168,31 @@ private:
                                : LongValueBytes(inspection_.Pager(), *object.properties);
         if (!bytes) return;  // found with the long values
         try {
-            (void)format::PropertyBlock::Parse(*bytes);
+            CheckOwners(object, format::PropertyBlock::Parse(*bytes));
         } catch (const base::NumberedError& error) {
             Found(DefectKind::CatalogProperties, object,
                   "has properties that cannot be read: " + error.Detail());
         }
+    }
+
+    // Properties are of the table itself or of a column that it has.
+    void CheckOwners(const Object& object, const format::PropertyBlock& properties)
+    {
+        if (object.type != kLocalTable) return;
+        const auto table = tables_.find(PageNumber{static_cast<std::uint32_t>(object.id)});
+        if (table == tables_.end() || !table->second) return;
+        for (const format::PropertyOwner& owner : properties.Owners()) {
+            const bool known = owner.kind != format::PropertyOwner::Kind::Field ||
+                               table->second->definition.FindColumn(owner.name);
+            if (!known)
+                Found(DefectKind::CatalogPropertiesOfNone, object,
+                      "has properties of a column " + owner.name + ", which is not there");
+        }
+    }
+
+    void FoundIn(RowId row, DefectKind kind, const std::string& what)
+    {
+        inspection_.Found(kind, row.page, 0, "row " + RowText(row) + " " + what);
     }
 
     void Found(DefectKind kind, const Object& object, const std::string& what)
@@ -162,7 +204,7 @@ private:
     Inspection& inspection_;
     const Tables& tables_;
     std::vector<Object> objects_;
-    std::set<std::int32_t> ids_;
+    std::set<std::int32_t> ids_, queries_;
 };
 
 }  // namespace
@@ -195,6 +237,7 @@ void CheckCatalog(Inspection& inspection, const Tables& tables)
     CatalogInspector inspector(inspection, tables, *objects->second);
     inspector.CheckObjects();
     inspector.CheckRights();
+    inspector.CheckQueries();
     CheckRelationships(inspection, tables, inspector.Names());
 }
 

@@ -16,7 +16,7 @@ struct KindFacts {
 constexpr std::array<KindFacts, static_cast<std::size_t>(DefectKind::Count_)> kKinds{{
     {DefectKind::FileLength, "file-length"},
     {DefectKind::HeaderField, "header-field"},
-    {DefectKind::CommitPending, "commit-pending"},
+    {DefectKind::CommitPending, "commit-pending", Severity::Remark},
     {DefectKind::PageOutside, "page-outside"},
     {DefectKind::PageOwnedTwice, "page-owned-twice"},
     {DefectKind::PageFreeButOwned, "page-free-but-owned"},
@@ -32,6 +32,7 @@ constexpr std::array<KindFacts, static_cast<std::size_t>(DefectKind::Count_)> kK
     {DefectKind::DefinitionChain, "definition-chain"},
     {DefectKind::DefinitionLength, "definition-length"},
     {DefectKind::DefinitionContent, "definition-content"},
+    {DefectKind::DefinitionIndexOrder, "definition-index-order", Severity::Remark},
     {DefectKind::DefinitionUnlisted, "definition-unlisted", Severity::Remark},
     {DefectKind::DataPageType, "data-page-type"},
     {DefectKind::DataPageOwner, "data-page-owner"},
@@ -69,7 +70,10 @@ constexpr std::array<KindFacts, static_cast<std::size_t>(DefectKind::Count_)> kK
     {DefectKind::CatalogName, "catalog-name"},
     {DefectKind::CatalogParent, "catalog-parent"},
     {DefectKind::CatalogProperties, "catalog-properties"},
+    {DefectKind::CatalogPropertiesOfNone, "catalog-properties-of-none", Severity::Remark},
+    {DefectKind::CatalogAccount, "catalog-account"},
     {DefectKind::CatalogRights, "catalog-rights", Severity::Remark},
+    {DefectKind::CatalogQuery, "catalog-query"},
     {DefectKind::CatalogRelationship, "catalog-relationship"},
     {DefectKind::RelationshipOrphan, "relationship-orphan", Severity::Remark},
 }};

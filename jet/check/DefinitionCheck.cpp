@@ -2,11 +2,15 @@
 #include "jet/check/DefinitionCheck.h"
 
 #include "base/NumberedError.h"
+#include "base/Text.h"
+#include "jet/format/SortKey.h"
 #include "jet/format/TableDefinitionLayout.h"
 #include "jet/format/TableDefinitionReader.h"
 #include "jet/format/ValueCodec.h"
 
 #include <algorithm>
+#include <map>
+#include <span>
 
 namespace jet::check {
 
@@ -44,6 +48,18 @@ std::optional<Chain> ReadChain(Inspection& inspection, PageNumber first)
     return chain;
 }
 
+// Names that the engine takes for one have one key.
+std::vector<std::byte> KeyOfName(const std::string& name, format::SortOrder order)
+{
+    try {
+        return format::SortKeyOf(name, order);
+    } catch (const base::NumberedError&) {
+        const std::string lower = base::LowerName(name);
+        const format::Span bytes = std::as_bytes(std::span(lower));
+        return {bytes.begin(), bytes.end()};
+    }
+}
+
 class DefinitionInspector {
 public:
     DefinitionInspector(Inspection& inspection, const TableDefinition& table)
@@ -69,15 +85,13 @@ private:
             Found(std::to_string(table_.columns.size()) + " columns, counter " +
                   std::to_string(table_.columnCounter));
         }
-        std::vector<std::string> names;
+        std::map<std::vector<std::byte>, std::string> names;
         for (const format::ColumnDefinition& column : table_.columns) {
-            names.push_back(column.name);
+            const auto [known, added] = names.emplace(KeyOf(column.name), column.name);
+            if (!added) Found("two columns are called " + known->second);
             if (format::IsLongValue(column.type) != column.ownedPages.has_value())
                 Found("column " + column.name + ": maps of long values and its type disagree");
         }
-        std::sort(names.begin(), names.end());
-        const auto twice = std::adjacent_find(names.begin(), names.end());
-        if (twice != names.end()) Found("two columns are called " + *twice);
     }
 
     void CheckIndexes()
@@ -93,15 +107,42 @@ private:
         std::sort(numbers.begin(), numbers.end());
         if (std::adjacent_find(numbers.begin(), numbers.end()) != numbers.end())
             Found("two named indexes have one number");
-        for (const format::IndexDefinition& index : table_.indexes) {
-            if (index.columns.empty()) Found("an index has no columns");
-            for (const format::IndexColumn& column : index.columns) {
-                if (!table_.FindNumber(column.columnNumber)) {
-                    Found("an index is over column " + std::to_string(column.columnNumber) +
-                          ", which is not there");
-                }
+        CheckIndexNames();
+        for (const format::IndexDefinition& index : table_.indexes)
+            CheckTree(index);
+    }
+
+    // They stand in the order of the database's texts. Other writers do not keep it.
+    void CheckIndexNames()
+    {
+        std::map<std::vector<std::byte>, std::string> names;
+        for (const format::NamedIndex& index : table_.namedIndexes) {
+            const std::string& name = index.name;
+            const auto [known, added] = names.emplace(KeyOf(name), name);
+            if (!added) Found("two indexes are called " + name);
+            if (!added || std::next(known) == names.end()) continue;
+            inspection_.Found(DefectKind::DefinitionIndexOrder, table_.page, 0,
+                              "index " + name + " stands behind " + names.rbegin()->second);
+        }
+    }
+
+    void CheckTree(const format::IndexDefinition& index)
+    {
+        const std::uint8_t always = format::kJet4.indexAlways;
+        if ((index.flags & always) != inspection_.Pager().Version().indexAlways)
+            Found("an index has the flags " + std::to_string(index.flags));
+        if (index.columns.empty()) Found("an index has no columns");
+        for (const format::IndexColumn& column : index.columns) {
+            if (!table_.FindNumber(column.columnNumber)) {
+                Found("an index is over column " + std::to_string(column.columnNumber) +
+                      ", which is not there");
             }
         }
+    }
+
+    [[nodiscard]] std::vector<std::byte> KeyOf(const std::string& name) const
+    {
+        return KeyOfName(name, inspection_.Header().sortOrder);
     }
 
     Inspection& inspection_;

@@ -84,13 +84,15 @@ void IndexTree::CheckHead(PageNumber number, const IndexPageView& view)
 
 void IndexTree::WalkLeaf(PageNumber number, const IndexPageView& view)
 {
-    leaves_.push_back({number, view.Previous(), view.Next()});
+    leaves_.push_back({number, view.Previous(), view.Next(), PageNumber::None});
     for (std::size_t at = 0; at < view.Count(); ++at)
         TakeEntry(view.Entry(at), number);
 }
 
 void IndexTree::WalkNode(PageNumber number, const IndexPageView& view, const Place& place)
 {
+    if (nodes_.size() <= place.depth) nodes_.resize(place.depth + 1);
+    nodes_[place.depth].push_back({number, view.Previous(), view.Next(), place.from});
     const Place below{.from = number, .depth = place.depth + 1, .levelAbove = view.Level()};
     for (std::size_t at = 0; at < view.Count(); ++at) {
         const Span entry = format::SeparatorPart(view.Entry(at));
@@ -123,7 +125,7 @@ void IndexTree::TakeEntry(Span entry, PageNumber page)
 
 void IndexTree::ForEachEntry(const std::function<void(Span entry, PageNumber page)>& visit) const
 {
-    for (const Leaf& leaf : leaves_) {
+    for (const Linked& leaf : leaves_) {
         const pages::Page page = inspection_.Pager().Read(leaf.page);
         const IndexPageView view(page.Bytes(), layout_);
         for (std::size_t at = 0; at < view.Count(); ++at)
@@ -133,15 +135,40 @@ void IndexTree::ForEachEntry(const std::function<void(Span entry, PageNumber pag
 
 void IndexTree::CheckLinks()
 {
+    for (const std::vector<Linked>& level : nodes_)
+        CheckNodeLinks(level);
     for (std::size_t i = 0; i < leaves_.size(); ++i) {
         const PageNumber before = i == 0 ? PageNumber::None : leaves_[i - 1].page;
         const PageNumber after = i + 1 == leaves_.size() ? PageNumber::None : leaves_[i + 1].page;
-        if (leaves_[i].previous == before && leaves_[i].next == after) continue;
-        Found(DefectKind::IndexLinks, leaves_[i].page, layout_.previous,
-              "is linked to " + PageText(leaves_[i].previous) + " and " +
-                  PageText(leaves_[i].next) + ", its neighbours are " + PageText(before) + " and " +
-                  PageText(after));
+        if (leaves_[i].previous != before || leaves_[i].next != after)
+            FoundLinks(leaves_[i], before, after);
     }
+}
+
+// Rule: nodes are linked to the other children of their parent. Whether a link leads further, to
+//       the child of the next parent, is not known; either is taken for sound.
+void IndexTree::CheckNodeLinks(const std::vector<Linked>& level)
+{
+    const auto fits = [](PageNumber link, const Linked& node, const Linked* neighbour) {
+        if (neighbour == nullptr) return link == PageNumber::None;
+        return link == neighbour->page ||
+               (link == PageNumber::None && neighbour->above != node.above);
+    };
+    for (std::size_t i = 0; i < level.size(); ++i) {
+        const Linked* const before = i == 0 ? nullptr : &level[i - 1];
+        const Linked* const after = i + 1 == level.size() ? nullptr : &level[i + 1];
+        if (fits(level[i].previous, level[i], before) && fits(level[i].next, level[i], after))
+            continue;
+        FoundLinks(level[i], before != nullptr ? before->page : PageNumber::None,
+                   after != nullptr ? after->page : PageNumber::None);
+    }
+}
+
+void IndexTree::FoundLinks(const Linked& page, PageNumber before, PageNumber after)
+{
+    Found(DefectKind::IndexLinks, page.page, layout_.previous,
+          "is linked to " + PageText(page.previous) + " and " + PageText(page.next) +
+              ", its neighbours are " + PageText(before) + " and " + PageText(after));
 }
 
 void IndexTree::Found(DefectKind kind, PageNumber page, std::size_t offset, const std::string& what)

@@ -30,8 +30,10 @@ public:
     void ForEachEntry(const std::function<void(format::Span entry, PageNumber page)>& visit) const;
 
 private:
-    struct Leaf {
+    // A page and what it says of its neighbours; of a node, too, the page above it.
+    struct Linked {
         PageNumber page, previous, next;
+        PageNumber above = PageNumber::None;
     };
 
     // Where a page hangs. Units: depth in pages below the root.
@@ -49,6 +51,8 @@ private:
     void WalkNode(PageNumber number, const format::IndexPageView& view, const Place& place);
     void TakeEntry(format::Span entry, PageNumber page);
     void CheckLinks();
+    void CheckNodeLinks(const std::vector<Linked>& level);
+    void FoundLinks(const Linked& page, PageNumber before, PageNumber after);
     void Found(DefectKind kind, PageNumber page, std::size_t offset, const std::string& what);
     void Broken(DefectKind kind, PageNumber page, const std::string& what);
 
@@ -60,9 +64,10 @@ private:
     EachEntry each_;
     bool whole_ = true;
     std::vector<PageNumber> pages_;
-    std::vector<Leaf> leaves_;
-    std::vector<std::byte> last_;       // the entry met last
-    std::vector<std::byte> separator_;  // the separator passed last
+    std::vector<Linked> leaves_;
+    std::vector<std::vector<Linked>> nodes_;  // by depth
+    std::vector<std::byte> last_;             // the entry met last
+    std::vector<std::byte> separator_;        // the separator passed last
 };
 
 }  // namespace jet::check

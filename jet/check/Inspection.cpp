@@ -31,7 +31,8 @@ const char* UseText(PageUse use)
 }  // namespace
 
 Inspection::Inspection(const pages::Pager& pager, CheckReport& report)
-    : pager_(pager), report_(report), claims_(pager.PageCount())
+    : pager_(pager), header_(format::ReadHeaderPage(pager.Read(PageNumber::None).Bytes())),
+      report_(report), claims_(pager.PageCount())
 {
 }
 

@@ -4,6 +4,7 @@
 
 #include "jet/check/Defect.h"
 #include "jet/check/IntegrityChecker.h"
+#include "jet/format/HeaderPage.h"
 #include "jet/pages/Pager.h"
 
 #include <optional>
@@ -31,6 +32,7 @@ public:
 
     [[nodiscard]] const pages::Pager& Pager() const { return pager_; }
     [[nodiscard]] std::size_t PageSize() const { return pager_.Version().pageSize; }
+    [[nodiscard]] const format::HeaderPage& Header() const { return header_; }
     [[nodiscard]] CheckReport& Report() { return report_; }
 
     void Found(DefectKind kind, PageNumber page, std::size_t offset, std::string text);
@@ -55,6 +57,7 @@ private:
     };
 
     const pages::Pager& pager_;
+    const format::HeaderPage header_;
     CheckReport& report_;
     std::vector<Owner> claims_;
     std::set<RowId> maps_;

@@ -6,14 +6,24 @@
 #include "jet/check/Inspection.h"
 #include "jet/check/MapCheck.h"
 #include "jet/check/TableCheck.h"
+#include "jet/format/HeaderCodePage.h"
 #include "jet/format/HeaderPage.h"
 #include "jet/format/TableDefinitionLayout.h"
 
 #include <algorithm>
+#include <array>
 
 namespace jet::check {
 
 namespace {
+
+// The code pages that Windows has for text.
+bool IsCodePage(std::uint16_t number)
+{
+    constexpr std::array<std::uint16_t, 6> farEast{874, 932, 936, 949, 950, 1361};
+    return (number >= 1250 && number <= 1258) ||
+           std::find(farEast.begin(), farEast.end(), number) != farEast.end();
+}
 
 class FileInspector {
 public:
@@ -36,26 +46,40 @@ public:
 private:
     void CheckHeader()
     {
-        const pages::Page page = pager_.Read(PageNumber::None);
-        const format::HeaderPage header = format::ReadHeaderPage(page.Bytes());
-        const auto found = [this](DefectKind kind, std::size_t offset, const std::string& what) {
-            inspection_.Found(kind, PageNumber::None, offset, what);
-        };
+        const format::HeaderPage& header = inspection_.Header();
+        const format::HeaderPageLayout& at = *pager_.Version().header;
         if (header.freePages != kFreePages || header.secondMap != kSecondMap)
-            found(DefectKind::HeaderField, format::kFreePagesAt,
-                  "the maps of the file are elsewhere");
+            FoundInHeader(format::kFreePagesAt, "the maps of the file are elsewhere");
         for (std::uint32_t i = 0; i < header.systemTables.size(); ++i) {
             if (header.systemTables[i] == PageNumber{2 + i}) continue;
-            found(DefectKind::HeaderField, format::kSystemTablesAt + std::size_t{4} * i,
-                  "a system table is elsewhere");
+            FoundInHeader(format::kSystemTablesAt + std::size_t{4} * i,
+                          "a system table is elsewhere");
         }
+        const std::uint16_t codePage =
+            format::HeaderCodePageOf(pager_.Read(PageNumber::None).Bytes(), pager_.Version());
+        if (!IsCodePage(codePage))
+            FoundInHeader(at.codePage, std::to_string(codePage) + " is no code page");
+        if (header.sortOrder.language == 0)
+            FoundInHeader(at.language, "the sort order has no language");
+        CheckCommitWords();
+    }
+
+    void CheckCommitWords()
+    {
+        const pages::Page page = pager_.Read(PageNumber::None);
         for (std::size_t user = 0; user < format::kCommitWords; ++user) {
             const std::uint16_t word = format::CommitWordOf(page.Bytes(), pager_.Version(), user);
             if (word >= format::kFirstCommitWord) continue;
-            found(DefectKind::CommitPending, pager_.Version().header->commitWords + 2 * user,
-                  "user " + std::to_string(user) + " was stopped while writing (" +
-                      std::to_string(word) + ")");
+            inspection_.Found(DefectKind::CommitPending, PageNumber::None,
+                              pager_.Version().header->commitWords + 2 * user,
+                              "user " + std::to_string(user) + " was stopped while writing (" +
+                                  std::to_string(word) + ")");
         }
+    }
+
+    void FoundInHeader(std::size_t offset, const std::string& what)
+    {
+        inspection_.Found(DefectKind::HeaderField, PageNumber::None, offset, what);
     }
 
     void CheckTables()

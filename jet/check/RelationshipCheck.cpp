@@ -4,6 +4,7 @@
 #include "base/NumberedError.h"
 #include "base/Text.h"
 #include "jet/catalog/NewRelationship.h"
+#include "jet/check/FieldContent.h"
 #include "jet/format/IndexKey.h"
 #include "jet/format/TableDefinitionLayout.h"
 #include "jet/format/ValueCodec.h"
@@ -27,29 +28,22 @@ struct ListedPair {
     std::int32_t count = 0, place = 0;
 };
 
-template <class T>
-T ContentOf(const format::RowView& row, std::string_view name)
-{
-    const auto column = row.Table().FindColumn(name);
-    if (!column || row.IsNull(*column)) return {};
-    const base::Value value = format::DecodeValue(row.Field(*column), row.Table().columns[*column]);
-    const T* content = value.As<T>();
-    return content == nullptr ? T{} : *content;
-}
-
 ListedPair PairOf(const format::RowView& row)
 {
     const auto text = [&](const char* column) {
-        return base::LowerName(ContentOf<std::string>(row, column));
+        return base::LowerName(ContentOf<std::string>(row, column).value_or(""));
+    };
+    const auto number = [&](const char* column) {
+        return ContentOf<std::int32_t>(row, column).value_or(0);
     };
     return {.name = text("szRelationship"),
             .table = text("szObject"),
             .column = text("szColumn"),
             .referencedTable = text("szReferencedObject"),
             .referencedColumn = text("szReferencedColumn"),
-            .flags = static_cast<std::uint32_t>(ContentOf<std::int32_t>(row, "grbit")),
-            .count = ContentOf<std::int32_t>(row, "ccolumn"),
-            .place = ContentOf<std::int32_t>(row, "icolumn")};
+            .flags = static_cast<std::uint32_t>(number("grbit")),
+            .count = number("ccolumn"),
+            .place = number("icolumn")};
 }
 
 // Lower-case names of an index's columns.

@@ -4,6 +4,7 @@
 #include "base/NumberedError.h"
 #include "jet/format/CodePage.h"
 #include "jet/format/Collation97.h"
+#include "jet/format/HeaderCodePage.h"
 #include "jet/format/PageEncoding.h"
 #include "jet/format/RowPointer.h"
 #include "jet/format/TextCompression.h"
@@ -110,6 +111,13 @@ HeaderPage ReadHeaderPage(Span page)
                          .password = ReadPassword(plain, *header.version)};
     header.sortOrder = {ReadU16(plain, at.language), ReadU8Or(plain, at.sortVersion, kJet3Tables)};
     return header;
+}
+
+std::uint16_t HeaderCodePageOf(Span page, const FileVersion& version)
+{
+    std::vector<std::byte> plain(page.begin(), page.end());
+    ApplyMask(plain, *version.header);
+    return ReadU16(plain, version.header->codePage);
 }
 
 std::vector<std::byte> MakeHeaderPage(const FileVersion& version, const Protection& protection)

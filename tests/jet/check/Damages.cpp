@@ -6,6 +6,8 @@
 #include "jet/format/RowPointer.h"
 #include "jet/format/RowView.h"
 #include "jet/format/TableDefinitionLayout.h"
+#include "jet/format/TextCompression.h"
+#include "jet/table/NativeTable.h"
 #include "tests/jet/check/RelationshipDamages.h"
 
 #include <algorithm>
@@ -21,7 +23,7 @@ using jet::check::DefectKind;
 using format::IndexPageContent;
 using format::IndexPageView;
 
-constexpr PageNumber kNowhere{999999};
+constexpr PageNumber kNowhere{999999}, kObjects{2}, kRights{3}, kQueries{4};
 
 PageNumber DataPageOf(const DamagedFile& file)
 {
@@ -140,11 +142,51 @@ void SetObjectId(DamagedFile& file, const char* object, std::uint32_t id)
     file.Put32(row.id.page, FieldAt(file, row, "Id"), id);
 }
 
+// The header page is masked: a bit that flips there flips in what it says.
+void FlipInHeader(DamagedFile& file, std::size_t at, std::uint16_t bits)
+{
+    file.Put16(PageNumber{0}, at, file.Get16(PageNumber{0}, at) ^ bits);
+}
+
+// Where a name stands in the definition of Job.
+std::size_t FindName(DamagedFile& file, std::string_view name)
+{
+    const format::MutableSpan page = file.PageAt(file.Job().page);
+    const auto bytes = format::EncodeTextIn(file.Version().codePage, name);
+    const auto at = std::search(page.begin(), page.end(), bytes.begin(), bytes.end());
+    return static_cast<std::size_t>(at - page.begin());
+}
+
+void Rename(DamagedFile& file, std::string_view name, std::string_view other)
+{
+    const auto bytes = format::EncodeTextIn(file.Version().codePage, other);
+    const auto at = static_cast<std::ptrdiff_t>(FindName(file, name));
+    std::copy(bytes.begin(), bytes.end(), file.PageAt(file.Job().page).begin() + at);
+}
+
+// Makes a field of the last row of a system table null.
+void EmptyField(DamagedFile& file, PageNumber table, const char* field)
+{
+    const auto pager =
+        jet::pages::Pager::Open(file.Files(), DamagedFile::kPath, jet::io::OpenMode::ReadWrite);
+    jet::table::NativeTable rows(pager, table);
+    const auto cursor = rows.Scan();
+    RowId last;
+    while (cursor->Next())
+        last = cursor->Id();
+    const std::size_t column = rows.Definition().FindColumn(field).value();
+    rows.Update(last, std::vector<jet::table::Assignment>{{column, base::Null{}}});
+}
+
 const Damage kDamages[] = {
     {"FileOfNoWholePages", DefectKind::FileLength,
      [](DamagedFile& f) { f.Content().resize(f.Content().size() + 100); }},
     {"SystemTableElsewhere", DefectKind::HeaderField,
      [](DamagedFile& f) { f.Put8(PageNumber{0}, 0x24, 0); }},
+    {"CodePageOfTheFileUnknown", DefectKind::HeaderField,
+     [](DamagedFile& f) { FlipInHeader(f, f.Version().header->codePage, 0x0400); }},
+    {"SortOrderOfTheFileWithoutLanguage", DefectKind::HeaderField,
+     [](DamagedFile& f) { FlipInHeader(f, f.Version().header->language, 0x0409); }},
     {"UserStoppedWhileWriting", DefectKind::CommitPending,
      [](DamagedFile& f) { f.Put16(PageNumber{0}, f.Version().header->commitWords + 6, 0); }},
 
@@ -233,6 +275,18 @@ const Damage kDamages[] = {
          const auto note = static_cast<std::ptrdiff_t>(NameAt(f, 2));
          const format::MutableSpan page = f.PageAt(f.Job().page);
          std::copy_n(page.begin() + note, 4 * f.Version().bytesPerCharacter, page.begin() + name);
+     }},
+    {"TwoColumnsOfOneNameButForCase", DefectKind::DefinitionContent,
+     [](DamagedFile& f) { Rename(f, "Name", "nOTE"); }},
+    {"IndexesNotInTheOrderOfTheirNames", DefectKind::DefinitionIndexOrder,
+     [](DamagedFile& f) { Rename(f, "ByName", "ZyName"); }},
+    {"TwoIndexesOfOneNameButForBlanks", DefectKind::DefinitionContent,
+     [](DamagedFile& f) { Rename(f, "PrimaryKey", "bYnAME    "); }},
+    {"FlagsOfAnIndexOfAnotherVersion", DefectKind::DefinitionContent,
+     [](DamagedFile& f) {
+         const std::size_t at = TreesAt(f) + f.Version().definition->index.flags;
+         f.Put8(f.Job().page, at,
+                static_cast<std::uint8_t>(format::ReadU8(f.PageAt(f.Job().page), at) ^ 0x80));
      }},
     {"MoreIndexesThanDescribed", DefectKind::DefinitionContent,
      [](DamagedFile& f) { f.Put32(f.Job().page, TableLayout(f).indexes, 30); }},
@@ -357,6 +411,10 @@ const Damage kDamages[] = {
      [](DamagedFile& f) {
          f.Put32(f.FirstLeaf("ByName"), IndexLayout(f).next, Raw(f.FirstLeaf("ByName")));
      }},
+    {"RootWithANeighbour", DefectKind::IndexLinks,
+     [](DamagedFile& f) {
+         f.Put32(f.Tree("ByName").root, IndexLayout(f).next, Raw(f.FirstLeaf("ByName")));
+     }},
     {"LeafWithAChild", DefectKind::IndexLinks,
      [](DamagedFile& f) { f.Put32(f.FirstLeaf("ByName"), IndexLayout(f).tail, 7); }},
     {"EntryOfAnotherRow", DefectKind::IndexEntrySuperfluous,
@@ -439,6 +497,21 @@ const Damage kDamages[] = {
          const RowId value =
              format::ReadRowPointer(f.PageAt(row.id.page), FieldAt(f, row, "LvProp") + 4);
          f.Put16(value.page, f.PlaceOf(value).offset + 4, 0xFFFF);
+     }},
+    {"PropertiesOfNoColumn", DefectKind::CatalogPropertiesOfNone,
+     [](DamagedFile& f) { Rename(f, "Name", "Nome"); }},
+    {"ObjectWithoutOwner", DefectKind::CatalogAccount,
+     [](DamagedFile& f) { EmptyField(f, kObjects, "Owner"); }},
+    {"RightsOfNoAccount", DefectKind::CatalogAccount,
+     [](DamagedFile& f) { EmptyField(f, kRights, "SID"); }},
+    {"PartOfNoQuery", DefectKind::CatalogQuery,
+     [](DamagedFile& f) {
+         const auto pager =
+             jet::pages::Pager::Open(f.Files(), DamagedFile::kPath, jet::io::OpenMode::ReadWrite);
+         jet::table::NativeTable queries(pager, kQueries);
+         const std::size_t query = queries.Definition().FindColumn("ObjectId").value();
+         const std::vector<jet::table::Assignment> row{{query, std::int32_t{4711}}};
+         static_cast<void>(queries.Insert(row));
      }},
     {"RelationshipWithoutOtherSide", DefectKind::CatalogRelationship,
      [](DamagedFile& f) {
