@@ -50,10 +50,10 @@ endfunction()
 # in an encoded one. Left out are those over files of their own, and those that make every call fail
 # or cut the power at every write: they take long, and how a page is stored is not their subject.
 #
-# lodrin_test_kinds(NAME PART p FILTER f [ENVIRONMENT e]): only the tests that f names. A program has
+# lodrin_test_kinds(NAME PART p FILTER f [ENVIRONMENT e ...]): only the tests that f names. A program has
 # its part of those left out above, so that each way to fail meets each kind of file.
 function(lodrin_test_kinds name)
-  cmake_parse_arguments(arg "" "PART;FILTER;ENVIRONMENT" "" ${ARGN})
+  cmake_parse_arguments(arg "" "PART;FILTER" "ENVIRONMENT" ${ARGN})
   if(NOT arg_PART)
     set(arg_FILTER "-*Sweep*:*PowerCut*:*SampleShop*:FileFormatTest*")
   else()
