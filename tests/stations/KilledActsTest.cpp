@@ -5,7 +5,7 @@
 #include "base/Convert.h"
 #include "base/Format.h"
 #include "jet/io/StdFile.h"
-#include "tests/stations/Process.h"
+#include "tests/stations/Station.h"
 #include "tests/support/IntegrityExpectations.h"
 #include "tests/support/MdbExport.h"
 #include "tests/support/Samples.h"

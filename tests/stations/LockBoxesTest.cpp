@@ -4,7 +4,7 @@
 #include "jet/catalog/Catalog.h"
 #include "jet/io/StdFile.h"
 #include "jet/locks/LockBytes.h"
-#include "tests/stations/Process.h"
+#include "tests/stations/Station.h"
 #include "tests/support/IntegrityExpectations.h"
 #include "tests/support/Samples.h"
 #include "tests/support/ShopWorld.h"

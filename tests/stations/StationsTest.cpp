@@ -4,7 +4,7 @@
 #include "base/Convert.h"
 #include "data/Tables.h"
 #include "tests/stations/LaborLedger.h"
-#include "tests/stations/Process.h"
+#include "tests/stations/Station.h"
 #include "tests/stations/StationJobs.h"
 #include "tests/stations/StationsShop.h"
 #include "tests/support/MdbExport.h"

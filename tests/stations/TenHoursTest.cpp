@@ -2,7 +2,7 @@
 // Ten hours of a shop: a whole day of many stations, by eight programs on one file, as quickly as
 // they can. LODRIN_STATIONS sets how many stations there are.
 #include "tests/stations/LaborLedger.h"
-#include "tests/stations/Process.h"
+#include "tests/stations/Station.h"
 #include "tests/stations/StationJobs.h"
 #include "tests/stations/StationsShop.h"
 #include "tests/support/ShopWorld.h"

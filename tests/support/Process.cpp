@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/stations/Process.h"
+#include "tests/support/Process.h"
 
 #include <array>
 #include <csignal>
@@ -105,12 +105,6 @@ bool Process::Runs()
     id_ = -1;
     status_ = WIFEXITED(how) ? WEXITSTATUS(how) : -1;
     return false;
-}
-
-Process Station(std::vector<std::string> words)
-{
-    words.insert(words.begin(), LODRIN_STATION);
-    return Process(words);
 }
 
 }  // namespace tests

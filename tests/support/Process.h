@@ -36,7 +36,4 @@ private:
     int status_ = -1;
 };
 
-// The program `station` with these words.
-[[nodiscard]] Process Station(std::vector<std::string> words);
-
 }  // namespace tests
