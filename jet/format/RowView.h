@@ -34,14 +34,26 @@ public:
     {
         return MaskBit(table_->columns[column].number);
     }
+    // The bit of the null mask of a column's number.
+    [[nodiscard]] bool MaskBit(std::size_t number) const
+    {
+        if (number >= columnCount_) return false;
+        const auto byte = std::to_integer<unsigned>(bytes_[maskAt_ + number / 8]);
+        return ((byte >> (number % 8)) & 1U) != 0;
+    }
+    // The bytes at a place in the fixed part.
+    [[nodiscard]] Span Fixed(std::size_t offset, std::size_t length) const
+    {
+        const std::size_t at = table_->row.number + offset;
+        RequireInside(maskAt_, at, length);
+        return bytes_.subspan(at, length);
+    }
     // The stored bytes of a non-null, non-boolean column; of Memo and Ole, the long-value header.
     [[nodiscard]] Span Field(std::size_t column) const
     {
         const ColumnDefinition& definition = table_->columns[column];
         if (!definition.fixed) return Variable(definition.variableIndex);
-        const std::size_t at = table_->row.number + definition.fixedOffset;
-        RequireInside(maskAt_, at, definition.length);
-        return bytes_.subspan(at, definition.length);
+        return Fixed(definition.fixedOffset, definition.length);
     }
 
     [[nodiscard]] Span Bytes() const { return bytes_; }
@@ -64,12 +76,6 @@ public:
     [[nodiscard]] std::size_t Offset(std::size_t index) const;
 
 private:
-    [[nodiscard]] bool MaskBit(std::size_t number) const
-    {
-        if (number >= columnCount_) return false;
-        const auto byte = std::to_integer<unsigned>(bytes_[maskAt_ + number / 8]);
-        return ((byte >> (number % 8)) & 1U) != 0;
-    }
     [[nodiscard]] Span Variable(std::size_t index) const;
 
     Span bytes_;

@@ -184,9 +184,8 @@ private:
         std::vector<table::RowId> rows;
         WholeOf(*table_, [&] {
             rows.clear();
-            RowFinder finder(*table_->rows, filter_);
-            while (finder.Next())
-                rows.push_back(finder.Id());
+            ForEachRow(*table_->rows, filter_,
+                       [&](table::RowId id, const format::RowView&) { rows.push_back(id); });
         });
         return rows;
     }

@@ -58,26 +58,6 @@ std::optional<base::Value> KeyOf(ColumnType type, double constant)
 
 }  // namespace
 
-bool Filter::NumberTest::Passes(const format::RowView& row) const
-{
-    const std::optional<double> number = column.In(row);
-    if (!number) return false;
-    switch (op) {
-    case Operator::Equal:
-        return *number == constant;
-    case Operator::NotEqual:
-        return *number != constant;
-    case Operator::Less:
-        return *number < constant;
-    case Operator::Greater:
-        return *number > constant;
-    case Operator::LessOrEqual:
-        return *number <= constant;
-    default:
-        return *number >= constant;
-    }
-}
-
 Filter::Filter(const Expression& condition, const table::RowSource& rows,
                const Environment& environment)
     : rows_(&rows), environment_(&environment)
@@ -143,10 +123,8 @@ bool Filter::Passes(const TextTest& test, const format::RowView& row) const
     return Satisfies(test.op, (outcome > 0) - (outcome < 0));
 }
 
-bool Filter::Passes(const format::RowView& row) const
+bool Filter::PassesRest(const format::RowView& row) const
 {
-    for (const NumberTest& test : numbers_)
-        if (!test.Passes(row)) return false;
     for (const TextTest& test : texts_)
         if (!Passes(test, row)) return false;
     if (others_.empty()) return true;
@@ -156,17 +134,46 @@ bool Filter::Passes(const format::RowView& row) const
     });
 }
 
+namespace {
+
+// The rows that an index of the file finds for one of the filter's keys; nothing when none does.
+std::optional<std::vector<table::RowId>> FindByIndex(const table::RowSource& rows,
+                                                     const Filter& filter)
+{
+    for (const table::Assignment& key : filter.Keys())
+        if (auto found = rows.FindByKey({&key, 1})) return found;
+    return std::nullopt;
+}
+
+}  // namespace
+
+void ForEachRow(const table::RowSource& rows, const Filter& filter,
+                const table::RowCursor::Visit& visit)
+{
+    if (const auto found = FindByIndex(rows, filter)) {
+        for (const table::RowId id : *found) {
+            const std::optional<table::StoredRow> stored = rows.Fetch(id);
+            if (!stored) continue;
+            const format::RowView row = rows.View(*stored);
+            if (filter.Passes(row)) visit(id, row);
+        }
+        return;
+    }
+    rows.ScanFor(filter.Keys(), table::Direction::Forward)
+        ->ForEach([&](table::RowId id, const format::RowView& row) {
+            if (filter.Passes(row)) visit(id, row);
+        });
+}
+
 RowFinder::RowFinder(const table::RowSource& rows, const Filter& filter, table::Direction direction)
     : rows_(rows), filter_(filter)
 {
-    for (const table::Assignment& key : filter.Keys()) {
-        if (auto found = rows.FindByKey({&key, 1})) {
-            found_ = std::move(*found);
-            if (direction == table::Direction::Backward) std::reverse(found_.begin(), found_.end());
-            return;
-        }
+    if (auto found = FindByIndex(rows, filter)) {
+        found_ = std::move(*found);
+        if (direction == table::Direction::Backward) std::reverse(found_.begin(), found_.end());
+    } else {
+        cursor_ = rows.ScanFor(filter.Keys(), direction);
     }
-    cursor_ = rows.ScanFor(filter.Keys(), direction);
 }
 
 bool RowFinder::Next()

@@ -25,7 +25,12 @@ public:
            const Environment& environment);
 
     // Errors: those of Evaluate.
-    [[nodiscard]] bool Passes(const format::RowView& row) const;
+    [[nodiscard]] bool Passes(const format::RowView& row) const
+    {
+        for (const NumberTest& test : numbers_)
+            if (!test.Passes(row)) return false;
+        return (texts_.empty() && others_.empty()) || PassesRest(row);
+    }
 
     // Columns that must equal a value for a row to pass; what an index can answer.
     [[nodiscard]] const std::vector<table::Assignment>& Keys() const { return keys_; }
@@ -36,7 +41,28 @@ private:
         NumberColumn column;
         Operator op = Operator::Equal;
         double constant = 0;
-        [[nodiscard]] bool Passes(const format::RowView& row) const;
+        [[nodiscard]] bool Passes(const format::RowView& row) const
+        {
+            const std::optional<double> number = column.In(row);
+            return number && Holds(*number);
+        }
+        [[nodiscard]] bool Holds(double number) const
+        {
+            switch (op) {
+            case Operator::Equal:
+                return number == constant;
+            case Operator::NotEqual:
+                return number != constant;
+            case Operator::Less:
+                return number < constant;
+            case Operator::Greater:
+                return number > constant;
+            case Operator::LessOrEqual:
+                return number <= constant;
+            default:
+                return number >= constant;
+            }
+        }
     };
     // A text column against one text.
     struct TextTest {
@@ -49,6 +75,7 @@ private:
     bool AddComparison(std::size_t column, Operator op, const base::Value& constant);
     void AddKey(std::size_t column, const base::Value& constant);
     [[nodiscard]] bool Passes(const TextTest& test, const format::RowView& row) const;
+    [[nodiscard]] bool PassesRest(const format::RowView& row) const;
 
     const table::RowSource* rows_ = nullptr;
     const Environment* environment_ = nullptr;
@@ -57,6 +84,10 @@ private:
     std::vector<const Expression*> others_;
     std::vector<table::Assignment> keys_;
 };
+
+// Shows the rows that a filter keeps, in storage order. Requires: nothing is changed meanwhile.
+void ForEachRow(const table::RowSource& rows, const Filter& filter,
+                const table::RowCursor::Visit& visit);
 
 // The rows that a filter keeps, in storage order or against it, found one at a time as they are
 // asked for.

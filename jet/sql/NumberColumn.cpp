@@ -8,8 +8,9 @@ using format::ColumnType;
 std::optional<NumberColumn> NumberColumn::Of(const format::TableDefinition& table,
                                              std::size_t column)
 {
-    const ColumnType type = table.columns[column].type;
-    switch (type) {
+    const format::ColumnDefinition& definition = table.columns[column];
+    if (!definition.fixed) return std::nullopt;
+    switch (definition.type) {
     case ColumnType::Boolean:
     case ColumnType::Byte:
     case ColumnType::Integer:
@@ -18,7 +19,7 @@ std::optional<NumberColumn> NumberColumn::Of(const format::TableDefinition& tabl
     case ColumnType::Single:
     case ColumnType::Double:
     case ColumnType::Date:
-        return NumberColumn(column, type);
+        return NumberColumn(definition);
     default:
         return std::nullopt;
     }

@@ -18,14 +18,19 @@ public:
     // As NumberIn of the column's value: true is -1; nothing for null. Errors: 3343.
     [[nodiscard]] std::optional<double> In(const format::RowView& row) const
     {
-        if (type_ == format::ColumnType::Boolean) return row.Boolean(column_) ? -1 : 0;
-        if (row.IsNull(column_)) return std::nullopt;
-        return NumberOf(row.Field(column_));
+        const bool set = row.MaskBit(number_);
+        if (type_ == format::ColumnType::Boolean) return set ? -1 : 0;
+        if (!set) return std::nullopt;
+        return NumberOf(row.Fixed(offset_, length_));
     }
     [[nodiscard]] format::ColumnType Type() const { return type_; }
 
 private:
-    NumberColumn(std::size_t column, format::ColumnType type) : column_(column), type_(type) {}
+    explicit NumberColumn(const format::ColumnDefinition& column)
+        : type_(column.type), number_(column.number), offset_(column.fixedOffset),
+          length_(column.length)
+    {
+    }
 
     [[nodiscard]] double NumberOf(format::Span bytes) const
     {
@@ -46,8 +51,8 @@ private:
         }
     }
 
-    std::size_t column_;
     format::ColumnType type_;
+    std::uint16_t number_, offset_, length_;
 };
 
 }  // namespace jet::sql

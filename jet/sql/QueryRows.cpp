@@ -187,14 +187,12 @@ Groups GroupsOf(const Query& query)
     Group* const only = query.Statement().groupBy.empty()
                             ? &groups.emplace(ValueRow{}, NewGroup(query)).first->second
                             : nullptr;
-    RowFinder finder(source, query.Where());
-    while (finder.Next()) {
-        const format::RowView& row = finder.Row();
+    ForEachRow(source, query.Where(), [&](table::RowId id, const format::RowView& row) {
         Group& group = only != nullptr ? *only : GroupOf(row, query, groups);
-        if (!group.first) group.first = source.Fetch(finder.Id());
+        if (!group.first) group.first = source.Fetch(id);
         for (std::size_t i = 0; i < inputs.size(); ++i)
             AddRow(group.accumulators[i], inputs[i], query, row);
-    }
+    });
     return groups;
 }
 
@@ -232,11 +230,10 @@ std::vector<Candidate> PlainRows(const Query& query)
 {
     const Maker maker(query);
     std::vector<Candidate> rows;
-    RowFinder finder(*query.Table()->rows, query.Where());
-    while (finder.Next()) {
-        const StoredRowValues row(*query.Table()->rows, finder.Row());
-        rows.push_back(maker.Project(row, {}));
-    }
+    const table::RowSource& source = *query.Table()->rows;
+    ForEachRow(source, query.Where(), [&](table::RowId, const format::RowView& row) {
+        rows.push_back(maker.Project(StoredRowValues(source, row), {}));
+    });
     return rows;
 }
 
@@ -267,13 +264,13 @@ std::vector<table::RowId> RowIdsOf(const Query& query)
 {
     const Maker maker(query);
     std::vector<Candidate> rows;
-    RowFinder finder(*query.Table()->rows, query.Where());
-    while (finder.Next()) {
-        Candidate row;
-        row.id = finder.Id();
-        maker.AddKeys(row, StoredRowValues(*query.Table()->rows, finder.Row()), {});
-        rows.push_back(std::move(row));
-    }
+    const table::RowSource& source = *query.Table()->rows;
+    ForEachRow(source, query.Where(), [&](table::RowId id, const format::RowView& row) {
+        Candidate found;
+        found.id = id;
+        maker.AddKeys(found, StoredRowValues(source, row), {});
+        rows.push_back(std::move(found));
+    });
     maker.Finish(rows);
     std::vector<table::RowId> ids;
     ids.reserve(rows.size());

@@ -34,6 +34,14 @@ public:
     // Valid until the next call of Next.
     [[nodiscard]] const format::RowView& Row() const { return *row_; }
 
+    // Shows all rows that follow, one after the other. Requires: nothing is changed meanwhile.
+    using Visit = std::function<void(RowId id, const format::RowView& row)>;
+    virtual void ForEach(const Visit& visit)
+    {
+        while (Next())
+            visit(id_, *row_);
+    }
+
 protected:
     RowId id_;
     std::optional<format::RowView> row_;

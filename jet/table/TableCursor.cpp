@@ -27,6 +27,15 @@ bool TableCursor::Next()
     }
 }
 
+void TableCursor::ForEach(const Visit& visit)
+{
+    if (pager_->ChangeCount() != changeCount_) Resume();
+    do {
+        for (; view_ && nextSlot_ < view_->SlotCount(); ++nextSlot_)
+            if (Take(*view_, nextSlot_)) visit(id_, *row_);
+    } while (NextPage());
+}
+
 // The page walked last may have been given back; slots before the next one keep their numbers.
 void TableCursor::Resume()
 {

@@ -16,6 +16,7 @@ public:
     TableCursor(pages::Pager& pager, std::shared_ptr<const format::TableDefinition> table);
 
     [[nodiscard]] bool Next() override;
+    void ForEach(const Visit& visit) override;
 
 private:
     void Begin(PageNumber from);
