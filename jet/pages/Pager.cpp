@@ -104,6 +104,14 @@ void PageCache::MakeRoom()
     }
 }
 
+bool Pager::State::WasWalked(PageNumber page)
+{
+    if (Raw(page) >= walked.size()) walked.resize(pageCount);
+    const bool before = walked[Raw(page)];
+    walked[Raw(page)] = true;
+    return before;
+}
+
 PageBytes Pager::State::Load(PageNumber page) const
 {
     PageBytes bytes = LoadStored(page);
@@ -357,12 +365,12 @@ std::size_t Pager::ReadTogether(std::span<const PageNumber> pages, PageBytes& in
 {
     // What an open set has changed, and what an unfinished one must not show, is asked for singly.
     if (state_->openSet != nullptr || state_->halfWritten || state_->former) return 0;
-    // To read what lies between costs more than to read and keep each page of its own.
+    // To read what lies between costs more than to read each page of its own.
     std::size_t count = 0;
     while (count < pages.size() && Raw(pages[count]) == Raw(pages.front()) + count &&
-           Raw(pages[count]) < state_->pageCount)
+           Raw(pages[count]) < state_->pageCount && state_->cache.Find(pages[count]) == nullptr)
         ++count;
-    if (count < 2) return 0;
+    if (count == 0 || (count == 1 && state_->WasWalked(pages.front()))) return 0;
     const std::size_t pageSize = state_->version.pageSize;
     into.resize(count * pageSize);
     try {

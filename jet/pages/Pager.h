@@ -83,8 +83,9 @@ public:
     // Errors: 3343 when there is no such page, 3043.
     [[nodiscard]] Page Read(PageNumber page) const;
 
-    // Reads those of the first of these pages that stand one behind the other in the file, as they
-    // are stored, and keeps none of them. Answers how many: 0 when they must be read one by one.
+    // Reads those of the first of these pages that stand one behind the other in the file and are
+    // not in memory, as they are stored, and keeps none of them. Answers how many: 0 when the first
+    // one must be read by Read.
     [[nodiscard]] std::size_t ReadTogether(std::span<const PageNumber> pages,
                                            std::vector<std::byte>& into) const;
 

@@ -70,6 +70,9 @@ struct Pager::State {
     // The one place where a page comes from the file and goes to it. In an encoded file the stored
     // form, which the journal keeps too, differs from the page.
     [[nodiscard]] PageBytes Load(PageNumber page) const;
+    // Whether a long walk has come to this page before; it has from now on. Who walks a second time
+    // will walk again, and then the page is worth keeping. Requires: the page is in the file.
+    [[nodiscard]] bool WasWalked(PageNumber page);
     [[nodiscard]] PageBytes LoadStored(PageNumber page) const;
     [[nodiscard]] PageBytes StoredForm(PageNumber page, PageBytes bytes) const;
     void Store(PageNumber page, const PageBytes& bytes);
@@ -120,6 +123,7 @@ struct Pager::State {
     mutable std::uint64_t loads = 0;  // how often pages were read from the file
     bool readingWhole = false;
     mutable PageCache cache{kCachedPages};
+    std::vector<bool> walked;  // see WasWalked
     WriteSet::State* openSet = nullptr;
 };
 
