@@ -88,7 +88,7 @@ void LockFile::Join(const Pause& pause)
             continue;
         }
         if (file_ && file_->IsNamed(path_) && i + 1 == kTries) throw Refusal();
-        pause(kPause);
+        pause(PauseAfter(i + 1));
     }
     throw CannotLock(path_ + " comes and goes");
 }

@@ -20,9 +20,15 @@ namespace jet::locks {
 // "Kelvaro.ldb" for "Kelvaro.mdb".
 [[nodiscard]] std::string LockFilePath(const std::string& databasePath);
 
-// How long and how often one tries to get a lock; the same for all who know these files.
-inline constexpr int kTries = 20;
+// How often one tries to get a lock, and how long one waits before trying again: at first for as
+// short as a store takes, then as long as all wait who know these files; two seconds in all.
+inline constexpr int kQuickTries = 7;
+inline constexpr int kTries = kQuickTries + 20;
 inline constexpr std::chrono::milliseconds kPause{100};
+[[nodiscard]] constexpr std::chrono::milliseconds PauseAfter(int tries)
+{
+    return tries <= kQuickTries ? std::chrono::milliseconds{1 << (tries - 1)} : kPause;
+}
 using Pause = std::function<void(std::chrono::milliseconds)>;
 
 // One per database and process.

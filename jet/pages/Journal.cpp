@@ -17,7 +17,7 @@ using format::Span;
 // The lock lasts no longer than a commit, so others look for it often; together as long as Jet
 // waits for a lock.
 constexpr std::chrono::milliseconds kPause{5};
-constexpr int kTries = static_cast<int>(locks::kTries * (locks::kPause / kPause));
+constexpr int kTries = 400;
 // How often a journal that others make and take away is looked for.
 constexpr int kLooks = 20;
 
@@ -135,7 +135,7 @@ void Journal::Lock()
 {
     for (int i = 0; i < kTries; ++i) {
         if (TryLock()) return;
-        pause_(kPause);
+        pause_(std::min(locks::PauseAfter(i + 1), kPause));
     }
     throw base::NumberedError(3218).At("another program is writing");
 }
@@ -199,7 +199,7 @@ void Journal::LockPages(const JournalView& journal, locks::LockFile& users,
             const auto conflict = into.TryLock(journal.PageAt(i), nobodysSession);
             if (!conflict || conflict->holder == locks::Conflict::Holder::OwnProcess) break;
             if (tries == locks::kTries) throw PageIsLocked(*conflict);
-            pause_(locks::kPause);
+            pause_(locks::PauseAfter(tries));
         }
     }
 }

@@ -11,13 +11,6 @@ using locks::Region;
 
 namespace {
 
-// Commits are short, so the first looks follow each other quickly.
-std::chrono::milliseconds PauseBefore(int look)
-{
-    constexpr int mostDoublings = 6;
-    return std::min(std::chrono::milliseconds{1 << std::min(look, mostDoublings)}, locks::kPause);
-}
-
 // True as long as this object lives.
 class Flag {
 public:
@@ -67,9 +60,9 @@ void Pager::ReadWhole(Look look, const std::function<void()>& read)
         return std::chrono::steady_clock::now() - state.lastLook > state.trust;
     };
     if (look == Look::Always || isOld()) Refresh();
-    for (int looks = 0; looks + 1 < locks::kTries; ++looks) {
+    for (int looks = 1; looks < locks::kTries; ++looks) {
         if (TryReadWhole(read)) return;
-        state.pause(PauseBefore(looks));
+        state.pause(locks::PauseAfter(looks));
         Refresh();
     }
     const QuietTime quiet(state);
@@ -107,7 +100,7 @@ locks::PageLocks Pager::LockPage(PageNumber page)
         if (!conflict) return lock;
         if (conflict->holder == locks::Conflict::Holder::OwnProcess || tries == locks::kTries)
             throw locks::PageIsLocked(*conflict);
-        state_->pause(locks::kPause);
+        state_->pause(locks::PauseAfter(tries));
     }
 }
 
@@ -149,7 +142,7 @@ void Insist(const locks::Pause& pause, TryToLock tryToLock, ToError error)
         const std::optional<locks::Conflict> conflict = tryToLock();
         if (!conflict) return;
         if (tries == locks::kTries) throw error(*conflict);
-        pause(locks::kPause);
+        pause(locks::PauseAfter(tries));
     }
 }
 

@@ -157,7 +157,8 @@ std::optional<WriteSet::Obstacle> WriteSet::TryCommit()
         file.changes.Add(std::nullopt);
         return Obstacle{};
     }
-    if (!StoreCounter()) Store();
+    LeaveOutWhatIsStored();
+    if (!state_->changed.empty() && !StoreCounter()) Store();
     return std::nullopt;
 }
 
@@ -170,6 +171,18 @@ bool WriteSet::IsUpToDate() const
         return format::SameBytes(file.Load(used.first), *used.second);
     };
     return std::all_of(state_->used.begin(), state_->used.end(), same);
+}
+
+// A page that is to hold what it holds needs no store: a record is often given the values it has.
+void WriteSet::LeaveOutWhatIsStored()
+{
+    const Pager::State& file = *state_->pager.state_;
+    std::erase_if(state_->changed, [&](const auto& change) {
+        const auto& [page, bytes] = change;
+        if (Raw(page) >= file.pageCount) return false;
+        const auto used = state_->used.find(page);
+        return used != state_->used.end() && format::SameBytes(*bytes, *used->second);
+    });
 }
 
 // The page as the file holds it; nothing where the file ended. Requires: IsUpToDate.
@@ -329,7 +342,7 @@ void Write(Pager& pager, const std::function<void(WriteSet&)>& change)
                                file.Words() != file.words;
             if (!again) throw;
         }
-        file.pause(locks::kPause);
+        file.pause(locks::PauseAfter(tries));
     }
 }
 

@@ -41,7 +41,8 @@ public:
 
     // Locks the pages, makes sure that what the set was worked out from is still stored, stores the
     // former pages in the journal, writes the set in an order that never leaves anything referring
-    // to what is not there, and flushes. On an error nothing of the set is stored.
+    // to what is not there, and flushes. On an error nothing of the set is stored. Pages that are
+    // to hold what they hold are left alone; of a set without others nothing is written.
     // Errors: those of locks::PageIsLocked at once; 3218 when somebody else wrote meanwhile.
     void Commit();
 
@@ -58,6 +59,7 @@ private:
     };
     [[nodiscard]] std::optional<Obstacle> TryCommit();
     [[nodiscard]] bool IsUpToDate() const;
+    void LeaveOutWhatIsStored();
     [[nodiscard]] std::vector<std::byte> FormerBytes(PageNumber page) const;
     [[nodiscard]] std::optional<std::vector<PageNumber>> RowPages() const;
     void Store();

@@ -4,6 +4,7 @@
 #include "jet/catalog/Catalog.h"
 #include "jet/io/StdFile.h"
 #include "jet/locks/LockBytes.h"
+#include "jet/locks/LockFile.h"
 #include "tests/stations/Station.h"
 #include "tests/support/IntegrityExpectations.h"
 #include "tests/support/Samples.h"
@@ -103,7 +104,7 @@ TEST_F(LockBoxesTest, ARecordThatAnotherEditsIsShownWithUserAndMachine)
               std::vector<std::string>{
                   Box("Could not update; currently locked by user 'Admin' on machine 'BAY-2'.")});
     ExpectNoLine("3260");
-    EXPECT_EQ(pauses, 19) << "twenty attempts";
+    EXPECT_EQ(pauses, jet::locks::kTries - 1);
     EXPECT_EQ(world.shop.values.LastErrNumber != 0, true);
     EXPECT_EQ(world.EmployeeRecord("Jones, Bob")[LDEmp::WONumber.name], base::Value(1001));
     EXPECT_EQ(world.LaborLines().size(), 1U) << "the closed job was posted before";
