@@ -10,6 +10,9 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <array>
+#include <utility>
+#include <vector>
 
 namespace platform::qt {
 
@@ -35,6 +38,32 @@ public:
     }
 };
 
+// The widths of single letters; those of western tongues are each measured once.
+class LetterWidths {
+public:
+    explicit LetterWidths(const QFontMetrics& metrics) : metrics_(metrics) {}
+
+    // What the letters of a text come to, without regard to their neighbours.
+    [[nodiscard]] int Of(const QString& text)
+    {
+        int width = 0;
+        for (const QChar letter : text) {
+            if (letter.unicode() >= widths_.size()) {
+                width += metrics_.horizontalAdvance(letter);
+                continue;
+            }
+            int& known = widths_[letter.unicode()];
+            if (known == 0) known = metrics_.horizontalAdvance(letter);
+            width += known;
+        }
+        return width;
+    }
+
+private:
+    QFontMetrics metrics_;
+    std::array<int, 256> widths_{};
+};
+
 }  // namespace
 
 void OneLineEach(QListView& list)
@@ -49,11 +78,21 @@ void OneLineEach(QListView& list)
 
 int WidestEntry(const QListView& list)
 {
-    int widest = 0;
+    // To measure a text takes long, so only those are measured whose letters are the widest.
+    constexpr qsizetype measured = 8;
+    LetterWidths letters(list.fontMetrics());
+    std::vector<std::pair<int, QString>> entries;
     for (int row = 0; row < list.model()->rowCount(); ++row) {
-        const QString text = list.model()->index(row, list.modelColumn()).data().toString();
-        widest = std::max(widest, list.fontMetrics().horizontalAdvance(text));
+        QString text = list.model()->index(row, list.modelColumn()).data().toString();
+        const int width = letters.Of(text);
+        entries.emplace_back(width, std::move(text));
     }
+    const auto end = entries.begin() + std::min<qsizetype>(measured, std::ssize(entries));
+    std::partial_sort(entries.begin(), end, entries.end(),
+                      [](const auto& one, const auto& other) { return one.first > other.first; });
+    int widest = 0;
+    for (auto entry = entries.begin(); entry != end; ++entry)
+        widest = std::max(widest, list.fontMetrics().horizontalAdvance(entry->second));
     const QStyle& style = *list.style();
     return widest + 2 * list.frameWidth() + style.pixelMetric(QStyle::PM_ScrollBarExtent) +
            2 * (style.pixelMetric(QStyle::PM_FocusFrameHMargin) + 2);

@@ -12,41 +12,20 @@ namespace {
 constexpr int kEntriesAtOnce = 8;
 constexpr int kMargin = 4;  // to the window's edge
 
-bool BeginsAWord(const QString& entry, const QString& word)
-{
-    for (qsizetype at = entry.indexOf(word, 0, Qt::CaseInsensitive); at >= 0;
-         at = entry.indexOf(word, at + 1, Qt::CaseInsensitive))
-        if (at == 0 || !entry[at - 1].isLetterOrNumber()) return true;
-    return false;
-}
-
 }  // namespace
 
-QStringList Matching(const QStringList& entries, const QString& typed)
-{
-    const QStringList words = typed.split(' ', Qt::SkipEmptyParts);
-    if (words.isEmpty()) return {};
-    QStringList beginning, others;
-    for (const QString& entry : entries) {
-        if (entry.startsWith(typed.trimmed(), Qt::CaseInsensitive))
-            beginning << entry;
-        else if (std::all_of(words.begin(), words.end(),
-                             [&](const QString& word) { return BeginsAWord(entry, word); }))
-            others << entry;
-    }
-    return beginning + others;
-}
-
-MatchList::MatchList(QWidget* field) : QListWidget(field->window()), field_(field)
+MatchList::MatchList(QWidget* field) : QListView(field->window()), field_(field)
 {
     setObjectName("lstMatches");
     setAccessibleName("lstMatches");
     setAccessibleDescription("Repair orders that match what is typed");
     setFocusPolicy(Qt::NoFocus);
     setUniformItemSizes(true);
+    setEditTriggers(NoEditTriggers);
+    setModel(&entries_);
     OneLineEach(*this);
-    connect(this, &QListWidget::itemClicked, this, [this](const QListWidgetItem* item) {
-        const QString entry = item->text();
+    connect(this, &QListView::clicked, this, [this](const QModelIndex& at) {
+        const QString entry = at.data().toString();
         hide();
         if (picked) picked(entry);
     });
@@ -55,8 +34,7 @@ MatchList::MatchList(QWidget* field) : QListWidget(field->window()), field_(fiel
 
 void MatchList::Offer(const QStringList& entries)
 {
-    clear();
-    addItems(entries);
+    entries_.setStringList(entries);
     setCurrentIndex({});
     if (entries.isEmpty()) return hide();
     Place();
@@ -72,7 +50,8 @@ void MatchList::Place()
     const QRect field(field_->mapTo(&window, QPoint(0, 0)), field_->size());
     const int below = window.height() - field.bottom() - kMargin;
     const int above = field.top() - kMargin;
-    const int wanted = std::min(count(), kEntriesAtOnce) * sizeHintForRow(0) + 2 * frameWidth();
+    const int wanted =
+        std::min(entries_.rowCount(), kEntriesAtOnce) * sizeHintForRow(0) + 2 * frameWidth();
     const bool under = below >= wanted || below >= above;
     const int height = std::min(wanted, under ? below : above);
     const int width = std::clamp(WidestEntry(*this), field.width(), field.right() + 1 - kMargin);
@@ -82,12 +61,13 @@ void MatchList::Place()
 
 void MatchList::Step(int by)
 {
-    setCurrentRow(std::clamp(currentRow() + by, 0, count() - 1));
+    const int row = std::clamp(currentIndex().row() + by, 0, entries_.rowCount() - 1);
+    setCurrentIndex(entries_.index(row));
 }
 
 QString MatchList::Highlighted() const
 {
-    return isVisible() && currentItem() != nullptr ? currentItem()->text() : QString();
+    return isVisible() ? currentIndex().data().toString() : QString();
 }
 
 }  // namespace platform::qt

@@ -2,25 +2,17 @@
 // MatchList: what a list offers for the text typed so far, shown beneath the field.
 #pragma once
 
-#include <QListWidget>
-#include <QStringList>
+#include <QListView>
+#include <QStringListModel>
 
 #include <functional>
 
 namespace platform::qt {
 
-// The entries in which every typed word begins a word, those that begin with the text first.
-//
-//     "1011"          10112  2010 Stellar Pulse EX 4D SED, 10117  2012 Dorado Mesa ...
-//     "2012 dorado"   10117  2012 Dorado Mesa SLE 4D UTV
-//
-// Rule: upper and lower case are alike; no text matches nothing.
-[[nodiscard]] QStringList Matching(const QStringList& entries, const QString& typed);
-
 // Rule: it lies over the window's other controls and never takes the keyboard from its field, so
 //       what is typed goes on and Enter stays the field's. No entry is highlighted until the user
 //       steps to one.
-class MatchList : public QListWidget {
+class MatchList : public QListView {
 public:
     explicit MatchList(QWidget* field);
 
@@ -38,6 +30,7 @@ private:
     void Place();
 
     QWidget* field_;
+    QStringListModel entries_;
 };
 
 }  // namespace platform::qt

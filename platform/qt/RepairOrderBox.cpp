@@ -54,6 +54,7 @@ RepairOrderBox::RepairOrderBox(ComboBox& box, QWidget* parent)
     setMinimumContentsLength(kShortest);
     lineEdit()->setTextMargins(6, 0, 6, 0);
     lineEdit()->setPlaceholderText("Type number and Enter, or pick");
+    popup_->setUniformItemSizes(true);
     OneLineEach(*popup_);
     // Where Enter was pressed is only known by watching everybody.
     qApp->installEventFilter(this);
@@ -84,16 +85,16 @@ void RepairOrderBox::Mirror()
 // What is shown already stays; a list that differs is shown anew.
 void RepairOrderBox::ShowEntries()
 {
-    int same = 0;
-    while (same < count() && same < box_->ListCount() && itemText(same) == ToQt(box_->List(same)))
-        ++same;
-    if (same < count()) clear();
-    QStringList missing;
-    for (int entry = count(); entry < box_->ListCount(); ++entry)
-        missing << ToQt(box_->List(entry));
-    if (missing.isEmpty()) return;
+    QStringList entries;
+    entries.reserve(box_->ListCount());
+    for (int entry = 0; entry < box_->ListCount(); ++entry)
+        entries << ToQt(box_->List(entry));
+    if (entries == entries_.Entries()) return;
+    const int shown = count();
+    if (entries.mid(0, shown) != entries_.Entries()) clear();
     const bool first = count() == 0;
-    addItems(missing);
+    addItems(entries.mid(count()));
+    entries_ = EntryFinder(std::move(entries));
     // The first entry would otherwise select itself.
     if (first) setCurrentIndex(-1);
 }
@@ -125,10 +126,7 @@ void RepairOrderBox::OfferMatches(const QString& typed)
             Pick(findText(entry, Qt::MatchExactly));
         };
     }
-    QStringList entries;
-    for (int entry = 0; entry < count(); ++entry)
-        entries << itemText(entry);
-    matches_->Offer(Matching(entries, typed));
+    matches_->Offer(entries_.Matching(typed));
 }
 
 void RepairOrderBox::HideMatches()

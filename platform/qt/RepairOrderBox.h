@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/controls/ListBox.h"
+#include "platform/qt/EntryFinder.h"
 
 #include <QComboBox>
 #include <QPointer>
@@ -56,6 +57,7 @@ private:
 
     ComboBox* box_;
     QListView* popup_;
+    EntryFinder entries_;
     QPointer<MatchList> matches_;  // goes with the window that it lies over
     bool mirroring_ = false;
     bool pressSeen_ = false;  // since the last release of Enter

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// Tests of platform/qt/MatchList.cpp, by itself and under the box that it belongs to.
+// Tests of platform/qt/MatchList.cpp and platform/qt/EntryFinder.cpp, by itself and under the box
+// that it belongs to.
 #include "platform/qt/MatchList.h"
 
+#include "platform/qt/EntryFinder.h"
 #include "platform/qt/RepairOrderBox.h"
 
 #include <QApplication>
@@ -15,7 +17,7 @@ namespace tests {
 namespace {
 
 using platform::ComboBox;
-using platform::qt::Matching;
+using platform::qt::EntryFinder;
 using platform::qt::MatchList;
 using platform::qt::RepairOrderBox;
 
@@ -25,34 +27,34 @@ const QStringList kOrders{"10112  2010 Stellar Pulse EX", "10117  2012 Dorado Me
 QStringList Numbers(const QString& typed)
 {
     QStringList numbers;
-    for (const QString& entry : Matching(kOrders, typed))
+    for (const QString& entry : EntryFinder(kOrders).Matching(typed))
         numbers << entry.left(5);
     return numbers;
 }
 
-TEST(MatchingTest, BeginningOfANumberFindsItsOrders)
+TEST(EntryFinderTest, BeginningOfANumberFindsItsOrders)
 {
     EXPECT_EQ(Numbers("1011"), QStringList({"10112", "10117", "10118"}));
     EXPECT_EQ(Numbers("10117"), QStringList({"10117"}));
 }
 
-TEST(MatchingTest, MiddleOfANumberFindsNothing)
+TEST(EntryFinderTest, MiddleOfANumberFindsNothing)
 {
     EXPECT_EQ(Numbers("0112"), QStringList());
 }
 
-TEST(MatchingTest, WordsOfAVehicleFindItInAnyOrderAndCase)
+TEST(EntryFinderTest, WordsOfAVehicleFindItInAnyOrderAndCase)
 {
     EXPECT_EQ(Numbers("dorado 2012"), QStringList({"10117"}));
     EXPECT_EQ(Numbers("MESA"), QStringList({"10117", "10118"}));
 }
 
-TEST(MatchingTest, EntriesThatBeginWithTheTextComeFirst)
+TEST(EntryFinderTest, EntriesThatBeginWithTheTextComeFirst)
 {
     EXPECT_EQ(Numbers("20"), QStringList({"20112", "10112", "10117", "10118"}));
 }
 
-TEST(MatchingTest, NothingTypedMatchesNothing)
+TEST(EntryFinderTest, NothingTypedMatchesNothing)
 {
     EXPECT_EQ(Numbers(""), QStringList());
     EXPECT_EQ(Numbers("   "), QStringList());
@@ -93,7 +95,7 @@ TEST_F(MatchListTest, NumberIsOfferedBeneathTheField)
 {
     Type("1011");
     ASSERT_TRUE(Offers());
-    EXPECT_EQ(List().count(), 3);
+    EXPECT_EQ(List().model()->rowCount(), 3);
     EXPECT_EQ(List().y(), view.geometry().bottom() + 1);
     EXPECT_EQ(List().Highlighted(), QString());
 }
@@ -126,16 +128,16 @@ TEST_F(MatchListTest, SteppingStopsAtBothEnds)
     Type("1011");
     for (int times = 0; times < 9; ++times)
         Key(Qt::Key_Down);
-    EXPECT_EQ(List().currentRow(), 2);
+    EXPECT_EQ(List().currentIndex().row(), 2);
     for (int times = 0; times < 9; ++times)
         Key(Qt::Key_Up);
-    EXPECT_EQ(List().currentRow(), 0);
+    EXPECT_EQ(List().currentIndex().row(), 0);
 }
 
 TEST_F(MatchListTest, TouchPicksAnEntry)
 {
     Type("dorado");
-    const QPoint second = List().visualItemRect(List().item(1)).center();
+    const QPoint second = List().visualRect(List().model()->index(1, 0)).center();
     QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, second);
     EXPECT_EQ(picked, QStringList({kOrders[3]}));
     EXPECT_FALSE(Offers());
@@ -169,7 +171,7 @@ TEST_F(MatchListTest, TypingIntoTheOpenedListGoesOnInTheField)
     EXPECT_FALSE(view.view()->isVisible());
     EXPECT_EQ(view.currentText(), QString("m"));
     ASSERT_TRUE(Offers());
-    EXPECT_EQ(List().count(), 2);
+    EXPECT_EQ(List().model()->rowCount(), 2);
 }
 
 TEST_F(MatchListTest, OpeningTheWholeListTakesTheOfferAway)
@@ -199,7 +201,7 @@ TEST_F(MatchListTest, EntryWiderThanItsListGivesWayAtItsEnd)
 {
     box.AddItem("10119  " + std::string(200, 'w'));
     Type("1011");
-    EXPECT_EQ(List().visualItemRect(List().item(3)).width(), List().viewport()->width());
+    EXPECT_EQ(List().visualRect(List().model()->index(3, 0)).width(), List().viewport()->width());
     EXPECT_LE(List().geometry().right(), view.geometry().right());
     EXPECT_GE(List().geometry().left(), 0);
 }
