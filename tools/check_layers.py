@@ -62,8 +62,8 @@ def fault(source, bracket, target):
             return None
         if "/private/" in target or target.endswith("_p.h"):
             return "Qt's private headers are never included"
-        in_ui_test = source.startswith("tests/ui/") or source.startswith("tools/demo/")
-        return None if library == "ui" or in_ui_test else f"{library} may not include Qt"
+        drives_windows = source.startswith(("tests/ui/", "tools/demo/", "bench/ui/"))
+        return None if library == "ui" or drives_windows else f"{library} may not include Qt"
     if target.split("/")[0] not in SOURCE_FOLDERS:
         return None
     wanted = library_of(target)
@@ -116,6 +116,7 @@ def self_test():
         ("floor/ui/A.cpp", '#include "jet/pages/Pager.h"'),
         ("floor/ui/A.cpp", "#include <private/qobject_p.h>" .replace("private", "QtCore/private")),
         ("tests/floor/A.cpp", "#include <QWidget>"),
+        ("bench/A.cpp", "#include <QWidget>"),
     ]
     allowed = [
         ("jet/table/A.cpp", '#include "jet/index/Index.h"'),
