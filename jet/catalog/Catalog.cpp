@@ -125,6 +125,16 @@ private:
     std::size_t id_ = 0, parent_ = 0, name_ = 0, type_ = 0, flags_ = 0, properties_ = 0;
 };
 
+// Errors: 3343.
+void TakeProperties(OpenTable& table, const base::Bytes& bytes, std::uint16_t codePage)
+{
+    const auto block =
+        bytes.empty() ? format::PropertyBlock() : format::PropertyBlock::Parse(bytes, codePage);
+    for (const format::ColumnDefinition& column : table.rows->Definition().columns)
+        table.properties.push_back(ReadProperties(block, column.name));
+    table.rule = ReadRule(block, {});
+}
+
 }  // namespace
 
 Catalog::Catalog(std::shared_ptr<pages::Pager> pager) : pager_(std::move(pager)) {}
@@ -160,13 +170,13 @@ OpenTable Catalog::Open(std::string_view name) const
     table.entry = std::move(found->first);
     table.rows = std::make_unique<NativeTable>(
         pager_, format::PageNumber{static_cast<std::uint32_t>(table.entry.id)}, table.entry.name);
-    const base::Bytes bytes = objects.Properties(found->second);
-    const auto block = bytes.empty() ? format::PropertyBlock()
-                                     : format::PropertyBlock::Parse(bytes, objects.Text().codePage);
-    for (const format::ColumnDefinition& column : table.rows->Definition().columns)
-        table.properties.push_back(ReadProperties(block, column.name));
-    table.rule = ReadRule(block, {});
     table.bytesPerCharacter = pager_->Version().bytesPerCharacter;
+    try {
+        TakeProperties(table, objects.Properties(found->second), objects.Text().codePage);
+    } catch (const base::NumberedError& error) {
+        table.properties.assign(table.rows->Definition().columns.size(), {});
+        table.unread = base::NumberedError(error.Number(), {table.entry.name}).At(error.Detail());
+    }
     return table;
 }
 

@@ -2,6 +2,7 @@
 // Catalog: the tables of a database by name, their field properties, and the making of new ones.
 #pragma once
 
+#include "base/NumberedError.h"
 #include "jet/catalog/NewLink.h"
 #include "jet/catalog/NewRelationship.h"
 #include "jet/catalog/NewTable.h"
@@ -34,7 +35,10 @@ struct OpenTable {
     std::unique_ptr<table::NativeTable> rows;
     std::vector<FieldProperties> properties;  // by place in rows->Definition().columns
     ValidationRule rule;                      // of whole rows
-    std::size_t bytesPerCharacter = 2;        // of a text column's length
+    // Why the properties cannot be read: then none of them is known, and no row may be stored that
+    // they might refuse.
+    std::optional<base::NumberedError> unread;
+    std::size_t bytesPerCharacter = 2;  // of a text column's length
 };
 
 class Catalog {
@@ -49,6 +53,7 @@ public:
     // The table of this file whose definition begins on this page.
     [[nodiscard]] std::optional<CatalogEntry> Find(format::PageNumber page) const;
 
+    // Rule:   a table whose properties cannot be read can be read itself.
     // Errors: 3078 no such table, 3343/3049.
     [[nodiscard]] OpenTable Open(std::string_view name) const;
 

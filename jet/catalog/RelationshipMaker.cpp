@@ -145,7 +145,8 @@ public:
 
     [[nodiscard]] TableDefinition Table() const
     {
-        return format::ReadTableDefinition(joined_.bytes, changes_.Of().Version());
+        return format::ReadTableDefinition(joined_.bytes, changes_.Of().Version(),
+                                           changes_.Of().CodePage());
     }
 
     void Write() { RewriteDefinition(changes_, joined_); }

@@ -165,7 +165,8 @@ std::optional<TableDefinition> CheckDefinition(Inspection& inspection, PageNumbe
     }
     try {
         auto table = format::ReadTableDefinition(format::Span(chain->joined).first(length),
-                                                 inspection.Pager().Version());
+                                                 inspection.Pager().Version(),
+                                                 inspection.Pager().CodePage());
         if (format::ReadU16(chain->joined, length - 2) != format::kNoColumn)
             inspection.Found(DefectKind::DefinitionLength, first, format::kDefinitionLength,
                              "no end mark at its length of " + std::to_string(length));

@@ -12,15 +12,16 @@ namespace jet::format {
 namespace {
 
 constexpr char16_t kFirstUpper = 0x80;
+// The code pages in which a character can have two bytes, and what the second is at least.
+constexpr std::uint16_t kJapanese = 932, kSimplifiedChinese = 936, kKorean = 949,
+                        kTraditionalChinese = 950;
+constexpr char16_t kFirstSecondByte = 0x40;
 // A code without a character stands for one that no text has, so that it comes back as it was.
 constexpr char16_t kFirstPrivate = 0xF800;
 
-// Errors: 3251.
-CodePageTable TableOf(std::uint16_t codePage)
+char16_t PrivateOf(std::byte code)
 {
-    const std::optional<CodePageTable> table = FindCodePage(codePage);
-    if (!table) throw base::NumberedError(3251).At("code page " + std::to_string(codePage));
-    return *table;
+    return static_cast<char16_t>(kFirstPrivate + std::to_integer<char16_t>(code));
 }
 
 char16_t CharacterOf(std::byte code, CodePageTable table)
@@ -28,7 +29,7 @@ char16_t CharacterOf(std::byte code, CodePageTable table)
     const auto unit = std::to_integer<char16_t>(code);
     if (unit < kFirstUpper) return unit;
     const char16_t character = table[unit - kFirstUpper];
-    return character != 0 ? character : static_cast<char16_t>(kFirstPrivate + unit);
+    return character != 0 ? character : PrivateOf(code);
 }
 
 // Nothing when the table has no code for it.
@@ -71,6 +72,49 @@ std::vector<std::byte> BytesOf(std::string_view narrow)
     return bytes;
 }
 
+// Codes from which characters of two bytes begin; half-width kana stand alone.
+bool BeginsTwoBytes(std::byte code, std::uint16_t codePage)
+{
+    const auto number = std::to_integer<unsigned>(code);
+    switch (codePage) {
+    case kJapanese:
+        return (number >= 0x81 && number <= 0x9F) || (number >= 0xE0 && number <= 0xFC);
+    case kSimplifiedChinese:
+    case kKorean:
+    case kTraditionalChinese:
+        return number >= 0x81 && number <= 0xFE;
+    default:
+        return false;
+    }
+}
+
+// Text of a code page without a table.
+std::string DecodeUnread(Span bytes, std::uint16_t codePage)
+{
+    std::u16string wide;
+    bool second = false;
+    for (const std::byte code : bytes) {
+        const auto unit = std::to_integer<char16_t>(code);
+        second = second && unit >= kFirstSecondByte;
+        wide.push_back(second || unit >= kFirstUpper ? PrivateOf(code) : unit);
+        second = !second && BeginsTwoBytes(code, codePage);
+    }
+    return base::FromUtf16(wide);
+}
+
+// Errors: 3251.
+std::vector<std::byte> EncodeUnread(std::string_view text, std::uint16_t codePage)
+{
+    std::vector<std::byte> bytes;
+    for (const char16_t unit : base::ToUtf16(text))
+        bytes.push_back(static_cast<std::byte>(unit & 0xFF));
+    // Other characters, and a second byte that has lost its first, would be read as others.
+    if (DecodeUnread(bytes, codePage) != text)
+        throw base::NumberedError(3251).At("code page " + std::to_string(codePage) +
+                                           " holds no new text but ASCII");
+    return bytes;
+}
+
 }  // namespace
 
 std::string DecodeCodePage(Span bytes, std::uint16_t codePage)
@@ -78,10 +122,11 @@ std::string DecodeCodePage(Span bytes, std::uint16_t codePage)
     std::string narrow = NarrowOf(bytes);
     if (IsAscii(narrow)) return narrow;
     if (codePage == kWindows1252) return base::FromWindows1252(narrow);
-    const CodePageTable table = TableOf(codePage);
+    const std::optional<CodePageTable> table = FindCodePage(codePage);
+    if (!table) return DecodeUnread(bytes, codePage);
     std::u16string wide;
     for (const std::byte code : bytes)
-        wide.push_back(CharacterOf(code, table));
+        wide.push_back(CharacterOf(code, *table));
     return base::FromUtf16(wide);
 }
 
@@ -93,10 +138,11 @@ std::vector<std::byte> EncodeCodePage(std::string_view text, std::uint16_t codeP
         if (base::FromWindows1252(narrow) != text) Refuse(codePage);
         return BytesOf(narrow);
     }
-    const CodePageTable table = TableOf(codePage);
+    const std::optional<CodePageTable> table = FindCodePage(codePage);
+    if (!table) return EncodeUnread(text, codePage);
     std::vector<std::byte> bytes;
     for (const char16_t unit : base::ToUtf16(text)) {
-        const std::optional<std::byte> code = CodeOf(unit, table);
+        const std::optional<std::byte> code = CodeOf(unit, *table);
         if (!code) Refuse(codePage);
         bytes.push_back(*code);
     }

@@ -64,6 +64,14 @@ const FileVersion& VersionOf(Span page)
     }
 }
 
+// Rule: Jet 4 tells one too, but its texts are UTF-16.
+std::uint16_t ReadCodePage(Span plain, const FileVersion& version)
+{
+    if (version.codePage == kUtf16) return kUtf16;
+    const std::uint16_t stored = ReadU16(plain, version.header->codePage);
+    return stored == kUtf16 ? version.codePage : stored;
+}
+
 // The characters before the first that is zero.
 std::string ReadPassword(Span plain, const FileVersion& version)
 {
@@ -74,8 +82,7 @@ std::string ReadPassword(Span plain, const FileVersion& version)
     while (length < field.size() && ReadNumber(field, length, width) != 0)
         length += width;
     if (length == 0) return {};
-    const bool wide = version.codePage == kUtf16;
-    return DecodeTextIn(wide ? kUtf16 : ReadU16(plain, at.codePage), field.first(length));
+    return DecodeTextIn(ReadCodePage(plain, version), field.first(length));
 }
 
 void WritePassword(MutableSpan page, std::string_view password, const FileVersion& version)
@@ -109,6 +116,7 @@ HeaderPage ReadHeaderPage(Span page)
         header.systemTables[i] = PageNumber{ReadU32(plain, kSystemTablesAt + 4 * i)};
     header.protection = {.encodingKey = ReadU32(plain, at.encodingKey),
                          .password = ReadPassword(plain, *header.version)};
+    header.codePage = ReadCodePage(plain, *header.version);
     header.sortOrder = {ReadU16(plain, at.language), ReadU8Or(plain, at.sortVersion, kJet3Tables)};
     return header;
 }

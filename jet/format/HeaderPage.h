@@ -77,6 +77,7 @@ struct HeaderPage {
     RowId freePages, secondMap;                // usage maps of the whole file
     std::array<PageNumber, 4> systemTables{};  // their definitions
     Protection protection;
+    std::uint16_t codePage = 0;  // of all texts that tell none of their own; kUtf16 in Jet 4
     SortOrder sortOrder;
 };
 

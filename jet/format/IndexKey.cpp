@@ -70,6 +70,23 @@ void PutBinary(KeyBytes& key, std::span<const std::byte> bytes, bool ascending)
     }
 }
 
+// The sign, then the whole number, the most significant byte first; zero is positive. Of a negative
+// number that is inverted.
+// Rule: in descending order the sign stays as it is, so that negative numbers come first there too:
+//       a fault of the original engine, whose keys these are.
+void PutDecimal(KeyBytes& key, const base::Decimal& number, const ColumnDefinition& column,
+                bool ascending)
+{
+    if (number.scale != column.scale) throw base::NumberedError(3421).At("scale of a decimal");
+    const bool zero = number.magnitude == base::Decimal{}.magnitude;
+    const bool negative = number.negative && !zero;
+    key.push_back(negative ? std::byte{0x00} : std::byte{0xFF});
+    const std::size_t start = key.size();
+    for (std::size_t word = number.magnitude.size(); word > 0; --word)
+        PutBigEndian(key, number.magnitude[word - 1]);
+    if (negative == ascending) Invert(key, start);
+}
+
 void PutText(KeyBytes& key, std::string_view text, SortOrder order, bool ascending)
 {
     const std::size_t start = key.size();
@@ -136,6 +153,8 @@ void AppendKeyColumn(KeyBytes& key, const base::Value& value, const ColumnDefini
         return PutText(key, As<std::string>(value), column.sortOrder, ascending);
     case ColumnType::Binary:
         return PutBinary(key, As<base::Bytes>(value), ascending);
+    case ColumnType::Numeric:
+        return PutDecimal(key, As<base::Decimal>(value), column, ascending);
     case ColumnType::Guid:
         return PutBinary(key, std::as_bytes(std::span(As<base::Guid>(value).bytes)), ascending);
     default: {

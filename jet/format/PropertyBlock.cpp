@@ -3,7 +3,6 @@
 
 #include "base/NumberedError.h"
 #include "base/Text.h"
-#include "jet/format/ByteWriter.h"
 #include "jet/format/TextCompression.h"
 
 #include <algorithm>
@@ -18,7 +17,7 @@ namespace {
 //   part          width   meaning
 //   mark          4       "MR2" 0: texts in UTF-16; "KKD" 0: in the code page
 //   chunk length  4       of the whole chunk
-//   chunk type    2       0x80 names; otherwise PropertyOwner::Kind
+//   chunk type    2       0x80 names; 0, 1 PropertyOwner::Kind; others are passed over
 //   owner length  4       of the owner's part: 6 and the name's bytes
 //   name length   2       bytes, 0 for the object itself
 //   record length 2       of the whole record: 8 and the value's bytes
@@ -28,6 +27,7 @@ namespace {
 //   value length  2       bytes
 constexpr std::size_t kMarkSize = 4, kChunkHeader = 6, kOwnerHeader = 6, kRecordHeader = 8;
 constexpr std::uint16_t kNamesChunk = 0x80;
+constexpr auto kLastOwnerKind = static_cast<std::uint16_t>(PropertyOwner::Kind::Field);
 constexpr std::array<char, kMarkSize> kMarkUtf16{'M', 'R', '2', 0};
 constexpr std::array<char, kMarkSize> kMarkCodePage{'K', 'K', 'D', 0};
 
@@ -107,22 +107,23 @@ PropertyBlock PropertyBlock::Parse(Span bytes, std::uint16_t codePage)
         const std::size_t length = ReadU32(bytes, at);
         if (length < kChunkHeader) Damaged("chunk length");
         const Span chunk = Slice(bytes, at, length);
-        const std::uint16_t type = ReadU16(chunk, 4);
-        const Span payload = chunk.subspan(kChunkHeader);
-        if (type == kNamesChunk)
-            block.ParseNames(payload);
-        else if (type <= 1)
-            block.ParseOwner(static_cast<PropertyOwner::Kind>(type), payload);
-        else
-            Damaged("chunk type");
+        block.ParseChunk(ReadU16(chunk, 4), chunk.subspan(kChunkHeader));
         at += length;
     }
     return block;
 }
 
+void PropertyBlock::ParseChunk(std::uint16_t type, Span payload)
+{
+    if (type == kNamesChunk && !named_) return ParseNames(payload);
+    if (type <= kLastOwnerKind) return ParseOwner(static_cast<PropertyOwner::Kind>(type), payload);
+    unread_.push_back({owners_.size(), type, {payload.begin(), payload.end()}});
+}
+
 void PropertyBlock::ParseNames(Span payload)
 {
-    if (!names_.empty() || !owners_.empty()) Damaged("second list of names");
+    if (!owners_.empty()) Damaged("names behind what they name");
+    named_ = true;
     for (std::size_t at = 0; at < payload.size();) {
         const std::size_t length = ReadU16(payload, at);
         names_.push_back(Decode(Slice(payload, at + 2, length)));
@@ -135,6 +136,8 @@ void PropertyBlock::ParseOwner(PropertyOwner::Kind kind, Span payload)
     const std::size_t header = ReadU32(payload, 0);
     const std::size_t nameLength = ReadU16(payload, 4);
     if (header != kOwnerHeader + nameLength) Damaged("owner length");
+    const auto isNames = [](const UnreadChunk& chunk) { return chunk.type == kNamesChunk; };
+    if (std::any_of(unread_.begin(), unread_.end(), isNames)) Damaged("two lists of names");
     PropertyOwner owner{
         .kind = kind, .name = Decode(Slice(payload, kOwnerHeader, nameLength)), .records = {}};
     for (std::size_t at = header; at < payload.size();) {
@@ -159,7 +162,9 @@ std::vector<std::byte> PropertyBlock::Encode() const
         names.Put(text);
     }
     PutChunk(out, kNamesChunk, names.Written());
-    for (const PropertyOwner& owner : owners_) {
+    PutUnread(out, 0);
+    for (std::size_t place = 0; place < owners_.size(); ++place) {
+        const PropertyOwner& owner = owners_[place];
         const std::vector<std::byte> name = EncodeText(owner.name);
         ByteWriter payload;
         payload.U32(static_cast<std::uint32_t>(kOwnerHeader + name.size()));
@@ -168,8 +173,15 @@ std::vector<std::byte> PropertyBlock::Encode() const
         for (const PropertyRecord& record : owner.records)
             PutRecord(payload, record);
         PutChunk(out, static_cast<std::uint16_t>(owner.kind), payload.Written());
+        PutUnread(out, place + 1);
     }
     return out.Take();
+}
+
+void PropertyBlock::PutUnread(ByteWriter& out, std::size_t after) const
+{
+    for (const UnreadChunk& chunk : unread_)
+        if (chunk.after == after) PutChunk(out, chunk.type, chunk.payload);
 }
 
 const PropertyRecord* PropertyBlock::Find(std::string_view field, std::string_view property) const
@@ -229,7 +241,11 @@ PropertyOwner& PropertyBlock::OwnerOf(std::string_view field)
     const auto known = std::find_if(owners_.begin(), owners_.end(), same);
     if (known != owners_.end()) return *known;
     // The object's own properties stand first.
-    if (field.empty()) return *owners_.insert(owners_.begin(), PropertyOwner{});
+    if (field.empty()) {
+        for (UnreadChunk& chunk : unread_)
+            if (chunk.after > 0) ++chunk.after;
+        return *owners_.insert(owners_.begin(), PropertyOwner{});
+    }
     owners_.push_back(
         {.kind = PropertyOwner::Kind::Field, .name = std::string(field), .records = {}});
     return owners_.back();

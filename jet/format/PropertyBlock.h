@@ -2,6 +2,7 @@
 // PropertyBlock: the named properties of a table and its fields, as the catalog stores them.
 #pragma once
 
+#include "jet/format/ByteWriter.h"
 #include "jet/format/CodePage.h"
 #include "jet/format/TableDefinition.h"
 
@@ -32,14 +33,23 @@ struct PropertyOwner {
     std::vector<PropertyRecord> records;
 };
 
-// Rule: what is read is written again byte for byte, names that no property uses included.
+// A part of a kind that is not known here; its bytes are kept.
+struct UnreadChunk {
+    std::size_t after = 0;  // owners that stand before it
+    std::uint16_t type = 0;
+    std::vector<std::byte> payload;
+};
+
+// Rule: what is read is written again byte for byte, names that no property uses and parts of
+//       unknown kinds included; these keep their place, behind the names at the earliest.
 class PropertyBlock {
 public:
     // `codePage` of its texts.
     explicit PropertyBlock(std::uint16_t codePage = kUtf16) : codePage_(codePage) {}
 
     // `codePage` is that of the file; the block tells whether its texts are in it or in UTF-16.
-    // Errors: 3343 when the block contradicts itself.
+    // Errors: 3343 when the block contradicts itself, or has a second list of names and then
+    //         properties, which might mean either.
     [[nodiscard]] static PropertyBlock Parse(Span bytes, std::uint16_t codePage = kWindows1252);
     [[nodiscard]] std::vector<std::byte> Encode() const;
 
@@ -71,12 +81,16 @@ private:
              std::vector<std::byte> value, std::uint8_t flag = kDesignFlag);
     [[nodiscard]] std::string Decode(Span bytes) const;
     [[nodiscard]] std::vector<std::byte> EncodeText(std::string_view text) const;
+    void ParseChunk(std::uint16_t type, Span payload);
     void ParseNames(Span payload);
+    void PutUnread(ByteWriter& out, std::size_t after) const;
     void ParseOwner(PropertyOwner::Kind kind, Span payload);
 
     std::uint16_t codePage_;
     std::vector<std::string> names_;
     std::vector<PropertyOwner> owners_;
+    std::vector<UnreadChunk> unread_;
+    bool named_ = false;  // the list of names was read
 };
 
 }  // namespace jet::format

@@ -46,14 +46,14 @@ private:
 };
 
 // Rule: a decimal has its scale where other columns have their code page.
-std::uint16_t CodePageOf(Span bytes, ColumnType type, const ColumnLayout& at)
+std::uint16_t CodePageOf(Span bytes, ColumnType type, const ColumnLayout& at, std::uint16_t ofFile)
 {
     if (at.codePage == kAbsent) return kUtf16;
     const std::uint16_t stored = ReadU16(bytes, at.codePage);
-    return type == ColumnType::Numeric || stored == kUtf16 ? kWindows1252 : stored;
+    return type == ColumnType::Numeric || stored == kUtf16 ? ofFile : stored;
 }
 
-ColumnDefinition ReadColumn(Span bytes, const ColumnLayout& at)
+ColumnDefinition ReadColumn(Span bytes, const ColumnLayout& at, std::uint16_t codePage)
 {
     ColumnDefinition column;
     column.type = static_cast<ColumnType>(ReadU8(bytes, at.type));
@@ -61,7 +61,7 @@ ColumnDefinition ReadColumn(Span bytes, const ColumnLayout& at)
     column.variableIndex = ReadU16(bytes, at.variableIndex);
     column.ordinal = ReadU16(bytes, at.ordinal);
     column.country = ReadU16Or(bytes, at.country, 0);
-    column.codePage = CodePageOf(bytes, column.type, at);
+    column.codePage = CodePageOf(bytes, column.type, at, codePage);
     if (column.type == ColumnType::Numeric) {
         column.precision = ReadU8(bytes, at.precision);
         column.scale = ReadU8(bytes, at.precision + 1);
@@ -160,11 +160,11 @@ NamedIndex ReadNamedIndex(Span bytes, const NamedIndexLayout& at)
 }
 
 void ReadColumns(TableDefinition& table, Sections& sections, std::size_t count,
-                 const FileVersion& version)
+                 const FileVersion& version, std::uint16_t codePage)
 {
     const DefinitionLayout& at = *version.definition;
     for (std::size_t i = 0; i < count; ++i) {
-        table.columns.push_back(ReadColumn(sections.Next(at.column.size), at.column));
+        table.columns.push_back(ReadColumn(sections.Next(at.column.size), at.column, codePage));
         CheckColumn(table.columns.back(), table, version);
     }
     CheckPlaces(table);
@@ -256,7 +256,7 @@ Span DefinitionPage::Content() const
     return page_.subspan(kDefinitionPageHeader);
 }
 
-TableDefinition ReadTableDefinition(Span joined, const FileVersion& version)
+TableDefinition ReadTableDefinition(Span joined, const FileVersion& version, std::uint16_t codePage)
 {
     const Span bytes = Slice(joined, 0, DefinitionPage(joined).Length());
     const TableDefinitionLayout& at = version.definition->table;
@@ -273,7 +273,7 @@ TableDefinition ReadTableDefinition(Span joined, const FileVersion& version)
     const std::size_t trees = ReadU32(bytes, at.indexes);
     if (trees > bytes.size()) Damaged("more indexes than bytes");
     Sections sections(bytes, at.statistics + trees * at.statisticsSize);
-    ReadColumns(table, sections, ReadU16(bytes, at.columns), version);
+    ReadColumns(table, sections, ReadU16(bytes, at.columns), version, codePage);
     ReadIndexes(table, sections, trees, ReadU32(bytes, at.namedIndexes), *version.definition);
     ReadLongValueMaps(table, sections);
     SortColumns(table);

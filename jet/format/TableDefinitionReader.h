@@ -3,6 +3,7 @@
 #pragma once
 
 #include "jet/format/Bytes.h"
+#include "jet/format/CodePage.h"
 #include "jet/format/FileVersion.h"
 #include "jet/format/TableDefinition.h"
 
@@ -28,8 +29,10 @@ private:
 // Reads the joined bytes: the first page whole, then the content of each further page.
 // Rule:   `page` and `pages` of the answer are left to the caller. A primary key is unique and, but
 //         for the engine's own tables, required, whatever the flags of its tree say.
+//         `codePage` is the file's: that of the columns that tell none of their own.
 // Errors: 3343 when the definition contradicts itself.
 // Source: docs/format/table-definition.md
-[[nodiscard]] TableDefinition ReadTableDefinition(Span joined, const FileVersion& version);
+[[nodiscard]] TableDefinition ReadTableDefinition(Span joined, const FileVersion& version,
+                                                  std::uint16_t codePage = kWindows1252);
 
 }  // namespace jet::format

@@ -324,6 +324,11 @@ void Pager::RequirePassword(std::string_view password) const
     RequireSame(state_->protection, password);
 }
 
+std::uint16_t Pager::CodePage() const
+{
+    return state_->codePage;
+}
+
 const format::FileVersion& Pager::Version() const
 {
     return state_->version;

@@ -74,6 +74,8 @@ public:
     void RequirePassword(std::string_view password) const;
 
     [[nodiscard]] const format::FileVersion& Version() const;
+    // In which the texts of the file are stored; 0 for UTF-16.
+    [[nodiscard]] std::uint16_t CodePage() const;
     [[nodiscard]] const std::string& Path() const;
     [[nodiscard]] bool ReadOnly() const;
     // Pages of the file, those of an open write set included.

@@ -63,7 +63,7 @@ struct Pager::State {
     State(io::FileSystem& files, std::string databasePath, const format::HeaderPage& header,
           locks::Pause pauseBy)
         : path(std::move(databasePath)), version(*header.version), protection(header.protection),
-          pause(std::move(pauseBy)), journal(files, path, pause)
+          codePage(header.codePage), pause(std::move(pauseBy)), journal(files, path, pause)
     {
     }
 
@@ -102,6 +102,7 @@ struct Pager::State {
     std::string path;
     const format::FileVersion& version;
     const format::Protection protection;
+    const std::uint16_t codePage;
     locks::Pause pause;
     std::shared_ptr<locks::LockFile> users;  // null for one who only looks
     locks::LockFile::Owner session = 0;

@@ -10,6 +10,7 @@
 #include "jet/sql/Parser.h"
 #include "jet/sql/Random.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -136,11 +137,52 @@ bool Append(base::Decimal& number, unsigned digit)
     return carry == 0;
 }
 
+// "-1.25E-03" is "-0.00125".
+std::string WithoutExponent(std::string text)
+{
+    const std::size_t mark = text.find('E');
+    if (mark == std::string::npos) return text;
+    const int exponent = std::stoi(text.substr(mark + 1));
+    const std::string sign = text.starts_with('-') ? "-" : "";
+    std::string digits = text.substr(sign.size(), mark - sign.size());
+    const std::size_t point = std::min(digits.find('.'), digits.size());
+    if (point < digits.size()) digits.erase(point, 1);
+    const int place = static_cast<int>(point) + exponent;  // of the point among the digits
+    if (place <= 0)
+        return sign + "0." + std::string(static_cast<std::size_t>(-place), '0') + digits;
+    const auto before = static_cast<std::size_t>(place);
+    if (digits.size() < before) digits.resize(before, '0');
+    return sign + digits.insert(before, ".");
+}
+
+// Digits with at most one point and a sign, as a person writes a number that no double could hold.
+bool IsPlainNumber(std::string_view text)
+{
+    if (text.starts_with('-')) text.remove_prefix(1);
+    const std::size_t point = std::min(text.find('.'), text.size());
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    return point > 0 &&
+           std::all_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(point), isDigit) &&
+           std::all_of(text.begin() + static_cast<std::ptrdiff_t>(std::min(point + 1, text.size())),
+                       text.end(), isDigit);
+}
+
+// All digits that the value has. Errors: 3421.
+std::string DigitsOf(const Value& value)
+{
+    if (const auto* const text = value.As<std::string>()) {
+        std::string trimmed = base::Trim(*text);
+        if (IsPlainNumber(trimmed)) return trimmed;
+    }
+    const bool exact = value.As<base::Decimal>() != nullptr ||
+                       value.As<base::Currency>() != nullptr || value.As<float>() != nullptr;
+    return WithoutExponent(base::TextOf(exact ? value : Value(NumberFrom(value))));
+}
+
 // With as many digits after the point as the column keeps; the rest is cut off.
 Value DecimalFrom(const Value& value, const format::ColumnDefinition& column)
 {
-    std::string text = value.As<base::Decimal>() != nullptr ? base::TextOf(value)
-                                                            : base::TextOf(NumberFrom(value));
+    std::string text = DigitsOf(value);
     base::Decimal number;
     number.negative = text.starts_with('-');
     if (number.negative) text.erase(0, 1);

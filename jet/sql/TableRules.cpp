@@ -61,6 +61,7 @@ TableRules::TableRules(const catalog::OpenTable& table, std::function<base::Date
 
 void TableRules::Check(const RowToStore& row) const
 {
+    if (table_.unread) throw base::NumberedError(*table_.unread);
     const std::vector<Rule>& rules = Rules();
     for (std::size_t column = 0; column < table_.properties.size(); ++column)
         if (row.isNew || IsAssigned(row, column)) CheckField(column, row);

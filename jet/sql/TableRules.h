@@ -22,7 +22,8 @@ namespace jet::sql {
 //         not be false.
 // Errors: 3314 null in a required field, 3315 empty text where none may be, 3316 and 3317 a rule
 //         that does not hold; 3344, 3388 and 3320 one that cannot be worked out, so that nothing
-//         is stored that it might refuse; and those of catalog::Relationships.
+//         is stored that it might refuse; 3343 properties that cannot be read, for the same reason;
+//         and those of catalog::Relationships.
 class TableRules final : public table::RowRules {
 public:
     // Requires: `table` stays where it is and outlives the rules.

@@ -46,7 +46,8 @@ JoinedDefinition JoinDefinition(const pages::Pager& pager, PageNumber first)
 format::TableDefinition LoadDefinition(const pages::Pager& pager, PageNumber first)
 {
     JoinedDefinition joined = JoinDefinition(pager, first);
-    format::TableDefinition table = format::ReadTableDefinition(joined.bytes, pager.Version());
+    format::TableDefinition table =
+        format::ReadTableDefinition(joined.bytes, pager.Version(), pager.CodePage());
     table.page = first;
     table.pages = std::move(joined.pages);
     return table;

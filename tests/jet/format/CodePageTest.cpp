@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "jet/format/CodePage.h"
 
+#include "base/Text.h"
 #include "tests/support/ErrorOf.h"
 #include "tests/support/Hex.h"
 
+#include <algorithm>
 #include <array>
 #include <gtest/gtest.h>
 
@@ -54,13 +56,40 @@ TEST_P(CodePageTest, TextOfAnotherScriptIsRefused)
         EXPECT_EQ(ErrorOf([&] { (void)EncodeCodePage(text, GetParam().codePage); }), 3421) << text;
 }
 
-TEST(UnknownCodePageTest, HoldsAsciiAlone)
+// Bytes that are read as no text of anybody's, and are stored again as they were.
+struct Unread {
+    std::uint16_t codePage;
+    const char* bytes;
+    std::size_t strange;  // characters that are none of ASCII
+};
+
+class UnreadCodePageTest : public testing::TestWithParam<Unread> {};
+INSTANTIATE_TEST_SUITE_P(Bytes, UnreadCodePageTest,
+                         testing::Values(Unread{932, "8341615c", 2}, Unread{932, "b1b241", 2},
+                                         Unread{932, "835c5c", 2}, Unread{932, "4183", 1},
+                                         Unread{932, "832083", 2}, Unread{936, "b14141", 2},
+                                         Unread{949, "feff41", 2}, Unread{949, "815d5d", 2},
+                                         Unread{950, "a461ff", 3}, Unread{1361, "884161", 1}));
+
+TEST_P(UnreadCodePageTest, BytesComeBack)
+{
+    const Unread& each = GetParam();
+    const std::string text = DecodeCodePage(FromHex(each.bytes), each.codePage);
+    EXPECT_EQ(ToHex(EncodeCodePage(text, each.codePage)), each.bytes);
+    const std::u16string units = base::ToUtf16(text);
+    EXPECT_EQ(units.size(), std::string_view(each.bytes).size() / 2);
+    EXPECT_EQ(std::count_if(units.begin(), units.end(), [](char16_t c) { return c >= 0x80; }),
+              static_cast<std::ptrdiff_t>(each.strange));
+}
+
+TEST(UnknownCodePageTest, HoldsAsciiAloneAndWhatWasRead)
 {
     for (const std::uint16_t codePage : std::array<std::uint16_t, 4>{932, 936, 949, 950}) {
         EXPECT_EQ(ToHex(EncodeCodePage("a~", codePage)), "617e");
         EXPECT_EQ(DecodeCodePage(FromHex("617e"), codePage), "a~");
         EXPECT_EQ(ErrorOf([&] { (void)EncodeCodePage("a\xC3\xA9", codePage); }), 3251) << codePage;
-        EXPECT_EQ(ErrorOf([&] { (void)DecodeCodePage(FromHex("6180"), codePage); }), 3251);
+        // A second byte without its first would be read as a letter.
+        EXPECT_EQ(ErrorOf([&] { (void)EncodeCodePage("\xEF\xA1\x81", codePage); }), 3251);
     }
 }
 

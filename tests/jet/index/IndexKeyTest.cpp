@@ -88,6 +88,18 @@ TEST(IndexKeyTest, BinaryIsGroupedByEight)
     EXPECT_EQ(KeyHex(ColumnType::Binary, base::Bytes{}), "7f");
 }
 
+TEST(IndexKeyTest, DecimalIsItsSignAndItsWholeNumber)
+{
+    base::Decimal number{.magnitude = {0x12345678, 0x9ABCDEF0, 1, 0}};
+    EXPECT_EQ(KeyHex(ColumnType::Numeric, number), "7fff00000000000000019abcdef012345678");
+    EXPECT_EQ(Descending(ColumnType::Numeric, number), "80fffffffffffffffffe6543210fedcba987");
+    number.negative = true;
+    EXPECT_EQ(KeyHex(ColumnType::Numeric, number), "7f00fffffffffffffffe6543210fedcba987");
+    EXPECT_EQ(Descending(ColumnType::Numeric, number), "800000000000000000019abcdef012345678");
+    EXPECT_EQ(KeyHex(ColumnType::Numeric, base::Decimal{.negative = true}),
+              KeyHex(ColumnType::Numeric, base::Decimal{}));
+}
+
 TEST(IndexKeyTest, NullHasAFlagAndNoValue)
 {
     EXPECT_EQ(KeyHex(ColumnType::Long, base::Null{}), "00");
@@ -144,7 +156,8 @@ TEST(IndexKeyTest, WhatCannotBeKeyedIsRefused)
     EXPECT_EQ(NumberThrownBy(ColumnType::Text, "Жук"), 3421);
     EXPECT_EQ(NumberThrownBy(ColumnType::Long, "12"), 3421);
     EXPECT_EQ(NumberThrownBy(ColumnType::Ole, base::Bytes{}), 3251);
-    EXPECT_EQ(NumberThrownBy(ColumnType::Numeric, base::Decimal{}), 3251);
+    // Of another scale than the column's.
+    EXPECT_EQ(NumberThrownBy(ColumnType::Numeric, base::Decimal{.scale = 2}), 3421);
 }
 
 }  // namespace

@@ -141,7 +141,7 @@ TEST_F(CodePageTableTest, IndexIsNotWritten)
     }
 }
 
-TEST_F(CodePageTableTest, CodePageOfTwoByteCharactersHoldsAsciiAlone)
+TEST_F(CodePageTableTest, CodePageOfTwoByteCharactersTakesNoNewTextButAscii)
 {
     const auto parts = Parts(Text(kJapanese, 932), false);
     parts->Insert(Assignments({"door", "left"}));
