@@ -125,6 +125,9 @@ private:
     std::size_t id_ = 0, parent_ = 0, name_ = 0, type_ = 0, flags_ = 0, properties_ = 0;
 };
 
+// What damaged bytes raise.
+constexpr int kDamaged = 3343, kUnreadable = 3049;
+
 // Errors: 3343.
 void TakeProperties(OpenTable& table, const base::Bytes& bytes, std::uint16_t codePage)
 {
@@ -174,6 +177,8 @@ OpenTable Catalog::Open(std::string_view name) const
     try {
         TakeProperties(table, objects.Properties(found->second), objects.Text().codePage);
     } catch (const base::NumberedError& error) {
+        // A disk that fails this once may answer the next time.
+        if (error.Number() != kDamaged && error.Number() != kUnreadable) throw;
         table.properties.assign(table.rows->Definition().columns.size(), {});
         table.unread = base::NumberedError(error.Number(), {table.entry.name}).At(error.Detail());
     }

@@ -62,6 +62,9 @@ public:
     // Creates the link at once; whether it leads anywhere is the caller's business.
     // Errors: 3010, 3012, 3125.
     void Create(const NewLink& link, base::Date now);
+    // Takes the link out of this file; the other file stays as it is.
+    // Errors: 3265 no such link, 3251 a table of this file.
+    void DeleteLink(std::string_view name);
 
     [[nodiscard]] std::vector<NewRelationship> Relationships() const;
     // Creates the relationship at once; an enforced one gives both tables an index.
@@ -70,6 +73,9 @@ public:
     //         refers to none, 3284 an index of that name, 3001 too many fields or indexes, 3125,
     //         3262 or 3009 another program has one of the tables open.
     void Create(const NewRelationship& relationship, base::Date now);
+    // Takes the relationship out, and the indexes that nothing else needs.
+    // Errors: 3265 no such relationship, 3262 or 3009 another program has one of the tables open.
+    void DeleteRelationship(std::string_view name, base::Date now);
 
     // Creates the table at once, in one write set; `now` becomes its date of creation.
     // Errors: 3010 the name is taken by a table, 3012 by a query, 3264 no fields, 3125 bad name,

@@ -3,6 +3,7 @@
 #include "base/NumberedError.h"
 #include "base/Text.h"
 #include "jet/catalog/Catalog.h"
+#include "jet/catalog/ConnectText.h"
 #include "jet/catalog/SystemTables.h"
 #include "jet/catalog/TableDesign.h"
 
@@ -27,7 +28,9 @@ std::optional<NewLink> Catalog::Link(std::string_view name) const
         const auto text = [&](const char* column) {
             return ContentOf<std::string>(objects, row, PlaceOf(objects, column));
         };
-        return NewLink{entry->name, text("Database"), text("ForeignName"), text("Connect")};
+        NewLink link{entry->name, text("Database"), text("ForeignName"), text("Connect")};
+        if (link.database.empty()) link.database = PartOf(link.connect, "DATABASE");
+        return link;
     }
     return std::nullopt;
 }
@@ -53,6 +56,18 @@ void Catalog::Create(const NewLink& link, base::Date now)
                       .connect = link.connect,
                       .foreignName = link.table});
         InsertInheritedRights(changes, rights, id, kTablesContainer, owner);
+    });
+}
+
+void Catalog::DeleteLink(std::string_view name)
+{
+    table::NativeTable objects(pager_, kObjectsPage), rights(pager_, kRightsPage);
+    pages::Write(*pager_, [&](pages::WriteSet& changes) {
+        const auto entry = Find(name);
+        if (!entry || entry->kind == ObjectKind::Query) throw base::NumberedError(3265);
+        if (entry->kind != ObjectKind::LinkedTable)
+            throw base::NumberedError(3251).At("table " + entry->name + " is no link");
+        DeleteObject(changes, objects, rights, entry->id);
     });
 }
 

@@ -5,7 +5,7 @@
 #include "base/Text.h"
 #include "jet/catalog/Relationships.h"
 #include "jet/catalog/TableDesign.h"
-#include "jet/catalog/TableMaker.h"
+#include "jet/catalog/TableRedesign.h"
 #include "jet/format/TableDefinitionLayout.h"
 #include "jet/format/TableDefinitionReader.h"
 #include "jet/format/TableDefinitionWriter.h"
@@ -109,53 +109,6 @@ std::uint32_t FreeIndexNumber(const TableDefinition& table, std::uint32_t from)
     return from;
 }
 
-// A definition that gets indexes. Requires: `changes` outlives it.
-class Redesign {
-public:
-    Redesign(pages::WriteSet& changes, PageNumber table)
-        : changes_(changes), joined_(table::JoinDefinition(changes.Of(), table))
-    {
-        joined_.bytes.resize(format::DefinitionPage(joined_.bytes).Length());
-    }
-
-    // Takes pages for the tree and adds it; the answer is its number.
-    std::uint32_t Add(IndexDefinition tree)
-    {
-        const TableDefinition table = Table();
-        MapPages maps(changes_, table.ownedPages.page);
-        tree.usageMap = maps.Make(1)[0];
-        tree.root = index::Index::MakeRoot(changes_, joined_.pages.front(), tree.usageMap);
-        format::AddTree(joined_.bytes, tree, changes_.Of().Version());
-        return static_cast<std::uint32_t>(table.indexes.size());
-    }
-
-    // Errors: 3284, 3001.
-    void Add(const NamedIndex& index, format::SortOrder order)
-    {
-        const TableDefinition table = Table();
-        if (table.namedIndexes.size() >= kMostIndexes) throw NumberedError(3001);
-        std::size_t place = 0;
-        for (const NamedIndex& known : table.namedIndexes) {
-            if (base::SameName(known.name, index.name)) throw NumberedError(3284);
-            if (format::CompareText(known.name, index.name, order) < 0) ++place;
-        }
-        format::AddNamedIndex(joined_.bytes, index, place, table.columns.front(),
-                              changes_.Of().Version());
-    }
-
-    [[nodiscard]] TableDefinition Table() const
-    {
-        return format::ReadTableDefinition(joined_.bytes, changes_.Of().Version(),
-                                           changes_.Of().CodePage());
-    }
-
-    void Write() { RewriteDefinition(changes_, joined_); }
-
-private:
-    pages::WriteSet& changes_;
-    table::JoinedDefinition joined_;
-};
-
 // A tree with the table it belongs to.
 struct TableTree {
     std::shared_ptr<const TableDefinition> table;
@@ -238,20 +191,41 @@ void MakeRelationIndexes(pages::WriteSet& changes, NewRelationship& wish, PageNu
     others.relatedIndex = own.number;
     others.relatedTable = referenced;
 
-    Redesign design(changes, referencing);
+    TableRedesign design(changes, referencing);
     others.tree =
         isNew ? design.Add(wanted) : static_cast<std::uint32_t>(shared - many.indexes.begin());
     design.Add(others, order);
     if (referenced == referencing) design.Add(own, order);
     design.Write();
     if (referenced != referencing) {
-        Redesign other(changes, referenced);
+        TableRedesign other(changes, referenced);
         other.Add(own, order);
         other.Write();
     }
     const TableTree made(pager, referencing, others.tree);
     if (isNew) Fill(changes, made);
     RequireReferences(pager, made, TableTree(pager, referenced, unique), wish.referenced);
+}
+
+void RemoveRelationIndexes(pages::WriteSet& changes, const std::string& name,
+                           PageNumber referencing)
+{
+    const TableDefinition many = table::LoadDefinition(changes.Of(), referencing);
+    const auto side =
+        std::find_if(many.namedIndexes.begin(), many.namedIndexes.end(), [&](const auto& index) {
+            return index.kind == format::kRelationship &&
+                   index.relationKind == format::kReferencingSide &&
+                   base::SameName(index.name, name);
+        });
+    if (side == many.namedIndexes.end()) return;  // another program has taken it already
+    TableRedesign design(changes, referencing);
+    design.Remove(side->number);
+    if (side->relatedTable == referencing) design.Remove(side->relatedIndex);
+    design.Write();
+    if (side->relatedTable == referencing) return;
+    TableRedesign other(changes, side->relatedTable);
+    other.Remove(side->relatedIndex);
+    other.Write();
 }
 
 }  // namespace jet::catalog

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// RelationshipMaker: gives two tables that are there the indexes of an enforced relationship.
+// RelationshipMaker: gives two tables that are there the indexes of an enforced relationship, and
+// takes them away.
 #pragma once
 
 #include "jet/catalog/NewRelationship.h"
@@ -19,5 +20,9 @@ namespace jet::catalog {
 void MakeRelationIndexes(pages::WriteSet& changes, NewRelationship& wish,
                          format::PageNumber referenced, format::PageNumber referencing,
                          format::SortOrder order);
+
+// Takes both indexes of the relationship away, and their trees where nothing else names them.
+void RemoveRelationIndexes(pages::WriteSet& changes, const std::string& name,
+                           format::PageNumber referencing);
 
 }  // namespace jet::catalog

@@ -86,6 +86,21 @@ void Touch(pages::WriteSet& changes, NativeTable& objects, PageNumber table, bas
     }
 }
 
+// The objects of relationships of that name.
+std::vector<std::int32_t> ObjectsNamed(const NativeTable& objects, const std::string& name)
+{
+    const std::size_t id = PlaceOf(objects, "Id"), type = PlaceOf(objects, "Type"),
+                      named = PlaceOf(objects, "Name");
+    constexpr auto kWanted = static_cast<std::int16_t>(ObjectType::Relationship);
+    std::vector<std::int32_t> found;
+    const auto rows = objects.Scan();
+    while (rows->Next())
+        if (ContentOf<std::int16_t>(objects, rows->Row(), type) == kWanted &&
+            base::SameName(ContentOf<std::string>(objects, rows->Row(), named), name))
+            found.push_back(ContentOf<std::int32_t>(objects, rows->Row(), id));
+    return found;
+}
+
 }  // namespace
 
 std::vector<NewRelationship> Catalog::Relationships() const
@@ -163,6 +178,38 @@ void Catalog::Create(const NewRelationship& asked, base::Date now)
                       .created = now,
                       .properties = {}});
         InsertInheritedRights(changes, rights, id, kRelationshipsContainer, owner);
+    });
+}
+
+void Catalog::DeleteRelationship(std::string_view name, base::Date now)
+{
+    const std::vector<NewRelationship> all = Relationships();
+    const auto gone = std::find_if(all.begin(), all.end(), [&](const NewRelationship& one) {
+        return base::SameName(one.name, name);
+    });
+    if (gone == all.end()) throw NumberedError(3265);
+    NativeTable objects(pager_, kObjectsPage), rights(pager_, kRightsPage),
+        relationships(pager_, kRelationshipsPage);
+
+    // Whoever has one of them open goes on by the design that he has read.
+    std::vector<std::shared_ptr<const void>> kept;
+    std::vector<PageNumber> tables;
+    if ((gone->flags & kNotEnforced) == 0) {
+        tables.push_back(PageOf(*this, gone->referencing));
+        kept.push_back(pager_->KeepTable(tables.back(), gone->referencing));
+        if (!base::SameName(gone->referencing, gone->referenced)) {
+            tables.push_back(PageOf(*this, gone->referenced));
+            kept.push_back(pager_->KeepTable(tables.back(), gone->referenced));
+        }
+    }
+    pages::Write(*pager_, [&](pages::WriteSet& changes) {
+        if (!tables.empty()) RemoveRelationIndexes(changes, gone->name, tables.front());
+        for (const PageNumber table : tables)
+            Touch(changes, objects, table, now);
+        for (const format::RowId row : RowsWith(relationships, "szRelationship", gone->name))
+            relationships.Delete(changes, row);
+        for (const std::int32_t id : ObjectsNamed(objects, gone->name))
+            DeleteObject(changes, objects, rights, id);
     });
 }
 

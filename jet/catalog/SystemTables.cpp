@@ -83,6 +83,26 @@ void InsertObject(pages::WriteSet& changes, NativeTable& objects, const ObjectRo
     objects.Insert(changes, values.Values());
 }
 
+std::vector<format::RowId> RowsWith(const NativeTable& table, std::string_view column,
+                                    const base::Value& value)
+{
+    const std::size_t place = PlaceOf(table, column);
+    std::vector<format::RowId> found;
+    const auto rows = table.Scan();
+    while (rows->Next())
+        if (table.ValueOf(rows->Row(), place) == value) found.push_back(rows->Id());
+    return found;
+}
+
+void DeleteObject(pages::WriteSet& changes, NativeTable& objects, NativeTable& rights,
+                  std::int32_t id)
+{
+    for (const format::RowId row : RowsWith(rights, "ObjectId", id))
+        rights.Delete(changes, row);
+    for (const format::RowId row : RowsWith(objects, "Id", id))
+        objects.Delete(changes, row);
+}
+
 void InsertRights(pages::WriteSet& changes, NativeTable& rights, const RightsRow& row)
 {
     Row values(rights);

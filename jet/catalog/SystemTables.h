@@ -66,6 +66,12 @@ template <class T>
 }
 
 void InsertObject(pages::WriteSet& changes, table::NativeTable& objects, const ObjectRow& row);
+// Takes an object's row and the rows of its rights away.
+void DeleteObject(pages::WriteSet& changes, table::NativeTable& objects, table::NativeTable& rights,
+                  std::int32_t id);
+// The rows of a system table that have this value in this column.
+[[nodiscard]] std::vector<format::RowId>
+RowsWith(const table::NativeTable& table, std::string_view column, const base::Value& value);
 // An id for an object that has no definition page. Rule: they count up from 0x80000000.
 [[nodiscard]] std::int32_t NextObjectId(const table::NativeTable& objects);
 

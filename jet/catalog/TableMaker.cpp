@@ -108,6 +108,8 @@ void WriteDefinition(pages::WriteSet& changes, format::TableDefinition& table)
 void RewriteDefinition(pages::WriteSet& changes, table::JoinedDefinition definition)
 {
     const format::TableDefinitionWriter writer(std::move(definition.bytes), changes.Of().Version());
+    for (; definition.pages.size() > writer.PageCount(); definition.pages.pop_back())
+        changes.Free(definition.pages.back());
     WriteChain(changes, writer, definition.pages);
 }
 

@@ -43,7 +43,7 @@ void MakeMapsAndRoots(pages::WriteSet& changes, MapPages& maps, format::TableDef
 void WriteDefinition(pages::WriteSet& changes, format::TableDefinition& table);
 
 // The joined bytes of a definition that is there, changed, back to its pages; takes further ones
-// when they do not suffice.
+// when they do not suffice, and gives back those that it needs no longer.
 void RewriteDefinition(pages::WriteSet& changes, table::JoinedDefinition definition);
 
 }  // namespace jet::catalog

@@ -2,6 +2,7 @@
 #include "jet/dao/Core.h"
 
 #include "base/NumberedError.h"
+#include "jet/catalog/ConnectText.h"
 #include "jet/sql/TableRules.h"
 
 namespace dao {
@@ -20,6 +21,8 @@ jet::sql::TablePtr Core::Table(std::string_view name)
     const std::optional<CatalogEntry> entry = Entry(name);
     if (!entry) return nullptr;
     if (entry->kind == ObjectKind::LocalTable) return LocalTable(*entry);
+    if (entry->kind == ObjectKind::OdbcTable)
+        throw NumberedError(3170).At("table " + entry->name + " is linked through ODBC");
     if (entry->kind != ObjectKind::LinkedTable) return nullptr;
     return LinkedTable(catalog_.Link(name).value());
 }
@@ -53,8 +56,9 @@ jet::sql::TablePtr Core::LocalTable(const CatalogEntry& entry)
 
 jet::sql::TablePtr Core::LinkedTable(const jet::catalog::NewLink& link)
 {
-    // What does not begin with a semicolon names another kind of file.
-    if (!link.connect.empty() && link.connect.front() != ';') throw NumberedError(3170);
+    if (!jet::catalog::LeadsToOurKind(link.connect))
+        throw NumberedError(3170).At("table " + link.name + " is linked to " +
+                                     std::string(jet::catalog::KindIn(link.connect)));
     // A link leads to a table itself, so a ring of links has no end that could be missed.
     struct Linked {
         std::shared_ptr<Core> core;

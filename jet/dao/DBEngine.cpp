@@ -3,6 +3,7 @@
 
 #include "base/NumberedError.h"
 #include "base/Text.h"
+#include "jet/catalog/ConnectText.h"
 #include "jet/dao/WorkspaceState.h"
 #include "jet/io/StdFile.h"
 
@@ -87,9 +88,10 @@ std::shared_ptr<Core> DBEngine::State::Open(const std::string& path, const OpenW
             [engine = weak_from_this()](const jet::catalog::NewLink& link, bool toRead) {
                 const std::shared_ptr<State> alive = engine.lock();
                 if (!alive) throw NumberedError(3420);
-                return alive->Open(
-                    link.database,
-                    {.exclusive = false, .readOnly = toRead, .password = PasswordIn(link.connect)});
+                return alive->Open(link.database,
+                                   {.exclusive = false,
+                                    .readOnly = toRead,
+                                    .password = jet::catalog::PartOf(link.connect, "PWD")});
             },
             edited_);
     };

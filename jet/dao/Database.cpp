@@ -117,7 +117,8 @@ std::vector<std::string> Database::TableNames() const
     std::vector<std::string> names;
     for (const jet::catalog::CatalogEntry& entry : entries)
         if (entry.kind == jet::catalog::ObjectKind::LocalTable ||
-            entry.kind == jet::catalog::ObjectKind::LinkedTable)
+            entry.kind == jet::catalog::ObjectKind::LinkedTable ||
+            entry.kind == jet::catalog::ObjectKind::OdbcTable)
             names.push_back(entry.name);
     return names;
 }
@@ -130,7 +131,7 @@ dao::TableDef Database::TableDef(std::string_view name) const
     if (!table) throw NumberedError(3265);
     dao::TableDef made = TableDefOf(*table);
     if (const auto link = state.core->Catalog().Link(name))
-        made.SetLink(link->name, link->connect + ";DATABASE=" + link->database, link->table);
+        made.SetLink(link->name, ConnectOf(*link), link->table);
     return made;
 }
 
@@ -164,6 +165,22 @@ void Database::Append(const RelationDef& relation)
     if (!Updatable()) throw NumberedError(3027);
     state.Pages().Refresh();
     state.core->Catalog().Create(NewRelationshipOf(relation), state.session.now());
+}
+
+void Database::DeleteTableDef(std::string_view name)
+{
+    State& state = Opened(state_);
+    if (!Updatable()) throw NumberedError(3027);
+    state.Pages().Refresh();
+    state.core->Catalog().DeleteLink(name);
+}
+
+void Database::DeleteRelation(std::string_view name)
+{
+    State& state = Opened(state_);
+    if (!Updatable()) throw NumberedError(3027);
+    state.Pages().Refresh();
+    state.core->Catalog().DeleteRelationship(name, state.session.now());
 }
 
 Recordset Database::OpenRecordset(std::string_view source, RecordsetType type, int options)

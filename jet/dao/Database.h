@@ -34,14 +34,17 @@ public:
     // and ".set-aside". Rule: told by the instance that found it, until its last database closes.
     [[nodiscard]] bool HasSetJournalAside() const;
 
-    // Names of all tables, system tables included.
+    // Names of all tables, system tables and links of every kind included.
     [[nodiscard]] std::vector<std::string> TableNames() const;
     // A copy of a table's definition. Errors: 3265 no such table.
     [[nodiscard]] dao::TableDef TableDef(std::string_view name) const;
     // Creates the table in the file at once, or the link to one of another file.
     // Errors: those of opening the other file, 3011 no such table there, 3170 a file of another
-    //         kind; 3010, 3012, 3125, 3191, 3259, 3264, 3320, 3355, 3027.
+    //         kind, 3031 another password; 3010, 3012, 3125, 3191, 3259, 3264, 3320, 3355, 3027.
     void Append(const dao::TableDef& table);
+    // Takes a link out of this file at once; the table it leads to stays where it is, and whoever
+    // has it open goes on. Errors: 3265 no such table, 3251 a table of this file itself, 3027.
+    void DeleteTableDef(std::string_view name);
 
     [[nodiscard]] std::vector<RelationDef> Relations() const;
     // Creates the relationship in the file at once.
@@ -49,6 +52,10 @@ public:
     // Errors: 3012, 3011, 3018, 3615, 3015, 3201, 3284, 3001, 3125, 3027; 3262 or 3009 another
     //         program has one of the tables open.
     void Append(const RelationDef& relation);
+    // Takes the relationship out at once, with the indexes that nothing else needs.
+    // Errors: 3265 no such relationship, 3027; 3262 or 3009 another program has one of the tables
+    //         open.
+    void DeleteRelation(std::string_view name);
 
     // `source` is a table's name or SQL text.
     // Rule:   a table's name gives a table-type set, a SELECT a dynaset, unless `type` says

@@ -3,6 +3,7 @@
 
 #include "base/NumberedError.h"
 #include "base/Text.h"
+#include "jet/catalog/ConnectText.h"
 #include "jet/dao/FieldTypes.h"
 #include "jet/format/TableDefinitionLayout.h"
 #include "jet/sql/Parser.h"
@@ -83,7 +84,15 @@ NewColumn NewColumnOf(const FieldDef& field)
     return column;
 }
 
+constexpr std::string_view kDatabasePart = "DATABASE";
+
 }  // namespace
+
+std::string ConnectOf(const jet::catalog::NewLink& link)
+{
+    return jet::catalog::WithoutPart(link.connect, kDatabasePart) + ";" +
+           std::string(kDatabasePart) + "=" + link.database;
+}
 
 TableDef TableDefOf(const jet::catalog::OpenTable& table)
 {
@@ -157,15 +166,11 @@ jet::catalog::NewRelationship NewRelationshipOf(const RelationDef& relation)
 
 jet::catalog::NewLink NewLinkOf(const TableDef& table)
 {
-    constexpr std::string_view kDatabase = ";DATABASE=";
-    const std::string& connect = table.Connect();
-    std::size_t at = 0;
-    while (!base::SameName(connect.substr(at, kDatabase.size()), kDatabase))
-        if (++at >= connect.size()) throw NumberedError(3170);
     jet::catalog::NewLink link;
     link.name = table.Name();
-    link.database = connect.substr(at + kDatabase.size());
-    link.connect = connect.substr(0, at);
+    link.database = jet::catalog::PartOf(table.Connect(), kDatabasePart);
+    link.connect = jet::catalog::WithoutPart(table.Connect(), kDatabasePart);
+    if (link.database.empty()) throw NumberedError(3170);
     link.table = table.SourceTableName();
     return link;
 }

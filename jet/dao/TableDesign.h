@@ -11,6 +11,8 @@ namespace dao {
 [[nodiscard]] TableDef TableDefOf(const jet::catalog::OpenTable& table);
 // Errors: 3170 a link that names no database.
 [[nodiscard]] jet::catalog::NewLink NewLinkOf(const TableDef& table);
+// The whole connect string of a link that a file tells.
+[[nodiscard]] std::string ConnectOf(const jet::catalog::NewLink& link);
 
 // Errors: 3259 unknown type, 3017 a text too wide, 3001 a counter that is neither long nor GUID,
 //         3090 two counters, 3355 a default that is no expression, 3320 a rule that is none.

@@ -3,6 +3,7 @@
 
 #include "base/NumberedError.h"
 #include "base/Text.h"
+#include "jet/catalog/ConnectText.h"
 #include "jet/dao/WorkspaceState.h"
 
 #include <algorithm>
@@ -25,17 +26,6 @@ std::string WithExtension(const std::string& path)
 
 }  // namespace
 
-std::string_view PasswordIn(std::string_view connect)
-{
-    constexpr std::string_view kName = "pwd=";
-    while (!connect.empty()) {
-        const std::string_view part = connect.substr(0, connect.find(';'));
-        if (base::SameName(part.substr(0, kName.size()), kName)) return part.substr(kName.size());
-        connect.remove_prefix(std::min(connect.size(), part.size() + 1));
-    }
-    return {};
-}
-
 Workspace::Workspace(std::shared_ptr<State> state) : state_(std::move(state)) {}
 Workspace::Workspace(Workspace&&) noexcept = default;
 Workspace& Workspace::operator=(Workspace&&) noexcept = default;
@@ -50,8 +40,9 @@ Database Workspace::OpenDatabase(const std::string& path, bool exclusive, bool r
     if (base::Trim(path).empty()) throw NumberedError(3055);
     const std::string file = WithExtension(path);
     auto opened = std::make_shared<Database::State>();
-    opened->core = engine->Open(
-        file, {.exclusive = exclusive, .readOnly = readOnly, .password = PasswordIn(connect)});
+    opened->core = engine->Open(file, {.exclusive = exclusive,
+                                       .readOnly = readOnly,
+                                       .password = jet::catalog::PartOf(connect, "PWD")});
     opened->workspace = state_->number;
     opened->path = file;
     opened->readOnly = readOnly;

@@ -21,9 +21,6 @@ struct OpenWish {
     std::string_view password;
 };
 
-// The part "pwd=SECRET" of a connect string, whose parts stand between semicolons.
-[[nodiscard]] std::string_view PasswordIn(std::string_view connect);
-
 struct DBEngine::State : std::enable_shared_from_this<DBEngine::State> {
     EngineSettings settings;
     std::unique_ptr<jet::io::FileSystem> ownFiles;  // of this machine, unless others were given

@@ -226,12 +226,20 @@ void SortColumns(TableDefinition& table)
         Damaged("two columns of one number");
 }
 
-// Where the first variable column ever made is still there, it tells which rows are older.
+// Which rows are older than the first variable column ever made. Where that one is not there any
+// more, those whose every column had no variable one before it; fixed columns tell that too.
 std::uint16_t ColumnsBeforeVariable(const TableDefinition& table)
 {
-    for (const ColumnDefinition& column : table.columns)
+    std::uint16_t before = 0;
+    std::uint16_t first = table.columnCounter;  // the first variable column that is there
+    for (const ColumnDefinition& column : table.columns) {
         if (!column.fixed && column.variableIndex == 0) return column.number;
-    return 0;
+        if (!column.fixed) first = std::min(first, column.number);
+    }
+    for (const ColumnDefinition& column : table.columns)
+        if (column.fixed && column.variableIndex == 0 && column.number < first)
+            before = std::max(before, static_cast<std::uint16_t>(column.number + 1));
+    return before;
 }
 
 }  // namespace

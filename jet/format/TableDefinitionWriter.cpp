@@ -153,6 +153,19 @@ void InsertPart(std::vector<std::byte>& joined, std::size_t at, std::vector<std:
     WriteU32(joined, kDefinitionLength, static_cast<std::uint32_t>(joined.size()));
 }
 
+void ErasePart(std::vector<std::byte>& joined, std::size_t at, std::size_t length)
+{
+    RequireInside(joined.size(), at, length);
+    const auto from = joined.begin() + static_cast<std::ptrdiff_t>(at);
+    joined.erase(from, from + static_cast<std::ptrdiff_t>(length));
+    WriteU32(joined, kDefinitionLength, static_cast<std::uint32_t>(joined.size()));
+}
+
+void CountOneLess(std::vector<std::byte>& joined, std::size_t at)
+{
+    WriteU32(joined, at, ReadU32(joined, at) - 1);
+}
+
 void CountOneMore(std::vector<std::byte>& joined, std::size_t at)
 {
     WriteU32(joined, at, ReadU32(joined, at) + 1);
@@ -183,6 +196,31 @@ void AddNamedIndex(std::vector<std::byte>& joined, const NamedIndex& index, std:
     InsertPart(joined, BehindNames(joined, parts.indexNames, place, at.nameLength), name.Take());
     InsertPart(joined, parts.namedIndexes + place * at.namedIndex.size, block.Take());
     CountOneMore(joined, at.table.namedIndexes);
+}
+
+void RemoveTree(std::vector<std::byte>& joined, std::size_t tree, const FileVersion& version)
+{
+    const DefinitionLayout& at = *version.definition;
+    const PartsOfDefinition parts = PartsOf(joined, at);
+    for (std::size_t block = parts.namedIndexes; block < parts.indexNames;
+         block += at.namedIndex.size) {
+        const std::uint32_t number = ReadU32(joined, block + at.namedIndex.tree);
+        if (number > tree) WriteU32(joined, block + at.namedIndex.tree, number - 1);
+    }
+    ErasePart(joined, parts.trees + tree * at.index.size, at.index.size);
+    ErasePart(joined, at.table.statistics + tree * at.table.statisticsSize,
+              at.table.statisticsSize);
+    CountOneLess(joined, at.table.indexes);
+}
+
+void RemoveNamedIndex(std::vector<std::byte>& joined, std::size_t place, const FileVersion& version)
+{
+    const DefinitionLayout& at = *version.definition;
+    const PartsOfDefinition parts = PartsOf(joined, at);
+    const std::size_t name = BehindNames(joined, parts.indexNames, place, at.nameLength);
+    ErasePart(joined, name, BehindNames(joined, name, 1, at.nameLength) - name);
+    ErasePart(joined, parts.namedIndexes + place * at.namedIndex.size, at.namedIndex.size);
+    CountOneLess(joined, at.table.namedIndexes);
 }
 
 TableDefinitionWriter::TableDefinitionWriter(std::vector<std::byte> joined,

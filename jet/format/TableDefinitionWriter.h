@@ -53,4 +53,10 @@ void AddTree(std::vector<std::byte>& joined, const IndexDefinition& tree,
 void AddNamedIndex(std::vector<std::byte>& joined, const NamedIndex& index, std::size_t place,
                    const ColumnDefinition& anyColumn, const FileVersion& version);
 
+// Take them out again, by their place. Rule: the numbers by which named indexes tell their trees
+// stay true; a tree that goes must have no named index. Errors: 3343 as above.
+void RemoveTree(std::vector<std::byte>& joined, std::size_t tree, const FileVersion& version);
+void RemoveNamedIndex(std::vector<std::byte>& joined, std::size_t place,
+                      const FileVersion& version);
+
 }  // namespace jet::format

@@ -192,4 +192,17 @@ format::RowId UsageMap::Make(WriteSet& changes, PageNumber page)
     return {page, format::AppendRow(changes.Change(page), row)};
 }
 
+void UsageMap::Drop(WriteSet& changes, format::RowId where)
+{
+    const Page home = changes.Of().Read(where.page);
+    const format::Span row = MapBytes(home, where);
+    if (FormOf(row) == MapForm::Reference)
+        for (std::size_t at = 1; at + 4 <= row.size(); at += 4)
+            if (const std::uint32_t bitmap = format::ReadU32(row, at); bitmap != 0)
+                changes.Free(PageNumber{bitmap});
+    const format::MutableSpan page = changes.Change(where.page);
+    format::DeleteRow(page, where.slot);
+    if (format::DataPage(page).Empty()) changes.Free(where.page);
+}
+
 }  // namespace jet::pages

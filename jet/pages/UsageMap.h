@@ -26,6 +26,8 @@ public:
 
     // A new empty map row on the usage-map page `page` (which has room). Returns its place.
     [[nodiscard]] static format::RowId Make(WriteSet& changes, PageNumber page);
+    // Takes an empty map's row away, and its bitmap pages. Rule: its slot stays, as a deleted one.
+    static void Drop(WriteSet& changes, format::RowId where);
 
 private:
     Pager& pager_;

@@ -29,7 +29,10 @@ RowId RowPages::Append(format::Span row)
 {
     const PageNumber last = owned_.Last();
     if (last != PageNumber::None && Fits(last, row.size())) return PutOn(last, row, SlotKind::Row);
-    const RowId place = PutOn(NewPage(last), row, SlotKind::Row);
+    const std::optional<PageNumber> page = NewPageAbove(last);
+    // A full file may have room below: the order of entry is worth less than the row.
+    if (!page) return Put(row, SlotKind::Row);
+    const RowId place = PutOn(*page, row, SlotKind::Row);
     // It is the last page no more, and need not be kept for its slots' sake.
     if (last != PageNumber::None) SettleListing(last);
     return place;
@@ -104,6 +107,18 @@ RowId RowPages::PutOn(PageNumber page, format::Span row, SlotKind kind)
     const RowId place{page, format::AppendRow(Changed(page), row, kind)};
     SettleListing(page);
     return place;
+}
+
+// Nothing when the file is as large as its format lets it be, and has no free page there.
+std::optional<PageNumber> RowPages::NewPageAbove(PageNumber last)
+{
+    constexpr int kFileIsFull = 3036;
+    try {
+        return NewPage(last);
+    } catch (const base::NumberedError& error) {
+        if (error.Number() != kFileIsFull || last == PageNumber::None) throw;
+        return std::nullopt;
+    }
 }
 
 PageNumber RowPages::NewPage(PageNumber above)

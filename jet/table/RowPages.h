@@ -5,6 +5,8 @@
 #include "jet/format/DataPage.h"
 #include "jet/pages/UsageMap.h"
 
+#include <optional>
+
 namespace jet::table {
 
 using format::PageNumber;
@@ -29,7 +31,8 @@ public:
     RowPages(pages::WriteSet& changes, const PageOwner& owner);
 
     // Behind all others: on the last page, or on a new page above it.
-    // So storage order stays the order of entry.
+    // So storage order stays the order of entry, until the file is as large as it may be; then
+    // wherever there is room.
     RowId Append(format::Span row);
     // Wherever there is room.
     RowId Put(format::Span row, format::SlotKind kind);
@@ -46,6 +49,7 @@ private:
     [[nodiscard]] format::MutableSpan Changed(PageNumber page);
     [[nodiscard]] bool Fits(PageNumber page, std::size_t length) const;
     RowId PutOn(PageNumber page, format::Span row, format::SlotKind kind);
+    std::optional<PageNumber> NewPageAbove(PageNumber last);
     PageNumber NewPage(PageNumber above);
     void GiveBack(PageNumber page);
     void SettleListing(PageNumber page);

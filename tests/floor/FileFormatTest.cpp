@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// FileFormatTest: one day's work in the same shop, kept in a file of Access 97 and in one of
-// Access 2000.
+// FileFormatTest: one day's work in the same shop, kept in a file of Access 97, in one of Access
+// 2000 and in an encoded one of Access 97.
 #include "base/Calendar.h"
 #include "jet/io/StdFile.h"
 #include "tests/support/IntegrityExpectations.h"
@@ -21,13 +21,15 @@ using lodrin::LDTotals;
 
 // A shop of its own in a folder of the machine.
 struct OneShop {
-    explicit OneShop(const jet::format::FileVersion& format) : file(folder.Path() / "Kelvaro.mdb")
+    explicit OneShop(const jet::format::FileVersion& format, bool encoded = false)
+        : file(folder.Path() / "Kelvaro.mdb")
     {
         tools::shop::SampleShop wishes;
         wishes.history = 120;
         wishes.orders = 20;
         wishes.today = base::DateFrom({2004, 3, 15});
         wishes.format = &format;
+        wishes.encoded = encoded;
         jet::io::StdFileSystem files;
         tools::shop::MakeSampleShop(files, file.string(), wishes, [](std::string_view, int) {});
         world = std::make_unique<ShopWorld>(folder.Path());
@@ -58,14 +60,15 @@ protected:
     {
         jet3.WorkADay();
         jet4.WorkADay();
+        encoded3.WorkADay();
     }
 
-    OneShop jet3{jet::format::kJet3}, jet4{jet::format::kJet4};
+    OneShop jet3{jet::format::kJet3}, jet4{jet::format::kJet4}, encoded3{jet::format::kJet3, true};
 };
 
-TEST_F(FileFormatTest, TheDayIsStoredInBoth)
+TEST_F(FileFormatTest, TheDayIsStoredInAll)
 {
-    for (const OneShop* shop : {&jet3, &jet4}) {
+    for (const OneShop* shop : {&jet3, &jet4, &encoded3}) {
         ShopWorld& world = *shop->world;
         EXPECT_TRUE(world.Reports().empty());
         EXPECT_TRUE(world.fakes.prompts.Pending().empty());
@@ -82,9 +85,10 @@ TEST_F(FileFormatTest, TheDayIsStoredInBoth)
     }
 }
 
-TEST_F(FileFormatTest, BothHoldTheSameRows)
+TEST_F(FileFormatTest, AllHoldTheSameRows)
 {
     Contents found = jet3.world->Stored(), expected = jet4.world->Stored();
+    EXPECT_TRUE(encoded3.world->Stored() == found);
     // A part's weight is a decimal, which Jet 3 lacks.
     EXPECT_EQ(found.at("Part").size(), expected.at("Part").size());
     found.erase("Part");
@@ -92,12 +96,14 @@ TEST_F(FileFormatTest, BothHoldTheSameRows)
     EXPECT_TRUE(found == expected);
     jet3.world.reset();
     jet4.world.reset();
+    encoded3.world.reset();
     jet::io::StdFileSystem files;
     EXPECT_SPOTLESS(files, jet3.file.string());
     EXPECT_SPOTLESS(files, jet4.file.string());
+    EXPECT_SPOTLESS(files, encoded3.file.string());
 }
 
-TEST_F(FileFormatTest, TheOtherReaderFindsTheSameRowsInBoth)
+TEST_F(FileFormatTest, TheOtherReaderFindsTheSameRowsInAll)
 {
     if (!MdbExportIsInstalled()) GTEST_SKIP() << "mdb-export is not installed";
     std::vector<std::string> tables = MdbTables(jet4.file), same = MdbTables(jet3.file);
@@ -112,6 +118,10 @@ TEST_F(FileFormatTest, TheOtherReaderFindsTheSameRowsInBoth)
             for (ExportedRow& row : *rows)
                 row.erase("Weight");
         EXPECT_TRUE(found == expected) << table;
+        std::vector<ExportedRow> encoded = MdbExport(encoded3.file, table);
+        for (ExportedRow& row : encoded)
+            row.erase("Weight");
+        EXPECT_TRUE(encoded == expected) << table;
     }
 }
 

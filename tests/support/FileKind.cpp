@@ -35,6 +35,7 @@ FileKind ShopKind()
     if (word == "jet3") return FileKind::Jet3;
     if (word == "jet4") return FileKind::Jet4;
     if (word == "encoded") return FileKind::EncodedJet4;
+    if (word == "encoded3") return FileKind::EncodedJet3;
     throw std::logic_error("no kind of shop: " + std::string(word));
 }
 

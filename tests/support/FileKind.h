@@ -21,7 +21,7 @@ enum class FileKind { Jet3, Jet4, EncodedJet3, EncodedJet4 };
 void CreateDatabase(dao::DBEngine& engine, const std::string& path, FileKind kind);
 
 // The kind in which the shops of ShopWorld are made: LODRIN_TEST_SHOP in the environment says jet3,
-// jet4 (which holds when it says nothing) or encoded, an encoded Jet 4 file.
+// jet4 (which holds when it says nothing), encoded or encoded3, encoded files of Jet 4 and Jet 3.
 // Rule: std::logic_error for any other word.
 [[nodiscard]] FileKind ShopKind();
 

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Tests of tables that lie in another database file.
+#include "jet/catalog/Catalog.h"
+#include "jet/catalog/SystemTables.h"
 #include "jet/io/StdFile.h"
 #include "tests/jet/dao/DaoFixture.h"
 #include "tests/support/IntegrityExpectations.h"
@@ -54,6 +56,29 @@ protected:
         rows["Name"] = name;
         rows["Price"] = price;
         rows.Update();
+    }
+
+    // A link as another program left it in this file.
+    void MakeForeign(const char* name, jet::catalog::ObjectType type, const char* connect,
+                     const char* path)
+    {
+        database.Append(Link(name, "Parts"));
+        ChangeObject(
+            name,
+            {{"Type", static_cast<std::int16_t>(type)}, {"Connect", connect}, {"Database", path}});
+    }
+
+    void ChangeObject(const char* name, const std::vector<std::pair<const char*, Value>>& values)
+    {
+        database.Close();
+        const auto pager = jet::pages::Pager::Open(files, kFile, jet::io::OpenMode::ReadWrite);
+        jet::table::NativeTable objects(pager, jet::catalog::kObjectsPage);
+        std::vector<jet::table::Assignment> assignments;
+        for (const auto& [column, value] : values)
+            assignments.push_back({jet::catalog::PlaceOf(objects, column), value});
+        for (const auto row : jet::catalog::RowsWith(objects, "Name", name))
+            objects.Update(row, assignments);
+        database = engine.DefaultWorkspace().OpenDatabase(kFile);
     }
 
     Database other;
@@ -280,6 +305,134 @@ TEST_P(LinkedTableTest, LinkMustLeadToATable)
     EXPECT_EQ(ErrorOf([&] { database.Append(sheet); }), 3170);
     // Links do not lead to links.
     EXPECT_EQ(ErrorOf([&] { database.Append(Link("Ring", "PartsThere", kFile)); }), 3011);
+}
+
+TEST_P(LinkedTableTest, LinkToAFileOfAnotherKindIsToldAndHindersNothingElse)
+{
+    using jet::catalog::ObjectType;
+    MakeForeign("Sheet", ObjectType::LinkedTable, "Excel 8.0;HDR=YES;IMEX=2;PWD=x",
+                "/shop/Prices.xls");
+    MakeForeign("List", ObjectType::LinkedTable, "Text;DSN=List;FMT=Delimited", "/shop");
+    MakeForeign("Old", ObjectType::LinkedTable, "dBase 5.0;", "/shop");
+    MakeForeign("dbo_Orders", ObjectType::LinkedTable, "ODBC;DSN=Orders;UID=shop", "");
+    const std::vector<std::string> names = database.TableNames();
+    const std::string missing = "3170 " + base::ErrorText(3170);
+    for (const char* link : {"Sheet", "List", "Old", "dbo_Orders"}) {
+        EXPECT_NE(std::find(names.begin(), names.end(), link), names.end()) << link;
+        EXPECT_EQ(FailureOf([&] { static_cast<void>(Open(link)); }), missing) << link;
+        const std::string select = std::string("SELECT * FROM ") + link;
+        EXPECT_EQ(FailureOf([&] { static_cast<void>(Open(select)); }), missing) << link;
+        EXPECT_EQ(ErrorOf([&] { static_cast<void>(database.TableDef(link)); }), 3170) << link;
+        EXPECT_EQ(ErrorOf([&] { database.Append(Link(link, "Parts")); }), 3010) << link;
+    }
+    // What is told names the kind, and no password.
+    try {
+        static_cast<void>(Open("Sheet"));
+    } catch (const base::NumberedError& error) {
+        EXPECT_EQ(error.Detail(), "table Sheet is linked to Excel 8.0");
+    }
+    Add(1, "Ann");
+    AddPart("Bumper", {1});
+    database.DeleteTableDef("Sheet");
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(Open("Sheet")); }), 3078);
+}
+
+// Such a table has a definition of its own here, which says what its fields are, and no rows.
+TEST_P(LinkedTableTest, TableOfAServerIsListedAndRefused)
+{
+    TableDef copy("dbo_Parts");
+    copy.Append(TableDef::CreateField("Name", FieldType::Text, 30));
+    database.Append(copy);
+    ChangeObject("dbo_Parts", {{"Type", static_cast<std::int16_t>(4)},
+                               {"Flags", std::int32_t{0x20100000}},
+                               {"Connect", "DSN=Parts;UID=shop;DATABASE=Parts"},
+                               {"ForeignName", "dbo.Parts"}});
+    const std::vector<std::string> names = database.TableNames();
+    EXPECT_NE(std::find(names.begin(), names.end(), "dbo_Parts"), names.end());
+    const std::string missing = "3170 " + base::ErrorText(3170);
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(Open("dbo_Parts")); }), missing);
+    EXPECT_EQ(FailureOf([&] { database.Execute("INSERT INTO dbo_Parts VALUES ('x')"); }), missing);
+    EXPECT_EQ(ErrorOf([&] { database.DeleteTableDef("dbo_Parts"); }), 3251);
+    Add(1, "Ann");
+    AddPart("Bumper", {1});
+}
+
+TEST_P(LinkedTableTest, LinkIsDeletedAndTheTableThereStays)
+{
+    AddPart("Bumper", {1});
+    database.Append(Link("Again", "Parts"));
+    {
+        Recordset open = Open("PartsThere");
+        database.DeleteTableDef("partsthere");
+        EXPECT_EQ(open["Name"].Value(), Value("Bumper"));
+    }
+    EXPECT_EQ(ErrorOf([&] { static_cast<void>(Open("PartsThere")); }), 3078);
+    EXPECT_EQ(Open("Again").RecordCount(), 1);
+    EXPECT_EQ(other.OpenRecordset("Parts").RecordCount(), 1);
+    EXPECT_EQ(ErrorOf([&] { database.DeleteTableDef("PartsThere"); }), 3265);
+    EXPECT_EQ(ErrorOf([&] { database.DeleteTableDef("LDEmp"); }), 3251);
+    database.Append(Link("PartsThere", "Parts"));
+    EXPECT_EQ(Open("PartsThere").RecordCount(), 1);
+    database.Close();
+    database = engine.DefaultWorkspace().OpenDatabase(kFile, false, true);
+    EXPECT_EQ(ErrorOf([&] { database.DeleteTableDef("PartsThere"); }), 3027);
+}
+
+// The other file has a password.
+class GuardedLinkTest : public DaoKindTest {
+protected:
+    GuardedLinkTest()
+    {
+        jet::catalog::Catalog::CreateDatabase(
+            files, kGuarded, IsJet3(GetParam()) ? jet::format::kJet4 : jet::format::kJet3,
+            {.password = "Sesame 7"});
+        Database other =
+            engine.DefaultWorkspace().OpenDatabase(kGuarded, false, false, ";pwd=Sesame 7");
+        TableDef parts("Parts");
+        parts.Append(TableDef::CreateField("Name", FieldType::Text, 30));
+        other.Append(parts);
+        other.Execute("INSERT INTO Parts VALUES ('Bumper')", kFailOnError);
+    }
+
+    int Linking(const std::string& connect)
+    {
+        TableDef link("PartsThere");
+        link.SetLink("PartsThere", connect, "Parts");
+        return ErrorOf([&] { database.Append(link); });
+    }
+
+    static constexpr const char* kGuarded = "/shop/Guarded.mdb";
+};
+INSTANTIATE_TEST_SUITE_P(Kinds, GuardedLinkTest, testing::Values(FileKind::Jet3, FileKind::Jet4),
+                         [](const auto& each) { return NameOf(each.param); });
+
+TEST_P(GuardedLinkTest, PasswordStandsInTheLink)
+{
+    for (const char* connect :
+         {"MS Access;PWD=Sesame 7;DATABASE=/shop/Guarded.mdb",
+          ";PWD=Sesame 7;DATABASE=/shop/Guarded.mdb", ";DATABASE=/shop/Guarded.mdb;PWD=Sesame 7",
+          "PWD=Sesame 7;database=/shop/Guarded.mdb;",
+          "ms access;pwd=Sesame 7;TABLE=Parts;DATABASE=/shop/Guarded.mdb"}) {
+        ASSERT_EQ(Linking(connect), 0) << connect;
+        EXPECT_EQ(Open("PartsThere")["Name"].Value(), Value("Bumper")) << connect;
+        // As it is read, so it can be made again.
+        const TableDef told = database.TableDef("PartsThere");
+        database.DeleteTableDef("PartsThere");
+        database.Append(told);
+        database.Execute("UPDATE PartsThere SET Name = 'Bumper'", kFailOnError);
+        EXPECT_EQ(database.RecordsAffected(), 1);
+        database.DeleteTableDef("PartsThere");
+    }
+}
+
+TEST_P(GuardedLinkTest, WrongPasswordIsRefused)
+{
+    for (const char* connect :
+         {";DATABASE=/shop/Guarded.mdb", ";PWD=sesame 7;DATABASE=/shop/Guarded.mdb",
+          "MS Access;PWD=;DATABASE=/shop/Guarded.mdb"})
+        EXPECT_EQ(Linking(connect), 3031) << connect;
+    EXPECT_EQ(Linking("MS Access;PWD=Sesame 7"), 3170);
+    EXPECT_EQ(Linking("Excel 8.0;PWD=Sesame 7;DATABASE=/shop/Guarded.mdb"), 3170);
 }
 
 TEST_P(LinkedTableTest, LinkMayLeadIntoItsOwnFile)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Tests of what is refused because it is too large: rows, fields, a full disk, a full file.
+#include "jet/format/DataPage.h"
 #include "jet/io/StdFile.h"
+#include "jet/pages/MapRow.h"
 #include "jet/pages/WriteSet.h"
 #include "tests/jet/dao/DaoFixture.h"
 #include "tests/support/FaultFileSystem.h"
@@ -189,6 +191,108 @@ TEST_P(FullFileTest, FileDoesNotGrowBeyondItsFormat)
               "3036 Database has reached maximum size.");
     changes.Commit();
     EXPECT_EQ(std::filesystem::file_size(path), limit);
+}
+
+// The shop's own way to that limit: rows are added until no more go in.
+class NearlyFullFileTest : public testing::TestWithParam<FileKind> {
+protected:
+    // A file of two fields and few rows that has this many pages left to grow by; all others are
+    // in use, as far as its map of free pages tells.
+    void Make(std::uint32_t pagesLeft)
+    {
+        tests::CreateDatabase(engine_, path_, GetParam());
+        TableDef table("Jobs");
+        table.Append(TableDef::CreateField("Id", FieldType::Long));
+        table.Append(TableDef::CreateField("Note", FieldType::Text, 255));
+        table.Append(Primary("Id"));
+        engine_.DefaultWorkspace().OpenDatabase(path_).Append(table);
+        const std::uintmax_t page = IsJet3(GetParam()) ? 2048 : 4096;
+        const std::uint32_t size =
+            static_cast<std::uint32_t>(std::filesystem::file_size(path_) / page);
+        const std::uintmax_t limit = std::uintmax_t{1} << (IsJet3(GetParam()) ? 30 : 31);
+        std::filesystem::resize_file(path_, limit - page * pagesLeft);
+        UseAllPages(size);
+    }
+
+    // The map of free pages, spread over bitmap pages from `first` on.
+    void UseAllPages(std::uint32_t first)
+    {
+        const auto pager = jet::pages::Pager::Open(disk_, path_, jet::io::OpenMode::ReadWrite);
+        const std::uint32_t each = jet::pages::PagesPerBitmap(pager->Version().pageSize);
+        jet::pages::WriteSet changes(*pager);
+        const jet::format::MutableSpan map =
+            jet::format::RowBytes(changes.Change(jet::format::PageNumber{1}), 0);
+        std::fill(map.begin(), map.end(), std::byte{0});
+        map[0] = std::byte{1};
+        for (std::uint32_t i = 0; std::uint64_t{i} * each < pager->PageCount(); ++i) {
+            jet::format::WriteU32(map, 1 + std::size_t{4} * i, first + i);
+            const jet::format::MutableSpan bitmap =
+                changes.Change(jet::format::PageNumber{first + i});
+            jet::format::WriteU32(bitmap, 0, jet::pages::kBitmapPageStart);
+            for (std::uint32_t bit = 0; bit < each; ++bit)
+                if (std::uint64_t{i} * each + bit >= pager->PageCount())
+                    jet::pages::SetBit(bitmap.subspan(jet::pages::kBitmapPageHead), bit, true);
+        }
+        changes.Commit();
+    }
+
+    static std::string NoteOf(int id) { return std::to_string(id) + std::string(200, 'n'); }
+
+    // Adds rows from `id` on until one is refused; the number of the first that was not stored.
+    int AddUntilFull(Database& database, int id)
+    {
+        Recordset rows = database.OpenRecordset("Jobs");
+        for (;; ++id) {
+            rows.AddNew();
+            rows["Id"] = id;
+            rows["Note"] = NoteOf(id);
+            const std::string failure = FailureOf([&] { rows.Update(); });
+            if (failure.empty()) continue;
+            EXPECT_EQ(failure, "3036 Database has reached maximum size.");
+            rows.CancelUpdate();
+            return id;
+        }
+    }
+
+    tests::ScratchFolder scratch_;
+    std::string path_ = (scratch_.Path() / "Full.mdb").string();
+    jet::io::StdFileSystem disk_;
+    DBEngine engine_{{[] { return kNow; }}, disk_};
+};
+INSTANTIATE_TEST_SUITE_P(Kinds, NearlyFullFileTest, testing::Values(FileKind::Jet3, FileKind::Jet4),
+                         [](const auto& each) { return NameOf(each.param); });
+
+TEST_P(NearlyFullFileTest, RowThatFindsNoRoomIsToldAndNoOtherIsLost)
+{
+    constexpr int kPagesLeft = 12;
+    Make(kPagesLeft);
+    int stored = 0;
+    {
+        Database database = engine_.DefaultWorkspace().OpenDatabase(path_);
+        stored = AddUntilFull(database, 0);
+        EXPECT_GT(stored, 5 * kPagesLeft);
+        // It stays so, and nothing else is hindered.
+        EXPECT_EQ(AddUntilFull(database, stored), stored);
+        database.Execute("UPDATE Jobs SET Note = 'x' WHERE Id = 3", kFailOnError);
+    }
+    Database database = engine_.DefaultWorkspace().OpenDatabase(path_);
+    Recordset rows = database.OpenRecordset("SELECT * FROM Jobs ORDER BY Id");
+    for (int id = 0; id < stored; ++id, rows.MoveNext()) {
+        ASSERT_EQ(rows["Id"].Value(), Value(id));
+        EXPECT_EQ(rows["Note"].Value(), Value(id == 3 ? std::string("x") : NoteOf(id)));
+    }
+    EXPECT_TRUE(rows.Eof());
+    // Where rows go there is room again, though it lies before the last row.
+    database.Execute("DELETE FROM Jobs WHERE Id < " + std::to_string(stored / 2), kFailOnError);
+    const int again = AddUntilFull(database, stored);
+    EXPECT_GT(again, stored + stored / 4);
+    rows = database.OpenRecordset("SELECT Count(*) AS N FROM Jobs");
+    EXPECT_EQ(rows["N"].Value(), Value(again - stored / 2));
+    rows.Close();
+    database.Close();
+    EXPECT_LE(std::filesystem::file_size(path_),
+              std::uintmax_t{1} << (IsJet3(GetParam()) ? 30 : 31));
+    EXPECT_CLEAN(disk_, path_);
 }
 
 }  // namespace

@@ -2,6 +2,11 @@
 // Tests of the making of relationships between tables that are there.
 #include "jet/catalog/Catalog.h"
 #include "tests/jet/dao/RelationshipFixture.h"
+#include "tests/support/IntegrityExpectations.h"
+#include "tests/support/MdbExport.h"
+#include "tests/support/Samples.h"
+
+#include <fstream>
 
 namespace dao {
 namespace {
@@ -113,6 +118,150 @@ TEST_P(RelationshipDesignTest, TableThatAnotherProgramHasOpenIsNotRedesigned)
     EXPECT_EQ(theirs.OpenRecordset("Orders").RecordCount(), 0);
     EXPECT_EQ(ErrorOf([&] { theirs.Execute("INSERT INTO Orders VALUES (1, 9)", kFailOnError); }),
               3201);
+}
+
+TEST_P(RelationshipDesignTest, DeletedRelationshipHoldsNoLonger)
+{
+    Relate(kRelationDeleteCascade);
+    Fill();
+    database.DeleteRelation("customersorders");
+    ASSERT_EQ(database.Relations().size(), 1U);
+    EXPECT_EQ(database.Relations()[0].name, "OrdersLines");
+    Run("INSERT INTO Orders VALUES (12, 99)");
+    Run("DELETE FROM Customers");
+    EXPECT_EQ(All("Orders", "Number"), (Texts{"10", "11", "12"}));
+    // The other one does.
+    EXPECT_EQ(Failing("INSERT INTO Lines VALUES (77, 1)"),
+              "3201 " + base::ErrorText(3201, {"Orders"}));
+    Run("DELETE FROM Orders WHERE Number = 10");
+    EXPECT_EQ(All("Lines", "Hrs"), (Texts{"3", "4"}));
+    EXPECT_EQ(ErrorOf([&] { database.DeleteRelation("CustomersOrders"); }), 3265);
+    database.DeleteRelation("OrdersLines");
+    EXPECT_TRUE(database.Relations().empty());
+    Run("INSERT INTO Lines VALUES (77, 1)");
+}
+
+TEST_P(RelationshipDesignTest, RelationshipIsMadeAgainAfterItWasDeleted)
+{
+    Relate(0);
+    Fill();
+    const std::size_t size = files.Content(kFile).size();
+    for (int i = 0; i < 5; ++i) {
+        database.DeleteRelation("CustomersOrders");
+        EXPECT_SPOTLESS(files, kFile);
+        database.Append(OrdersOfCustomers(kRelationUpdateCascade));
+        EXPECT_SPOTLESS(files, kFile);
+    }
+    // What was given back is used again.
+    EXPECT_LE(files.Content(kFile).size(), size + 4096U);
+    Run("UPDATE Customers SET Id = 5 WHERE Id = 1");
+    EXPECT_EQ(All("Orders", "Customer"), (Texts{"5", "5"}));
+}
+
+TEST_P(RelationshipDesignTest, IndexThatOthersNeedStaysWhenARelationshipGoes)
+{
+    Relate(0);
+    RelationDef second = OrdersOfCustomers(0);
+    second.name = "Second";
+    database.Append(second);
+    Fill();
+    database.DeleteRelation("CustomersOrders");
+    EXPECT_EQ(Failing("INSERT INTO Orders VALUES (12, 99)"),
+              "3201 " + base::ErrorText(3201, {"Customers"}));
+    database.DeleteRelation("Second");
+    Run("INSERT INTO Orders VALUES (12, 99)");
+    EXPECT_EQ(database.TableDef("Orders").Indexes().size(), 1U);
+    EXPECT_EQ(Failing("INSERT INTO Orders VALUES (12, 1)"), "3022 " + base::ErrorText(3022));
+    EXPECT_EQ(Failing("INSERT INTO Lines VALUES (77, 1)"),
+              "3201 " + base::ErrorText(3201, {"Orders"}));
+}
+
+TEST_P(RelationshipDesignTest, RelationshipOfATableToItselfIsDeleted)
+{
+    MakeStaff(0);
+    Run("INSERT INTO Staff VALUES (1, Null)");
+    Run("INSERT INTO Staff VALUES (2, 1)");
+    database.DeleteRelation("StaffStaff");
+    Run("INSERT INTO Staff VALUES (3, 99)");
+    Run("DELETE FROM Staff WHERE Id = 1");
+}
+
+TEST_P(RelationshipDesignTest, RelationshipThatIsNotEnforcedIsDeleted)
+{
+    database.Append(OrdersOfCustomers(kRelationDontEnforce));
+    database.DeleteRelation("CustomersOrders");
+    EXPECT_TRUE(database.Relations().empty());
+}
+
+TEST_P(RelationshipDesignTest, NoRelationshipIsDeletedThatAnotherProgramUses)
+{
+    Relate(0);
+    DBEngine theirEngine(SettingsOf("BAY-2"), files);
+    Database theirs = theirEngine.DefaultWorkspace().OpenDatabase(kFile);
+    {
+        Recordset open = theirs.OpenRecordset("Customers");
+        EXPECT_EQ(ErrorOf([&] { database.DeleteRelation("CustomersOrders"); }), 3262);
+        EXPECT_EQ(database.Relations().size(), 2U);
+    }
+    database.DeleteRelation("CustomersOrders");
+    theirs.Execute("INSERT INTO Orders VALUES (1, 9)", kFailOnError);
+}
+
+TEST_P(RelationshipDesignTest, SetThatIsOpenGoesOnWithoutTheRelationship)
+{
+    Relate(0);
+    Fill();
+    Recordset orders = Open("Orders");
+    database.DeleteRelation("CustomersOrders");
+    orders.Edit();
+    orders["Customer"] = std::int32_t{5};
+    orders.Update();
+    EXPECT_EQ(orders["Customer"].Value(), base::Value(std::int32_t{5}));
+}
+
+TEST_P(RelationshipDesignTest, DefinitionGivesItsFurtherPagesBack)
+{
+    TableDef wide("Wide");
+    for (int i = 0; i < 25; ++i)
+        wide.Append(
+            TableDef::CreateField("Reference number " + std::to_string(100 + i), FieldType::Long));
+    database.Append(wide);
+    const auto named = [](int i) {
+        return "Relationship of the field Reference number " + std::to_string(100 + i);
+    };
+    for (int i = 0; i < 25; ++i)
+        database.Append(RelationDef{named(i),
+                                    "Customers",
+                                    "Wide",
+                                    0,
+                                    {{"Id", "Reference number " + std::to_string(100 + i)}}});
+    Run("INSERT INTO Customers VALUES (1, 'Ann')");
+    Run("INSERT INTO Wide ([Reference number 124]) VALUES (1)");
+    // Not in the order in which they were made.
+    for (int i = 0; i < 24; ++i)
+        database.DeleteRelation(named(i * 7 % 24));
+    Run("INSERT INTO Wide ([Reference number 100]) VALUES (2)");
+    EXPECT_EQ(Failing("INSERT INTO Wide ([Reference number 124]) VALUES (2)"),
+              "3201 " + base::ErrorText(3201, {"Customers"}));
+    EXPECT_EQ(Failing("DELETE FROM Customers"), "3200 " + base::ErrorText(3200, {"Wide"}));
+}
+
+TEST_P(RelationshipDesignTest, OtherReaderReadsTheTablesAfterARelationshipIsGone)
+{
+    if (!tests::MdbExportIsInstalled()) GTEST_SKIP() << "mdb-export is not installed";
+    Relate(0);
+    Fill();
+    database.DeleteRelation("CustomersOrders");
+    const tests::ScratchFolder folder;
+    const std::filesystem::path copy = folder.Path() / "copy.mdb";
+    {
+        std::ofstream out(copy, std::ios::binary);
+        for (const std::byte byte : files.Content(kFile))
+            out.put(static_cast<char>(byte));
+    }
+    EXPECT_EQ(tests::MdbExport(copy, "Orders").size(), 2U);
+    EXPECT_EQ(tests::MdbExport(copy, "Customers")[1].at("Name"), "Bob");
+    EXPECT_EQ(tests::MdbExport(copy, "MSysRelationships").size(), 1U);
 }
 
 TEST_P(RelationshipDesignTest, ManyRelationshipsMakeTheDefinitionGrow)

@@ -122,6 +122,48 @@ TEST_P(OldShapeTest, FieldsRemovedLeaveTheOthersInTheirPlaces)
     EXPECT_EQ(RowNumber(2), (RowValues{3, "Hull", "new"}));
 }
 
+// Their first rows have no table of offsets; what they end with is no number of texts.
+TEST_P(OldShapeTest, TableWithoutTextsGetsOneLosesItAndGetsAnother)
+{
+    jet::catalog::NewTable design;
+    design.name = "Times";
+    design.columns = {Column("ID", ColumnType::Long), Column("Hours", ColumnType::Double)};
+    jobs_ = Make(design);
+    // Numbers whose last bytes could be taken for a count of offsets and for offsets.
+    const RowId first = jobs_->Insert(Assignments({1, 0x1.0004000500060p+1}));
+    jobs_->Insert(Assignments({2, -1e300}));
+    definition_ = jobs_->Definition();
+    AddField("Name", columns_[2]);
+    Redesign();
+    jobs_->Insert(Assignments({3, 3.5, "Cid"}));
+    EXPECT_EQ(RowNumber(0), (RowValues{1, 0x1.0004000500060p+1, {}}));
+    EXPECT_EQ(RowNumber(2), (RowValues{3, 3.5, "Cid"}));
+    definition_ = jobs_->Definition();
+    RemoveField("Name");
+    Redesign();
+    EXPECT_EQ(RowNumber(0), (RowValues{1, 0x1.0004000500060p+1}));
+    EXPECT_EQ(RowNumber(2), (RowValues{3, 3.5}));
+    jobs_->Insert(Assignments({4, 4.5}));
+    definition_ = jobs_->Definition();
+    AddField("Town", columns_[3]);
+    AddField("Note", columns_[3]);
+    Redesign();
+    EXPECT_EQ(RowNumber(0), (RowValues{1, 0x1.0004000500060p+1, {}, {}}));
+    EXPECT_EQ(RowNumber(1), (RowValues{2, -1e300, {}, {}}));
+    EXPECT_EQ(RowNumber(2), (RowValues{3, 3.5, {}, {}}));
+    EXPECT_EQ(RowNumber(3), (RowValues{4, 4.5, {}, {}}));
+    const std::vector<jet::table::Assignment> values{{2, "York"}};
+    jobs_->Update(first, values);
+    jobs_->Insert(Assignments({5, 5.5, "Hull", "x"}));
+    EXPECT_EQ(RowNumber(0), (RowValues{1, 0x1.0004000500060p+1, "York", {}}));
+    EXPECT_EQ(RowNumber(4), (RowValues{5, 5.5, "Hull", "x"}));
+    // A field that tells of rows as old as that.
+    definition_ = jobs_->Definition();
+    RemoveField("Hours");
+    Redesign();
+    EXPECT_EQ(RowNumber(1), (RowValues{2, {}, {}}));
+}
+
 TEST_P(OldShapeTest, RemovedAndAddedAgainIsAnotherField)
 {
     RemoveField("Name");

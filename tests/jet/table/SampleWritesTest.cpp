@@ -3,6 +3,7 @@
 #include "jet/io/MemoryFile.h"
 #include "jet/table/NativeTable.h"
 #include "tests/support/ExpectedTables.h"
+#include "tests/support/ForeignRows.h"
 #include "tests/support/IntegrityExpectations.h"
 #include "tests/support/MdbExport.h"
 #include "tests/support/Samples.h"
@@ -155,55 +156,6 @@ TEST_P(SampleWritesTest, TextsThatGrewAndShrankBackAreAsBefore)
     EXPECT_CLEAN(files_, file_);
 }
 
-// The rows of a table as the command mdb-json prints them.
-std::vector<Json> ForeignRows(const std::string& file, const std::string& table)
-{
-    const std::string command =
-        "mdb-json -D %Y-%m-%dT%H:%M:%S -T %Y-%m-%dT%H:%M:%S '" + file + "' '" + table + "'";
-    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
-    if (!pipe) throw std::runtime_error("mdb-json does not start");
-    std::string output;
-    std::array<char, 4096> part{};
-    while (const std::size_t length = std::fread(part.data(), 1, part.size(), pipe.get()))
-        output.append(part.data(), length);
-    std::vector<Json> rows;
-    for (std::size_t begin = 0, end = 0; (end = output.find('\n', begin)) != std::string::npos;
-         begin = end + 1)
-        rows.push_back(tests::ParseJson(output.substr(begin, end - begin)));
-    return rows;
-}
-
-// The other reader asks where a code page has a code without a character; we keep the code.
-Value WithoutUnassigned(const Value& value, const jet::format::ColumnDefinition& column)
-{
-    const std::string* text = value.As<std::string>();
-    if (text == nullptr || column.codePage == 0) return value;
-    std::string asked = *text;
-    for (const char* unassigned : {"\xC2\x81", "\xC2\x8D", "\xC2\x8F", "\xC2\x90", "\xC2\x9D"})
-        for (std::size_t at = 0; (at = asked.find(unassigned)) != std::string::npos;)
-            asked.replace(at, 2, "?");
-    return asked;
-}
-
-// Whether both readers found the same; the other one leaves nulls and empty texts out, and writes
-// booleans as numbers.
-bool Agree(ColumnType type, const Value& value, const tests::JsonObject& row,
-           const std::string& name)
-{
-    const auto found = row.find(name);
-    const std::string* text = value.As<std::string>();
-    if (value.IsNull() || (text != nullptr && text->empty())) return found == row.end();
-    if (type == ColumnType::Boolean)
-        return found->second.Number() == (*value.As<bool>() ? 1.0 : 0.0);
-    return found != row.end() && found->second == tests::ParseJson(tools::ValueJson(value));
-}
-
-bool IsComparable(ColumnType type)
-{
-    return type == ColumnType::Boolean || type == ColumnType::Byte || type == ColumnType::Integer ||
-           type == ColumnType::Long || type == ColumnType::Text || type == ColumnType::Memo;
-}
-
 TEST_P(SampleWritesTest, IndependentReaderFindsTheRowsWeWrote)
 {
     if (!tests::MdbExportIsInstalled()) GTEST_SKIP() << "mdb-export is not installed";
@@ -228,22 +180,8 @@ TEST_P(SampleWritesTest, IndependentReaderFindsTheRowsWeWrote)
     out.close();
     for (const auto& [name, page] : tables_) {
         SCOPED_TRACE(name);
-        const NativeTable table(pager_, page);
-        const std::vector<Json> foreign = ForeignRows(copy, name);
-        std::size_t place = 0;
-        for (const auto rows = table.Scan(); rows->Next(); ++place) {
-            ASSERT_LT(place, foreign.size());
-            const auto& found = std::get<tests::JsonObject>(foreign[place].content);
-            for (std::size_t column = 0; column < table.Definition().columns.size(); ++column) {
-                const auto& definition = table.Definition().columns[column];
-                if (!IsComparable(definition.type)) continue;
-                const Value value =
-                    WithoutUnassigned(table.ValueOf(rows->Row(), column), definition);
-                EXPECT_TRUE(Agree(definition.type, value, found, definition.name))
-                    << definition.name;
-            }
-        }
-        EXPECT_EQ(place, foreign.size());
+        EXPECT_EQ(tests::DifferencesFrom(copy, name, NativeTable(pager_, page)),
+                  std::vector<std::string>{});
     }
 }
 
