@@ -32,8 +32,8 @@ private:
     {
         if (box == nullptr) return;
         QTimer::singleShot(0, box, [box] {
-            QAbstractButton* yes = box->button(QMessageBox::Yes);
-            (yes != nullptr ? yes : box->defaultButton())->click();
+            QAbstractButton* const yes = box->button(QMessageBox::Yes);
+            (yes != nullptr ? yes : box->buttons().front())->click();
         });
     }
 

@@ -118,11 +118,11 @@ void AskOrders(WindowAsked& ask)
     orders.hidePopup();
 }
 
-int Ask(const bench::BenchShop& shop)
+int Ask(const bench::BenchShop&)
 {
     const tests::ScratchFolder folder;
     MakeShop(folder.Path());
-    bench::Races races(shop.size);
+    bench::Races races("W");
     WindowAsked ask(races);
     demo::StagedShop staged(folder.Path(), folder.Path(), bench::Today());
     demo::Robot robot([&](const std::string& fault) { races.Fail(fault); });

@@ -11,14 +11,15 @@ namespace jet::catalog {
 //
 //     PartOf(";PWD=secret;DATABASE=/shop/Parts.mdb", "pwd")     // "secret"
 //
-// Rule: case is ignored in kind and names; the first of two parts of one name counts.
+// Rule: case is ignored in kind and names; the first of two parts of one name counts. A value ends
+//       at the next semicolon, a path too.
 [[nodiscard]] std::string_view PartOf(std::string_view connect, std::string_view name);
 // All but the parts of that name. Rule: what remains when only semicolons do is nothing.
 [[nodiscard]] std::string WithoutPart(std::string_view connect, std::string_view name);
 
 // Whether it leads to a file of our own kind: it names no kind, or "MS Access".
 [[nodiscard]] bool LeadsToOurKind(std::string_view connect);
-// What may be told of it: the kind of file, and no password.
+// The first part where it is no NAME=VALUE. It may be told to anybody, for no password is in it.
 [[nodiscard]] std::string_view KindIn(std::string_view connect);
 
 }  // namespace jet::catalog

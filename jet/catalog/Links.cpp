@@ -66,7 +66,8 @@ void Catalog::DeleteLink(std::string_view name)
         const auto entry = Find(name);
         if (!entry || entry->kind == ObjectKind::Query) throw base::NumberedError(3265);
         if (entry->kind != ObjectKind::LinkedTable)
-            throw base::NumberedError(3251).At("table " + entry->name + " is no link");
+            throw base::NumberedError(3251).At("table " + entry->name +
+                                               " lies in this file or on a server");
         DeleteObject(changes, objects, rights, entry->id);
     });
 }

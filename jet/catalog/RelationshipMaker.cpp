@@ -207,7 +207,7 @@ void MakeRelationIndexes(pages::WriteSet& changes, NewRelationship& wish, PageNu
     RequireReferences(pager, made, TableTree(pager, referenced, unique), wish.referenced);
 }
 
-void RemoveRelationIndexes(pages::WriteSet& changes, const std::string& name,
+bool RemoveRelationIndexes(pages::WriteSet& changes, const std::string& name,
                            PageNumber referencing)
 {
     const TableDefinition many = table::LoadDefinition(changes.Of(), referencing);
@@ -217,15 +217,16 @@ void RemoveRelationIndexes(pages::WriteSet& changes, const std::string& name,
                    index.relationKind == format::kReferencingSide &&
                    base::SameName(index.name, name);
         });
-    if (side == many.namedIndexes.end()) return;  // another program has taken it already
+    if (side == many.namedIndexes.end()) return false;
     TableRedesign design(changes, referencing);
     design.Remove(side->number);
     if (side->relatedTable == referencing) design.Remove(side->relatedIndex);
     design.Write();
-    if (side->relatedTable == referencing) return;
+    if (side->relatedTable == referencing) return true;
     TableRedesign other(changes, side->relatedTable);
     other.Remove(side->relatedIndex);
     other.Write();
+    return true;
 }
 
 }  // namespace jet::catalog

@@ -21,8 +21,9 @@ void MakeRelationIndexes(pages::WriteSet& changes, NewRelationship& wish,
                          format::PageNumber referenced, format::PageNumber referencing,
                          format::SortOrder order);
 
-// Takes both indexes of the relationship away, and their trees where nothing else names them.
-void RemoveRelationIndexes(pages::WriteSet& changes, const std::string& name,
-                           format::PageNumber referencing);
+// Takes both indexes of the relationship away, and their trees where nothing else names them. False
+// when the table has none of that name.
+[[nodiscard]] bool RemoveRelationIndexes(pages::WriteSet& changes, const std::string& name,
+                                         format::PageNumber referencing);
 
 }  // namespace jet::catalog

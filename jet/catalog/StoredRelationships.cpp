@@ -203,10 +203,16 @@ void Catalog::DeleteRelationship(std::string_view name, base::Date now)
         }
     }
     pages::Write(*pager_, [&](pages::WriteSet& changes) {
-        if (!tables.empty()) RemoveRelationIndexes(changes, gone->name, tables.front());
+        const auto rows = RowsWith(relationships, "szRelationship", gone->name);
+        const bool isFound =
+            tables.empty() || RemoveRelationIndexes(changes, gone->name, tables.front());
+        // Where another program has deleted it meanwhile there is nothing left to do. Indexes under
+        // another name would go on refusing rows for a relationship that nobody sees.
+        if (!isFound && !rows.empty())
+            throw base::NumberedError(3343).At("no index of the relationship " + gone->name);
         for (const PageNumber table : tables)
             Touch(changes, objects, table, now);
-        for (const format::RowId row : RowsWith(relationships, "szRelationship", gone->name))
+        for (const format::RowId row : rows)
             relationships.Delete(changes, row);
         for (const std::int32_t id : ObjectsNamed(objects, gone->name))
             DeleteObject(changes, objects, rights, id);

@@ -5,6 +5,7 @@
 #include "base/Text.h"
 #include "jet/catalog/TableDesign.h"
 #include "jet/catalog/TableMaker.h"
+#include "jet/format/IndexPage.h"
 #include "jet/format/TableDefinitionLayout.h"
 #include "jet/format/TableDefinitionReader.h"
 #include "jet/format/TableDefinitionWriter.h"
@@ -68,11 +69,17 @@ void TableRedesign::Remove(std::uint32_t number)
     format::RemoveTree(joined_.bytes, gone->tree, version);
 }
 
-// All its pages are in its map, the root included.
+// All its pages are in its map, the root included. A map that names other pages would have them
+// written over.
 void TableRedesign::GiveBack(const IndexDefinition& tree)
 {
     pages::UsageMap map(changes_.Of(), tree.usageMap);
+    const format::IndexPageLayout& layout = *changes_.Of().Version().indexPage;
     for (const format::PageNumber page : map.Pages()) {
+        const pages::Page stored = changes_.Of().Read(page);
+        if (format::IndexPageView(stored.Bytes(), layout).Owner() != joined_.pages.front())
+            throw base::NumberedError(3343).At("page " + std::to_string(Raw(page)) +
+                                               " is no page of the index");
         map.Remove(changes_, page);
         changes_.Free(page);
     }

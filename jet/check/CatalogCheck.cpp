@@ -168,7 +168,8 @@ private:
                                : LongValueBytes(inspection_.Pager(), *object.properties);
         if (!bytes) return;  // found with the long values
         try {
-            CheckOwners(object, format::PropertyBlock::Parse(*bytes));
+            CheckOwners(object,
+                        format::PropertyBlock::Parse(*bytes, inspection_.Pager().CodePage()));
         } catch (const base::NumberedError& error) {
             Found(DefectKind::CatalogProperties, object,
                   "has properties that cannot be read: " + error.Detail());

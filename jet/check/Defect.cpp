@@ -16,7 +16,7 @@ struct KindFacts {
 constexpr std::array<KindFacts, static_cast<std::size_t>(DefectKind::Count_)> kKinds{{
     {DefectKind::FileLength, "file-length"},
     {DefectKind::HeaderField, "header-field"},
-    {DefectKind::CommitPending, "commit-pending", Severity::Remark},
+    {DefectKind::CommitPending, "commit-pending"},
     {DefectKind::PageOutside, "page-outside"},
     {DefectKind::PageOwnedTwice, "page-owned-twice"},
     {DefectKind::PageFreeButOwned, "page-free-but-owned"},

@@ -9,8 +9,9 @@
 #include "jet/format/ValueCodec.h"
 
 #include <algorithm>
-#include <map>
+#include <set>
 #include <span>
+#include <utility>
 
 namespace jet::check {
 
@@ -48,7 +49,7 @@ std::optional<Chain> ReadChain(Inspection& inspection, PageNumber first)
     return chain;
 }
 
-// Names that the engine takes for one have one key.
+// What a name is sorted by.
 std::vector<std::byte> KeyOfName(const std::string& name, format::SortOrder order)
 {
     try {
@@ -85,10 +86,10 @@ private:
             Found(std::to_string(table_.columns.size()) + " columns, counter " +
                   std::to_string(table_.columnCounter));
         }
-        std::map<std::vector<std::byte>, std::string> names;
+        std::set<std::string> names;
         for (const format::ColumnDefinition& column : table_.columns) {
-            const auto [known, added] = names.emplace(KeyOf(column.name), column.name);
-            if (!added) Found("two columns are called " + known->second);
+            if (!names.insert(base::LowerName(column.name)).second)
+                Found("two columns are called " + column.name);
             if (format::IsLongValue(column.type) != column.ownedPages.has_value())
                 Found("column " + column.name + ": maps of long values and its type disagree");
         }
@@ -115,14 +116,17 @@ private:
     // They stand in the order of the database's texts. Other writers do not keep it.
     void CheckIndexNames()
     {
-        std::map<std::vector<std::byte>, std::string> names;
+        std::set<std::string> names;
+        std::vector<std::byte> before;
         for (const format::NamedIndex& index : table_.namedIndexes) {
-            const std::string& name = index.name;
-            const auto [known, added] = names.emplace(KeyOf(name), name);
-            if (!added) Found("two indexes are called " + name);
-            if (!added || std::next(known) == names.end()) continue;
-            inspection_.Found(DefectKind::DefinitionIndexOrder, table_.page, 0,
-                              "index " + name + " stands behind " + names.rbegin()->second);
+            // No name ends with blanks.
+            if (!names.insert(base::LowerName(base::Trim(index.name))).second)
+                Found("two indexes are called " + index.name);
+            std::vector<std::byte> key = KeyOf(index.name);
+            if (key < before)
+                inspection_.Found(DefectKind::DefinitionIndexOrder, table_.page, 0,
+                                  "index " + index.name + " stands behind one of a later name");
+            before = std::move(key);
         }
     }
 

@@ -4,6 +4,7 @@
 #include "jet/format/IndexEntries.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace jet::check {
 

@@ -12,8 +12,8 @@
 namespace jet::check {
 
 // Stands for a set of entries, in whatever order they come.
-// Rule: two sets that differ have one sum once in 2^64 cases, and never when they differ by one
-//       entry.
+// Rule: two sets that differ have one sum once in 2^64 cases; never when one has an entry more, or
+//       when two entries of one length differ in one word of eight bytes.
 class EntrySum {
 public:
     void Add(format::Span entry);

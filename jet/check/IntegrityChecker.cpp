@@ -17,9 +17,10 @@ namespace jet::check {
 
 namespace {
 
-// The code pages that Windows has for text.
+// The code pages that Windows has for text; 0 for a language that has none.
 bool IsCodePage(std::uint16_t number)
 {
+    if (number == 0) return true;
     constexpr std::array<std::uint16_t, 6> farEast{874, 932, 936, 949, 950, 1361};
     return (number >= 1250 && number <= 1258) ||
            std::find(farEast.begin(), farEast.end(), number) != farEast.end();

@@ -19,8 +19,7 @@ bool IsQuestionable(const ColumnDefinition& column)
 {
     if (column.type == format::ColumnType::Boolean) return false;
     if (format::IsLongValue(column.type)) return true;
-    if (column.type == format::ColumnType::Text)
-        return column.codePage != format::kUtf16 && column.codePage != format::kWindows1252;
+    if (column.type == format::ColumnType::Text) return false;
     const auto length = format::LengthOf(column.type);
     return length && !(column.fixed && column.length >= *length);
 }

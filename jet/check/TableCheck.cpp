@@ -137,8 +137,12 @@ private:
     // Notes what the indexes should say of a row.
     void Expect(RowId at, const std::optional<format::RowView>& row)
     {
-        for (ExpectedEntries& index : expected_)
-            row ? index.Take(at, *row) : index.TakeUnreadable();
+        for (ExpectedEntries& index : expected_) {
+            if (row)
+                index.Take(at, *row);
+            else
+                index.TakeUnreadable();
+        }
     }
 
     void NoteCounter(const format::RowView& row)

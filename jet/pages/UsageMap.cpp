@@ -192,14 +192,27 @@ format::RowId UsageMap::Make(WriteSet& changes, PageNumber page)
     return {page, format::AppendRow(changes.Change(page), row)};
 }
 
+namespace {
+
+// Another page, of a map that lies, is not given away.
+void FreeBitmapPage(WriteSet& changes, PageNumber page)
+{
+    if (format::ReadU8(changes.Of().Read(page).Bytes(), 0) != kBitmapPageType)
+        throw base::NumberedError(3343).At("page " + std::to_string(Raw(page)) +
+                                           " is no page of a map");
+    changes.Free(page);
+}
+
+}  // namespace
+
 void UsageMap::Drop(WriteSet& changes, format::RowId where)
 {
     const Page home = changes.Of().Read(where.page);
     const format::Span row = MapBytes(home, where);
     if (FormOf(row) == MapForm::Reference)
         for (std::size_t at = 1; at + 4 <= row.size(); at += 4)
-            if (const std::uint32_t bitmap = format::ReadU32(row, at); bitmap != 0)
-                changes.Free(PageNumber{bitmap});
+            if (const PageNumber bitmap{format::ReadU32(row, at)}; bitmap != PageNumber::None)
+                FreeBitmapPage(changes, bitmap);
     const format::MutableSpan page = changes.Change(where.page);
     format::DeleteRow(page, where.slot);
     if (format::DataPage(page).Empty()) changes.Free(where.page);

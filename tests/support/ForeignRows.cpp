@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <memory>
 #include <stdexcept>
 
 namespace tests {
@@ -34,12 +33,13 @@ std::vector<Json> ForeignRows(const std::string& file, const std::string& table)
 {
     const std::string command =
         "mdb-json -D %Y-%m-%dT%H:%M:%S -T %Y-%m-%dT%H:%M:%S " + Quoted(file) + " " + Quoted(table);
-    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
-    if (!pipe) throw std::runtime_error("mdb-json does not start");
+    FILE* const pipe = popen(command.c_str(), "r");
+    if (pipe == nullptr) throw std::runtime_error("mdb-json does not start");
     std::string output;
     std::array<char, 4096> part{};
-    while (const std::size_t length = std::fread(part.data(), 1, part.size(), pipe.get()))
+    while (const std::size_t length = std::fread(part.data(), 1, part.size(), pipe))
         output.append(part.data(), length);
+    if (pclose(pipe) != 0) throw std::runtime_error("mdb-json fails over " + table);
     std::vector<Json> rows;
     for (std::size_t begin = 0, end = 0; (end = output.find('\n', begin)) != std::string::npos;
          begin = end + 1)

@@ -56,6 +56,12 @@ TEST_P(DamageTest, EveryKindIsFound)
     }
 }
 
+// The clock refuses to open it (3343), so the check must not call it clean.
+TEST(DamageKindsTest, AStationStoppedWhileWritingIsMoreThanARemark)
+{
+    EXPECT_EQ(SeverityOf(DefectKind::CommitPending), Severity::Damage);
+}
+
 TEST(DamageKindsTest, EveryKindIsPlanted)
 {
     for (int i = 0; i < static_cast<int>(DefectKind::Count_); ++i) {
