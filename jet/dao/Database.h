@@ -43,7 +43,8 @@ public:
     //         kind, 3031 another password; 3010, 3012, 3125, 3191, 3259, 3264, 3320, 3355, 3027.
     void Append(const dao::TableDef& table);
     // Takes a link out of this file at once; the table it leads to stays where it is, and whoever
-    // has it open goes on. Errors: 3265 no such table, 3251 a table of this file itself or of a server, 3027.
+    // has it open goes on. Errors: 3265 no such table, 3251 a table of this file itself or of a
+    // server, 3027.
     void DeleteTableDef(std::string_view name);
 
     [[nodiscard]] std::vector<RelationDef> Relations() const;
