@@ -115,15 +115,13 @@ PropertyBlock PropertyBlock::Parse(Span bytes, std::uint16_t codePage)
 
 void PropertyBlock::ParseChunk(std::uint16_t type, Span payload)
 {
-    if (type == kNamesChunk && !named_) return ParseNames(payload);
     if (type <= kLastOwnerKind) return ParseOwner(static_cast<PropertyOwner::Kind>(type), payload);
-    unread_.push_back({owners_.size(), type, {payload.begin(), payload.end()}});
+    if (type == kNamesChunk && ++nameLists_ == 1) ParseNames(payload);
 }
 
 void PropertyBlock::ParseNames(Span payload)
 {
     if (!owners_.empty()) Damaged("names behind what they name");
-    named_ = true;
     for (std::size_t at = 0; at < payload.size();) {
         const std::size_t length = ReadU16(payload, at);
         names_.push_back(Decode(Slice(payload, at + 2, length)));
@@ -136,8 +134,7 @@ void PropertyBlock::ParseOwner(PropertyOwner::Kind kind, Span payload)
     const std::size_t header = ReadU32(payload, 0);
     const std::size_t nameLength = ReadU16(payload, 4);
     if (header != kOwnerHeader + nameLength) Damaged("owner length");
-    const auto isNames = [](const UnreadChunk& chunk) { return chunk.type == kNamesChunk; };
-    if (std::any_of(unread_.begin(), unread_.end(), isNames)) Damaged("two lists of names");
+    if (nameLists_ > 1) Damaged("two lists of names");
     PropertyOwner owner{
         .kind = kind, .name = Decode(Slice(payload, kOwnerHeader, nameLength)), .records = {}};
     for (std::size_t at = header; at < payload.size();) {
@@ -162,9 +159,7 @@ std::vector<std::byte> PropertyBlock::Encode() const
         names.Put(text);
     }
     PutChunk(out, kNamesChunk, names.Written());
-    PutUnread(out, 0);
-    for (std::size_t place = 0; place < owners_.size(); ++place) {
-        const PropertyOwner& owner = owners_[place];
+    for (const PropertyOwner& owner : owners_) {
         const std::vector<std::byte> name = EncodeText(owner.name);
         ByteWriter payload;
         payload.U32(static_cast<std::uint32_t>(kOwnerHeader + name.size()));
@@ -173,15 +168,8 @@ std::vector<std::byte> PropertyBlock::Encode() const
         for (const PropertyRecord& record : owner.records)
             PutRecord(payload, record);
         PutChunk(out, static_cast<std::uint16_t>(owner.kind), payload.Written());
-        PutUnread(out, place + 1);
     }
     return out.Take();
-}
-
-void PropertyBlock::PutUnread(ByteWriter& out, std::size_t after) const
-{
-    for (const UnreadChunk& chunk : unread_)
-        if (chunk.after == after) PutChunk(out, chunk.type, chunk.payload);
 }
 
 const PropertyRecord* PropertyBlock::Find(std::string_view field, std::string_view property) const
@@ -241,11 +229,7 @@ PropertyOwner& PropertyBlock::OwnerOf(std::string_view field)
     const auto known = std::find_if(owners_.begin(), owners_.end(), same);
     if (known != owners_.end()) return *known;
     // The object's own properties stand first.
-    if (field.empty()) {
-        for (UnreadChunk& chunk : unread_)
-            if (chunk.after > 0) ++chunk.after;
-        return *owners_.insert(owners_.begin(), PropertyOwner{});
-    }
+    if (field.empty()) return *owners_.insert(owners_.begin(), PropertyOwner{});
     owners_.push_back(
         {.kind = PropertyOwner::Kind::Field, .name = std::string(field), .records = {}});
     return owners_.back();

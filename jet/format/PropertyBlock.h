@@ -33,15 +33,8 @@ struct PropertyOwner {
     std::vector<PropertyRecord> records;
 };
 
-// A part of a kind that is not known here; its bytes are kept.
-struct UnreadChunk {
-    std::size_t after = 0;  // owners that stand before it
-    std::uint16_t type = 0;
-    std::vector<std::byte> payload;
-};
-
-// Rule: what is read is written again byte for byte, names that no property uses and parts of
-//       unknown kinds included; these keep their place, behind the names at the earliest.
+// Rule: what is read is encoded byte for byte, names that no property uses included; parts of
+//       unknown kinds are passed over. No block that was read is stored again.
 class PropertyBlock {
 public:
     // `codePage` of its texts.
@@ -83,14 +76,12 @@ private:
     [[nodiscard]] std::vector<std::byte> EncodeText(std::string_view text) const;
     void ParseChunk(std::uint16_t type, Span payload);
     void ParseNames(Span payload);
-    void PutUnread(ByteWriter& out, std::size_t after) const;
     void ParseOwner(PropertyOwner::Kind kind, Span payload);
 
     std::uint16_t codePage_;
     std::vector<std::string> names_;
     std::vector<PropertyOwner> owners_;
-    std::vector<UnreadChunk> unread_;
-    bool named_ = false;  // the list of names was read
+    std::size_t nameLists_ = 0;  // met while reading
 };
 
 }  // namespace jet::format
