@@ -6,7 +6,6 @@
 #include "jet/check/Inspection.h"
 #include "jet/check/MapCheck.h"
 #include "jet/check/TableCheck.h"
-#include "jet/format/HeaderCodePage.h"
 #include "jet/format/HeaderPage.h"
 #include "jet/format/TableDefinitionLayout.h"
 

@@ -4,7 +4,6 @@
 #include "base/NumberedError.h"
 #include "jet/format/CodePage.h"
 #include "jet/format/Collation97.h"
-#include "jet/format/HeaderCodePage.h"
 #include "jet/format/PageEncoding.h"
 #include "jet/format/RowPointer.h"
 #include "jet/format/TextCompression.h"

@@ -85,6 +85,10 @@ struct HeaderPage {
 // Errors: 3343 for anything that is no file of these versions.
 [[nodiscard]] HeaderPage ReadHeaderPage(Span page);
 
+// The code page that a header page names, which a version with UTF-16 texts does not use.
+// Requires: `page` is the header page of such a file.
+[[nodiscard]] std::uint16_t HeaderCodePageOf(Span page, const FileVersion& version);
+
 // The header page of a new file. Errors: 3031 for a password that does not fit, 3421 for one that
 // the code page cannot hold.
 // Rule: every file of ours carries one date of creation, because the ids of the accounts in its
