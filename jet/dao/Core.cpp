@@ -96,8 +96,10 @@ jet::sql::TablePtr Core::Opened(const CatalogEntry& entry)
     };
     const jet::format::PageNumber definition{static_cast<std::uint32_t>(entry.id)};
     std::shared_ptr<const void> use = pager_->UseTable(definition, entry.name);
-    std::shared_ptr<jet::catalog::OpenTable>& table = Known().tables[entry.id];
+    std::shared_ptr<jet::catalog::OpenTable> table = Known().tables[entry.id];
     if (!table) table = Loaded(entry);
+    // Properties that could not be read are read anew the next time.
+    if (!table->unread) Known().tables[entry.id] = table;
     const auto used = std::make_shared<Used>(Used{std::move(use), table});
     const jet::sql::TablePtr kept(used, table.get());
     tables_[entry.id] = kept;

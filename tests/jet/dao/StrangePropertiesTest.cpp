@@ -6,10 +6,15 @@
 #include "tests/jet/dao/DaoFixture.h"
 #include "tests/support/Hex.h"
 
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
 namespace dao {
 namespace {
 
 using base::Value;
+using jet::format::PageNumber;
 using Bytes = std::vector<std::byte>;
 
 class StrangePropertiesTest : public DaoKindTest {
@@ -48,6 +53,21 @@ protected:
         database = engine.DefaultWorkspace().OpenDatabase(kFile);
     }
 
+    // Where these bytes lie, which lie in one place.
+    static std::pair<PageNumber, std::size_t> PlaceOf(const jet::pages::Pager& pager,
+                                                      const Bytes& wanted)
+    {
+        for (std::uint32_t page = 0; page < pager.PageCount(); ++page) {
+            const jet::pages::Page stored = pager.Read(PageNumber{page});
+            const jet::format::Span bytes = stored.Bytes();
+            const auto found =
+                std::search(bytes.begin(), bytes.end(), wanted.begin(), wanted.end());
+            if (found != bytes.end())
+                return {PageNumber{page}, static_cast<std::size_t>(found - bytes.begin())};
+        }
+        throw std::logic_error("the block is in no page");
+    }
+
     Bytes Stored()
     {
         Bytes found;
@@ -75,6 +95,22 @@ TEST_P(StrangePropertiesTest, PartsOfUnknownKindsChangeNothing)
     EXPECT_EQ(database.TableDef("Labor").Fields()[0].validationRule, ">0");
     const Bytes stored = Stored();
     EXPECT_TRUE(std::equal(strange.rbegin(), strange.rend(), stored.rbegin()));
+}
+
+TEST_P(StrangePropertiesTest, PartsOfUnknownKindsStayWhenTheTableIsRedesigned)
+{
+    const Bytes strange = tests::FromHex("0a000000 0300 cafebabe 06000000 0200");
+    ChangeStored(
+        [&](Bytes& stored) { stored.insert(stored.end(), strange.begin(), strange.end()); });
+    const Bytes stored = Stored();
+    TableDef days("Days");
+    days.Append(TableDef::CreateField("Hrs", FieldType::Double));
+    days.Append(Primary("Hrs"));
+    database.Append(days);
+    database.Execute("INSERT INTO Days VALUES (4)", kFailOnError);
+    database.Append(
+        RelationDef{"DaysLabor", "Days", "Labor", kRelationDeleteCascade, {{"Hrs", "Hrs"}}});
+    EXPECT_TRUE(Stored() == stored);
 }
 
 TEST_P(StrangePropertiesTest, RowsAreReadWhereThePropertiesCannotBe)
@@ -115,6 +151,32 @@ TEST_P(StrangePropertiesTest, NoRowIsStoredThatUnreadPropertiesMightRefuse)
     Add(1, "Ann");
     ChangeStored([&](Bytes& stored) { stored = sound; });
     database.Execute("INSERT INTO Labor (Hrs) VALUES (1)", kFailOnError);
+}
+
+// Another program may mend the page, and nothing else, while we have the file open.
+TEST_P(StrangePropertiesTest, UnreadPropertiesAreReadAnewTheNextTime)
+{
+    const Bytes block = Stored();
+    const auto theirs =
+        jet::pages::Pager::Open(files, kFile, jet::io::OpenMode::ReadWrite, {},
+                                {.use = {}, .self = {"BAY-2", "Admin"}, .pause = {}});
+    const auto place = PlaceOf(*theirs, block);
+    const auto flipTheMark = [&] {
+        jet::pages::Write(*theirs, [&](jet::pages::WriteSet& changes) {
+            changes.Change(place.first)[place.second] ^= std::byte{0xFF};
+        });
+    };
+    database.Close();
+    flipTheMark();
+    database = engine.DefaultWorkspace().OpenDatabase(kFile);
+    const auto store = [&] {
+        database.Execute("INSERT INTO Labor (Hrs) VALUES (1)", kFailOnError);
+    };
+    EXPECT_EQ(ErrorOf(store), 3343);
+    EXPECT_EQ(ErrorOf(store), 3343);
+    flipTheMark();
+    store();
+    EXPECT_EQ(Open("Labor").RecordCount(), 2);
 }
 
 }  // namespace
