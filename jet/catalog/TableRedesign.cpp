@@ -65,25 +65,43 @@ void TableRedesign::Remove(std::uint32_t number)
         return index.tree == gone->tree;
     });
     if (users > 1) return;
-    GiveBack(table.indexes[gone->tree]);
+    GiveBack(table, gone->tree);
     format::RemoveTree(joined_.bytes, gone->tree, version);
 }
 
-// All its pages are in its map, the root included. A map that names other pages would have them
-// written over.
-void TableRedesign::GiveBack(const IndexDefinition& tree)
+void TableRedesign::GiveBack(const TableDefinition& table, std::uint32_t tree)
 {
-    pages::UsageMap map(changes_.Of(), tree.usageMap);
-    const format::IndexPageLayout& layout = *changes_.Of().Version().indexPage;
+    const IndexDefinition& gone = table.indexes[tree];
+    pages::UsageMap map(changes_.Of(), gone.usageMap);
+    RequireOwnPages(table, tree, map.Pages());
     for (const format::PageNumber page : map.Pages()) {
-        const pages::Page stored = changes_.Of().Read(page);
-        if (format::IndexPageView(stored.Bytes(), layout).Owner() != joined_.pages.front())
-            throw base::NumberedError(3343).At("page " + std::to_string(Raw(page)) +
-                                               " is no page of the index");
         map.Remove(changes_, page);
         changes_.Free(page);
     }
-    pages::UsageMap::Drop(changes_, tree.usageMap);
+    pages::UsageMap::Drop(changes_, gone.usageMap);
+}
+
+// All pages of a tree are in its map, the root included, and no others: those would be written over
+// by whoever takes them next.
+void TableRedesign::RequireOwnPages(const TableDefinition& table, std::uint32_t tree,
+                                    const std::vector<format::PageNumber>& pages) const
+{
+    const auto require = [](bool holds, format::PageNumber page, const char* what) {
+        if (!holds) throw NumberedError(3343).At("page " + std::to_string(Raw(page)) + what);
+    };
+    const format::PageNumber root = table.indexes[tree].root;
+    require(std::find(pages.begin(), pages.end(), root) != pages.end(), root,
+            " is the index's root and not in its map");
+    const format::IndexPageLayout& layout = *changes_.Of().Version().indexPage;
+    for (const format::PageNumber page : pages) {
+        const pages::Page stored = changes_.Of().Read(page);
+        require(format::IndexPageView(stored.Bytes(), layout).Owner() == joined_.pages.front(),
+                page, " is no page of the index");
+        for (std::uint32_t other = 0; other < table.indexes.size(); ++other) {
+            const pages::UsageMap others(changes_.Of(), table.indexes[other].usageMap);
+            require(other == tree || !others.Contains(page), page, " is of two indexes");
+        }
+    }
 }
 
 TableDefinition TableRedesign::Table() const
