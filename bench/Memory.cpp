@@ -3,31 +3,17 @@
 // changes.
 #include "bench/Race.h"
 #include "bench/StationShop.h"
-
-#include <fstream>
-#include <stdexcept>
+#include "tests/support/OwnMemory.h"
 
 namespace {
 
 constexpr std::size_t kTimes = 20;
 constexpr double kLimit = 256;
 
-// The most this process ever had in memory. Units: megabytes.
-double MostMemory()
-{
-    std::ifstream status("/proc/self/status");
-    for (std::string word; status >> word;) {
-        if (word != "VmHWM:") continue;
-        double kilobytes = 0;
-        status >> kilobytes;
-        return kilobytes / 1024;
-    }
-    throw std::runtime_error("the system does not tell the memory of a process");
-}
-
 bench::Figure Now()
 {
-    return {.ours = MostMemory(), .limit = kLimit, .unit = " MB"};
+    const auto most = static_cast<double>(tests::OwnMemory("VmHWM"));
+    return {.ours = most / 1024, .limit = kLimit, .unit = " MB"};
 }
 
 int Ask(const bench::BenchShop& shop)

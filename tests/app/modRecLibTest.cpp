@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/modRecLib.h"
 
+#include "tests/support/OwnMemory.h"
 #include "tests/support/ShellFixture.h"
 
-#include <fstream>
 #include <sys/resource.h>
-#include <unistd.h>
 
 namespace {
 
@@ -18,10 +17,8 @@ public:
     explicit LittleMemory(rlim_t more)
     {
         getrlimit(RLIMIT_AS, &former_);
-        std::ifstream pages("/proc/self/statm");
-        rlim_t taken = 0;
-        pages >> taken;
-        const rlimit little{taken * static_cast<rlim_t>(getpagesize()) + more, former_.rlim_max};
+        const auto taken = static_cast<rlim_t>(tests::OwnMemory("VmSize")) * 1024;
+        const rlimit little{taken + more, former_.rlim_max};
         setrlimit(RLIMIT_AS, &little);
     }
     ~LittleMemory() { setrlimit(RLIMIT_AS, &former_); }

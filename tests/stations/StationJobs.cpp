@@ -3,33 +3,19 @@
 
 #include "base/Convert.h"
 #include "base/Format.h"
+#include "tests/support/OwnMemory.h"
 #include "tests/support/ShopWorld.h"
 
 #include <array>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <random>
 #include <set>
-#include <stdexcept>
 #include <utility>
 
 namespace tests {
 
 namespace {
-
-// What this process alone has in memory: neither its code nor what it shares. Units: kilobytes.
-long OwnMemory()
-{
-    std::ifstream status("/proc/self/status");
-    for (std::string word; status >> word;) {
-        if (word != "RssAnon:") continue;
-        long kilobytes = 0;
-        status >> kilobytes;
-        return kilobytes;
-    }
-    throw std::runtime_error("the system does not tell the memory of a process");
-}
 
 // One program and the employees who use it.
 class Clock {
@@ -173,9 +159,10 @@ int WorkTheDay(const DayOfSeats& day)
             if (next != 0) due.insert({next, step.seat, step.done + 1});
             ++acts;
         }
+        // What this process alone has: neither its code nor what it shares.
+        const long memory = OwnMemory("RssAnon");
         const auto file = std::filesystem::file_size(day.folder + "/Kelvaro.mdb") / 1024;
-        std::cout << "hour " << hour << " " << acts << " " << OwnMemory() << " " << file
-                  << std::endl;
+        std::cout << "hour " << hour << " " << acts << " " << memory << " " << file << std::endl;
     }
     return 0;
 }
