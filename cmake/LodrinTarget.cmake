@@ -47,7 +47,7 @@ function(lodrin_test name)
 endfunction()
 
 # lodrin_test_kinds(NAME): the tests of this program once more on shops kept in an Access 97 file and
-# in an encoded one. Left out are those over files of their own, and those that make every call fail
+# in an encoded one of each version. Left out are those over files of their own, and those that make every call fail
 # or cut the power at every write: they take long, and how a page is stored is not their subject.
 #
 # lodrin_test_kinds(NAME PART p FILTER f [ENVIRONMENT e ...]): only the tests that f names. A program has
@@ -59,7 +59,7 @@ function(lodrin_test_kinds name)
   else()
     string(APPEND name _${arg_PART})
   endif()
-  foreach(kind jet3 encoded)
+  foreach(kind jet3 encoded encoded3)
     add_test(NAME ${name}_${kind} COMMAND ${ARGV0} --gtest_brief=1 --gtest_filter=${arg_FILTER})
     set_tests_properties(${name}_${kind} PROPERTIES
       ENVIRONMENT "LODRIN_TEST_SHOP=${kind};${arg_ENVIRONMENT}" LABELS kinds TIMEOUT 600)
