@@ -22,7 +22,7 @@ using tests::ExpectedFile;
 
 using FileAndKind = std::tuple<ExpectedFile, FileKind>;
 
-// Rows as text, in any order.
+// Rows as text, in the order of the file.
 using Rows = std::vector<std::string>;
 
 Rows RowsOf(const std::shared_ptr<jet::pages::Pager>& pager, const std::string& table)
@@ -31,8 +31,19 @@ Rows RowsOf(const std::shared_ptr<jet::pages::Pager>& pager, const std::string& 
     Rows rows;
     for (const auto cursor = opened.rows->Scan(); cursor->Next();)
         rows.push_back(tools::RowJson(*opened.rows, cursor->Row()));
-    std::sort(rows.begin(), rows.end());
     return rows;
+}
+
+// Whether all has them too, in the same order.
+bool AreAmong(const Rows& all, const Rows& some)
+{
+    auto next = all.begin();
+    for (const std::string& row : some) {
+        next = std::find(next, all.end(), row);
+        if (next == all.end()) return false;
+        ++next;
+    }
+    return true;
 }
 
 // The fields and nothing that would make values of its own or refuse them; no index, for a copy
@@ -66,6 +77,8 @@ std::string WithoutUnassigned(std::string text)
     return text;
 }
 
+// In any order: the other reader tells a row that has moved where it lies now, and in the copy none
+// has.
 std::vector<tests::ExportedRow> Exported(const std::filesystem::path& file,
                                          const std::string& table)
 {
@@ -156,7 +169,7 @@ TEST_P(SampleCopyTest, EveryRowReadsEqualByUsAndByTheOtherReader)
     }
     for (const std::string& name : cut) {
         const Rows all = RowsOf(source_, name), some = RowsOf(copy, name);
-        EXPECT_TRUE(std::includes(all.begin(), all.end(), some.begin(), some.end())) << name;
+        EXPECT_TRUE(AreAmong(all, some)) << name;
     }
     if (!tests::MdbExportIsInstalled()) GTEST_SKIP() << "mdb-export is not installed";
     const std::filesystem::path file = Written();
