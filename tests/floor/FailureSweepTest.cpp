@@ -208,7 +208,7 @@ TEST_P(FailureSweepTest, EachFailureIsReportedOnceAndTheRestRuns)
         const std::set<std::string> missing = ExpectAtMostOneLoss(reader);
         ExpectReportedOnce(scene.world.Reports(), missing);
         ExpectBystandersUntouched(before, reader.Stored());
-        EXPECT_CLEAN(scene.memory, kDatabase);
+        EXPECT_SPOTLESS(scene.memory, kDatabase);
     }
     EXPECT_GT(failing, 20U);
     EXPECT_EQ(lost.size(), GetParam().effectsIn(untouched.world).size())

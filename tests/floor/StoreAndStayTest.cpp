@@ -66,7 +66,7 @@ TEST(StoreAndStayTest, AStoredRecordThatCannotBeGoneToIsNotTheCurrentOne)
     EXPECT_EQ(job.world.Jobs().size(), 2U);
     EXPECT_EQ(job.history["EmpID"].Value(), base::Value(8));
     EXPECT_EQ(job.world.Reports(), std::vector<std::string>{"3043 Sub frmLodrin!Test()"});
-    EXPECT_CLEAN(job.memory, job.world.DatabasePath());
+    EXPECT_SPOTLESS(job.memory, job.world.DatabasePath());
 }
 
 TEST(StoreAndStayTest, ARecordThatIsNotStoredIsSaidSo)

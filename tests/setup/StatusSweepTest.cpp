@@ -133,11 +133,11 @@ TEST_F(StatusSweepTest, EachFailureIsLoggedOnceAndTheRestRuns)
         const std::string first = scene.stored ? "BL Metal" : "BL Body";
         EXPECT_EQ(wordings.count(first), 1U);
         EXPECT_GE(wordings.size(), scene.shown == 0 ? 1U : scene.stored ? 2U : 3U);
-        EXPECT_CLEAN(scene.memory, kDatabase);
+        EXPECT_SPOTLESS(scene.memory, kDatabase);
         scene.Play();
         EXPECT_EQ(WordingsIn(scene),
                   (std::set<std::string>{"BL Metal", "FL Frame", "RL Refinish"}));
-        EXPECT_CLEAN(scene.memory, kDatabase);
+        EXPECT_SPOTLESS(scene.memory, kDatabase);
     }
     EXPECT_GT(failing, 10U);
     EXPECT_GT(told, 0U);

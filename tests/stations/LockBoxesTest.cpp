@@ -190,7 +190,7 @@ TEST_F(LockBoxesTest, AMachineThatIsSwitchedOffKeepsNothingLocked)
     EXPECT_EQ(BoxesOfTheJobChange(), std::vector<std::string>{});
     EXPECT_EQ(world.EmployeeRecord("Jones, Bob")[LDEmp::WONumber.name], base::Value(1002));
     jet::io::StdFileSystem files;
-    EXPECT_CLEAN(files, (folder.Path() / "Kelvaro.mdb").string());
+    EXPECT_SPOTLESS(files, (folder.Path() / "Kelvaro.mdb").string());
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ void StationsShop::MakeShop(int seats, int dozensOfOrders)
 void StationsShop::ExpectSoundFile()
 {
     jet::io::StdFileSystem files;
-    EXPECT_CLEAN(files, file.string());
+    EXPECT_SPOTLESS(files, file.string());
     EXPECT_FALSE(std::filesystem::exists(folder.Path() / "Kelvaro.ldb"));
     EXPECT_FALSE(std::filesystem::exists(file.string() + ".journal"));
 }

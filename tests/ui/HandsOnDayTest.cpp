@@ -42,7 +42,7 @@ protected:
         const std::vector<Record> board = Rows("SELECT * FROM LDEmp WHERE EmpID = 2");
         EXPECT_EQ(board[0].Text("EndDay"), "4:30:00 PM");
         jet::io::StdFileSystem files;
-        EXPECT_CLEAN(files, File().string());
+        EXPECT_SPOTLESS(files, File().string());
     }
     std::string CurrentName() { return LabelText("lblEmpName"); }
 };

@@ -39,7 +39,7 @@ protected:
         staged->dialogs.UnloadMain(staged->shop);
         staged.reset();
         jet::io::StdFileSystem files;
-        EXPECT_CLEAN(files, (Data() / "Kelvaro.mdb").string());
+        EXPECT_SPOTLESS(files, (Data() / "Kelvaro.mdb").string());
     }
     std::filesystem::path Program() const { return folder.Path() / "program"; }
     std::filesystem::path Data() const { return folder.Path() / "data"; }

@@ -52,7 +52,7 @@ TEST_P(NewDatabaseTest, IsWhatTheEngineItselfMakes)
 
 TEST_P(NewDatabaseTest, IsClean)
 {
-    EXPECT_CLEAN(files_, "new.mdb");
+    EXPECT_SPOTLESS(files_, "new.mdb");
 }
 
 TEST_P(NewDatabaseTest, HoldsTheSystemTablesAlone)

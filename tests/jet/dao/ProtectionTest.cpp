@@ -121,7 +121,7 @@ TEST_P(EncodedSampleTest, OurRowsStandBesideItsOwnForEveryReader)
         }
         database.Execute("DELETE FROM Table1 WHERE col1 = 'hello'", kFailOnError);
     }
-    EXPECT_CLEAN(disk, copy);
+    EXPECT_SPOTLESS(disk, copy);
     if (!tests::MdbExportIsInstalled()) GTEST_SKIP() << "mdb-export is not installed";
     const std::vector<tests::ExportedRow> found = tests::MdbExport(copy, "Table1");
     ASSERT_EQ(found.size(), 201U);

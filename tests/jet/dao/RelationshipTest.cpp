@@ -361,7 +361,7 @@ TEST_P(SampleRelationshipTest, RelationshipsOfTheFileAreHeld)
                   (std::vector<std::string>{"0", "2"}));
     }
     jet::io::StdFileSystem disk;
-    EXPECT_CLEAN(disk, path);
+    EXPECT_SPOTLESS(disk, path);
 }
 
 }  // namespace
