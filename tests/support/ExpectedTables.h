@@ -23,7 +23,7 @@ struct ExpectedFile {
 
 // One object a table: table, rows, columns, indexes.
 [[nodiscard]] std::vector<Json> ExpectedSchema(const ExpectedFile& sample);
-// One object a row, sorted.
+// One object a row, sorted: the other reader told a row that had moved where it lay then.
 [[nodiscard]] std::vector<Json> ExpectedRows(const ExpectedFile& sample, const std::string& table);
 // The rows as the engine reads them, in the same form: beyond ASCII every character of a Jet 3 file
 // is U+FFFD there.
