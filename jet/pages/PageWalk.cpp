@@ -30,6 +30,7 @@ bool PageWalk::Next()
         if (!TakeFromRun()) {
             kept_ = pager_->Read(pages_[next_]);
             bytes_ = kept_->Bytes();
+            if (next_ + 1 < pages_.size()) pager_->Announce(pages_[next_ + 1]);
         }
     }
     ++next_;

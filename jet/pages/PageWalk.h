@@ -11,7 +11,7 @@ namespace jet::pages {
 
 // Rule: of many pages, those that stand together in the file are read together, and are not kept:
 //       a table larger than the memory for pages shall not drive out what is asked for often. A
-//       page that stands alone is kept when it is walked over for the second time.
+//       page that stands alone is kept when it is walked over for the third time.
 //       Pages read together are as the file was then; who walks on after a change begins anew.
 class PageWalk {
 public:

@@ -104,12 +104,13 @@ void PageCache::MakeRoom()
     }
 }
 
-bool Pager::State::WasWalked(PageNumber page)
+bool Pager::State::WasWalkedTwice(PageNumber page)
 {
-    if (Raw(page) >= walked.size()) walked.resize(pageCount);
-    const bool before = walked[Raw(page)];
-    walked[Raw(page)] = true;
-    return before;
+    if (Raw(page) >= walks.size()) walks.resize(pageCount);
+    std::uint8_t& count = walks[Raw(page)];
+    if (count == 2) return true;
+    ++count;
+    return false;
 }
 
 PageBytes Pager::State::Load(PageNumber page) const
@@ -366,6 +367,16 @@ Page Pager::Read(PageNumber page) const
     return Page(state_->Used(page, loaded));
 }
 
+void Pager::Announce(PageNumber page) const
+{
+    constexpr std::size_t cacheLine = 64;  // bytes
+    const auto* kept = state_->cache.Find(page);
+    if (kept == nullptr) return;
+    const PageBytes& bytes = **kept;
+    for (std::size_t at = 0; at < bytes.size(); at += cacheLine)
+        __builtin_prefetch(bytes.data() + at);
+}
+
 std::size_t Pager::ReadTogether(std::span<const PageNumber> pages, PageBytes& into) const
 {
     // What an open set has changed, and what an unfinished one must not show, is asked for singly.
@@ -375,7 +386,7 @@ std::size_t Pager::ReadTogether(std::span<const PageNumber> pages, PageBytes& in
     while (count < pages.size() && Raw(pages[count]) == Raw(pages.front()) + count &&
            Raw(pages[count]) < state_->pageCount && state_->cache.Find(pages[count]) == nullptr)
         ++count;
-    if (count == 0 || (count == 1 && state_->WasWalked(pages.front()))) return 0;
+    if (count == 0 || (count == 1 && state_->WasWalkedTwice(pages.front()))) return 0;
     const std::size_t pageSize = state_->version.pageSize;
     into.resize(count * pageSize);
     try {

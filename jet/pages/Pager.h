@@ -85,6 +85,9 @@ public:
     // Errors: 3343 when there is no such page, 3043.
     [[nodiscard]] Page Read(PageNumber page) const;
 
+    // The page will be read next: when it is in memory, the processor begins to fetch it.
+    void Announce(PageNumber page) const;
+
     // Reads those of the first of these pages that stand one behind the other in the file and are
     // not in memory, as they are stored, and keeps none of them. Answers how many: 0 when the first
     // one must be read by Read.

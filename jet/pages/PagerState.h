@@ -70,9 +70,10 @@ struct Pager::State {
     // The one place where a page comes from the file and goes to it. In an encoded file the stored
     // form, which the journal keeps too, differs from the page.
     [[nodiscard]] PageBytes Load(PageNumber page) const;
-    // Whether a long walk has come to this page before; it has from now on. Who walks a second time
-    // will walk again, and then the page is worth keeping. Requires: the page is in the file.
-    [[nodiscard]] bool WasWalked(PageNumber page);
+    // Whether long walks have come to this page twice before; this is one more. The second walk
+    // mostly makes an index in memory, which no third one follows; after a third there will be
+    // others, and the page is worth keeping. Requires: the page is in the file.
+    [[nodiscard]] bool WasWalkedTwice(PageNumber page);
     [[nodiscard]] PageBytes LoadStored(PageNumber page) const;
     [[nodiscard]] PageBytes StoredForm(PageNumber page, PageBytes bytes) const;
     void Store(PageNumber page, const PageBytes& bytes);
@@ -124,7 +125,7 @@ struct Pager::State {
     mutable std::uint64_t loads = 0;  // how often pages were read from the file
     bool readingWhole = false;
     mutable PageCache cache{kCachedPages};
-    std::vector<bool> walked;  // see WasWalked
+    std::vector<std::uint8_t> walks;  // over each page; see WasWalkedTwice
     WriteSet::State* openSet = nullptr;
 };
 

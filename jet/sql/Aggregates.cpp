@@ -28,11 +28,6 @@ constexpr std::array<std::pair<std::string_view, AggregateKind>, 11> kKinds{{
     {"VarP", AggregateKind::VarP},
 }};
 
-bool IsSpread(AggregateKind kind)
-{
-    return kind >= AggregateKind::StDev;
-}
-
 }  // namespace
 
 AggregateKind AggregateNamed(std::string_view name)
@@ -81,22 +76,13 @@ void Accumulator::Add(const base::Value& value)
     Gather(*number);
 }
 
-void Accumulator::AddNumber(double number)
-{
-    onlyMoney_ = false;
-    Gather(number);
-}
-
 void Accumulator::AddMoney(base::Currency money)
 {
     onlyMoney_ = onlyMoney_ && !__builtin_add_overflow(money_, money.scaled, &money_);
 }
 
-void Accumulator::Gather(double number)
+void Accumulator::GatherSpread(double number)
 {
-    ++count_;
-    sum_ += number;
-    if (!IsSpread(kind_)) return;
     const double distance = number - mean_;
     mean_ += distance / count_;
     squares_ += distance * (number - mean_);

@@ -15,6 +15,12 @@ enum class AggregateKind { Count, Sum, Avg, Min, Max, First, Last, StDev, StDevP
 // Requires: IsAggregateName(name).
 [[nodiscard]] AggregateKind AggregateNamed(std::string_view name);
 
+// Whether it tells how far values lie from their mean.
+[[nodiscard]] inline bool IsSpread(AggregateKind kind)
+{
+    return kind >= AggregateKind::StDev;
+}
+
 // Whether numbers are all that such an aggregate wants to know of values that are numbers.
 [[nodiscard]] bool GathersNumbers(AggregateKind kind);
 
@@ -26,15 +32,26 @@ public:
 
     // Errors: 3464 text where a number is needed.
     void Add(const base::Value& value);
-    // The same for a number that is neither null nor money. Requires: GathersNumbers(kind).
-    void AddNumber(double number);
+    // The same for a number that is neither null nor money; asked of every row of a scan.
+    // Requires: GathersNumbers(kind).
+    void AddNumber(double number)
+    {
+        onlyMoney_ = false;
+        Gather(number);
+    }
     // A row of Count(*).
     void AddRow() { ++count_; }
     [[nodiscard]] base::Value Result() const;
 
 private:
     void AddMoney(base::Currency money);
-    void Gather(double number);
+    void Gather(double number)
+    {
+        ++count_;
+        sum_ += number;
+        if (IsSpread(kind_)) GatherSpread(number);
+    }
+    void GatherSpread(double number);
     [[nodiscard]] base::Value Spread() const;
 
     AggregateKind kind_;

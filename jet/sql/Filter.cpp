@@ -30,6 +30,18 @@ Operator Mirrored(Operator op)
     }
 }
 
+// A constant as it is written, a negative number too; nothing for any other expression.
+std::optional<base::Value> ConstantOf(const Expression& expression)
+{
+    if (expression.kind == ExpressionKind::Constant) return expression.constant;
+    if (expression.kind != ExpressionKind::Unary || expression.op != Operator::Negate)
+        return std::nullopt;
+    const Expression& operand = *expression.operands[0];
+    if (operand.kind != ExpressionKind::Constant || !operand.constant.IsNumber())
+        return std::nullopt;
+    return Negated(operand.constant);
+}
+
 // The constant as a value of the column's own type, when it is one exactly.
 std::optional<base::Value> KeyOf(ColumnType type, double constant)
 {
@@ -73,16 +85,13 @@ void Filter::Add(const Expression& part)
         return;
     }
     const auto isName = [](const Expression& e) { return e.kind == ExpressionKind::Name; };
-    const auto isConstant = [](const Expression& e) { return e.kind == ExpressionKind::Constant; };
     if (isName(part) && AddComparison(part.place, Operator::NotEqual, std::int32_t{0})) return;
     if (part.kind == ExpressionKind::Binary && IsComparison(part.op)) {
         const Expression& left = *part.operands[0];
         const Expression& right = *part.operands[1];
-        if (isName(left) && isConstant(right) && AddComparison(left.place, part.op, right.constant))
-            return;
-        if (isConstant(left) && isName(right) &&
-            AddComparison(right.place, Mirrored(part.op), left.constant))
-            return;
+        const std::optional<base::Value> first = ConstantOf(left), second = ConstantOf(right);
+        if (isName(left) && second && AddComparison(left.place, part.op, *second)) return;
+        if (first && isName(right) && AddComparison(right.place, Mirrored(part.op), *first)) return;
     }
     others_.push_back(&part);
 }
@@ -91,12 +100,12 @@ bool Filter::AddComparison(std::size_t column, Operator op, const base::Value& c
 {
     const format::TableDefinition& table = rows_->Definition();
     if (column >= table.columns.size()) return false;
-    if (const std::optional<NumberColumn> tested = NumberColumn::Of(table, column)) {
+    if (const auto tested = format::NumberColumn::Of(table, column)) {
         const std::optional<double> number = NumberIn(constant);
         if (!number) return false;
         numbers_.push_back({*tested, op, *number});
     } else if (table.columns[column].type == ColumnType::Text && constant.IsText()) {
-        texts_.push_back({column, op, constant.As<std::string>()});
+        texts_.push_back({column, op, *constant.As<std::string>()});
     } else {
         return false;
     }
@@ -118,8 +127,8 @@ bool Filter::Passes(const TextTest& test, const format::RowView& row) const
     const base::Value value = rows_->ValueOf(row, test.column);
     const auto* const text = value.As<std::string>();
     if (text == nullptr) return false;
-    if (test.op == Operator::Equal && *text == *test.constant) return true;
-    const auto outcome = format::CompareText(*text, *test.constant, environment_->order);
+    if (test.op == Operator::Equal && *text == test.constant) return true;
+    const auto outcome = format::CompareText(*text, test.constant, environment_->order);
     return Satisfies(test.op, (outcome > 0) - (outcome < 0));
 }
 
@@ -159,10 +168,11 @@ void ForEachRow(const table::RowSource& rows, const Filter& filter,
         }
         return;
     }
-    rows.ScanFor(filter.Keys(), table::Direction::Forward)
-        ->ForEach([&](table::RowId id, const format::RowView& row) {
-            if (filter.Passes(row)) visit(id, row);
-        });
+    const auto cursor = rows.ScanFor(filter.Keys(), table::Direction::Forward);
+    if (filter.IsEmpty()) return cursor->ForEach(visit);
+    cursor->ForEach([&](table::RowId id, const format::RowView& row) {
+        if (filter.Passes(row)) visit(id, row);
+    });
 }
 
 RowFinder::RowFinder(const table::RowSource& rows, const Filter& filter, table::Direction direction)

@@ -2,8 +2,8 @@
 // Filter: a condition made ready to be tried on many rows.
 #pragma once
 
+#include "jet/format/NumberColumn.h"
 #include "jet/sql/Evaluator.h"
-#include "jet/sql/NumberColumn.h"
 
 #include <memory>
 #include <optional>
@@ -32,13 +32,18 @@ public:
         return (texts_.empty() && others_.empty()) || PassesRest(row);
     }
 
+    // Whether every row passes.
+    [[nodiscard]] bool IsEmpty() const
+    {
+        return numbers_.empty() && texts_.empty() && others_.empty();
+    }
     // Columns that must equal a value for a row to pass; what an index can answer.
     [[nodiscard]] const std::vector<table::Assignment>& Keys() const { return keys_; }
 
 private:
     // A column against a number.
     struct NumberTest {
-        NumberColumn column;
+        format::NumberColumn column;
         Operator op = Operator::Equal;
         double constant = 0;
         [[nodiscard]] bool Passes(const format::RowView& row) const
@@ -68,7 +73,7 @@ private:
     struct TextTest {
         std::size_t column = 0;
         Operator op = Operator::Equal;
-        const std::string* constant = nullptr;
+        std::string constant;
     };
 
     void Add(const Expression& part);

@@ -2,6 +2,7 @@
 #include "jet/sql/QueryRows.h"
 
 #include "base/NumberedError.h"
+#include "jet/format/NumberColumn.h"
 #include "jet/sql/Aggregates.h"
 
 #include <algorithm>
@@ -119,7 +120,7 @@ Group NewGroup(const Query& query)
 struct Input {
     const Expression* expression = nullptr;
     // The expression is this column alone, and the aggregate needs no more than its number.
-    std::optional<NumberColumn> number;
+    std::optional<format::NumberColumn> number;
 };
 
 Input InputOf(const Expression& aggregate, const table::RowSource& source)
@@ -129,7 +130,7 @@ Input InputOf(const Expression& aggregate, const table::RowSource& source)
     if (input.expression->kind != ExpressionKind::Name ||
         !GathersNumbers(AggregateNamed(aggregate.name)))
         return input;
-    input.number = NumberColumn::Of(source.Definition(), input.expression->place);
+    input.number = format::NumberColumn::Of(source.Definition(), input.expression->place);
     // Money is added up exactly.
     if (input.number && input.number->Type() == format::ColumnType::Currency) input.number.reset();
     return input;

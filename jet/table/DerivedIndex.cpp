@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "jet/table/DerivedIndex.h"
 
-#include "jet/format/ValueCodec.h"
+#include "jet/format/NumberColumn.h"
 #include "jet/table/DefinitionPages.h"
 #include "jet/table/ListedCursor.h"
 #include "jet/table/TableCursor.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
+#include <numeric>
 #include <utility>
 
 namespace jet::table {
@@ -58,16 +60,24 @@ std::uint64_t Fingerprint(std::uint64_t hash)
 
 // Nothing when one of the columns is null: that equals nothing.
 std::optional<std::uint64_t> HashOf(const format::RowView& row,
-                                    const std::vector<std::size_t>& columns)
+                                    std::span<const format::NumberColumn> columns)
 {
     std::uint64_t hash = 0;
-    for (const std::size_t column : columns) {
-        if (row.IsNull(column)) return std::nullopt;
-        const auto bits =
-            BitsOf(format::DecodeValue(row.Field(column), row.Table().columns[column]));
-        hash = Mix(hash, *bits);
+    for (const format::NumberColumn& column : columns) {
+        const std::optional<double> number = column.In(row);
+        if (!number) return std::nullopt;
+        hash = Mix(hash, BitsOf(*number));
     }
     return hash;
+}
+
+std::vector<format::NumberColumn> NumberColumnsOf(const format::TableDefinition& table,
+                                                  const std::vector<std::size_t>& columns)
+{
+    std::vector<format::NumberColumn> numbers;
+    for (const std::size_t column : columns)
+        numbers.push_back(*format::NumberColumn::Of(table, column));
+    return numbers;
 }
 
 // Whether what is known of the columns by one definition is true by the other.
@@ -85,18 +95,45 @@ bool AreAlike(const std::shared_ptr<const format::TableDefinition>& one,
     });
 }
 
+void RemoveRepeated(std::vector<std::uint64_t>& sorted)
+{
+    sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
+}
+
 void SortOnce(std::vector<std::uint64_t>& entries)
 {
     std::sort(entries.begin(), entries.end());
-    entries.erase(std::unique(entries.begin(), entries.end()), entries.end());
+    RemoveRepeated(entries);
+}
+
+// The same for entries whose pages ascend already: digit by digit of the fingerprint, the lowest
+// first, in a third of the time.
+void SortByFingerprintOnce(std::vector<std::uint64_t>& entries)
+{
+    constexpr int digitBits = 11, fingerprintAt = 32, entryBits = 64;
+    constexpr std::uint64_t digitMask = (1U << digitBits) - 1;
+    std::vector<std::uint64_t> sorted(entries.size());
+    for (int shift = fingerprintAt; shift < entryBits; shift += digitBits) {
+        const auto digitOf = [shift](std::uint64_t entry) { return (entry >> shift) & digitMask; };
+        std::array<std::size_t, digitMask + 1> next{};  // place of the next entry with each digit
+        for (const std::uint64_t entry : entries)
+            ++next[digitOf(entry)];
+        std::exclusive_scan(next.begin(), next.end(), next.begin(), std::size_t{0});
+        for (const std::uint64_t entry : entries)
+            sorted[next[digitOf(entry)]++] = entry;
+        entries.swap(sorted);
+    }
+    RemoveRepeated(entries);
 }
 
 }  // namespace
 
-bool DerivedIndex::Knows(ColumnType type)
+bool DerivedIndex::Knows(const format::TableDefinition& table, std::size_t column)
 {
-    return type == ColumnType::Long || type == ColumnType::Integer || type == ColumnType::Double ||
-           type == ColumnType::Date;
+    const ColumnType type = table.columns[column].type;
+    return (type == ColumnType::Long || type == ColumnType::Integer || type == ColumnType::Double ||
+            type == ColumnType::Date) &&
+           format::NumberColumn::Of(table, column);
 }
 
 DerivedIndex::DerivedIndex(pages::Pager& pager,
@@ -107,15 +144,19 @@ DerivedIndex::DerivedIndex(pages::Pager& pager,
 {
     TableCursor rows(pager, table_);
     Add(rows, sorted_);
-    SortOnce(sorted_);
+    SortByFingerprintOnce(sorted_);
     sorted_.shrink_to_fit();
 }
 
 void DerivedIndex::Add(RowCursor& rows, std::vector<std::uint64_t>& into) const
 {
-    while (rows.Next())
-        if (const auto hash = HashOf(rows.Row(), columns_))
-            into.push_back(Fingerprint(*hash) | Raw(rows.Id().page));
+    const std::vector<format::NumberColumn> columns = NumberColumnsOf(*table_, columns_);
+    rows.ForEach([&](RowId row, const format::RowView& view) {
+        const auto hash = HashOf(view, columns);
+        if (!hash) return;
+        const std::uint64_t entry = Fingerprint(*hash) | Raw(row.page);
+        if (into.empty() || into.back() != entry) into.push_back(entry);
+    });
 }
 
 // The key of a moved row belongs to another page than its bytes.
@@ -185,8 +226,7 @@ Question QuestionOf(const format::TableDefinition& table, std::span<const Assign
 {
     std::map<std::size_t, base::Value> wanted;  // by column; of two values for one the first serves
     for (const Assignment& key : keys)
-        if (DerivedIndex::Knows(table.columns[key.column].type))
-            wanted.emplace(key.column, key.value);
+        if (DerivedIndex::Knows(table, key.column)) wanted.emplace(key.column, key.value);
     Question question;
     for (const auto& [column, value] : wanted) {
         question.columns.push_back(column);

@@ -15,13 +15,13 @@ namespace jet::table {
 //       uses it looks at the rows.
 class DerivedIndex {
 public:
-    // Of these columns, places in `table`, each of whole numbers, doubles or dates.
+    // Of these columns, places in `table`. Requires: Knows each of them.
     // Errors: 3343.
     DerivedIndex(pages::Pager& pager, std::shared_ptr<const format::TableDefinition> table,
                  std::vector<std::size_t> columns);
 
-    // Whether columns of this type can be asked for.
-    [[nodiscard]] static bool Knows(format::ColumnType type);
+    // Whether a column can be asked for: whole numbers, doubles and dates can.
+    [[nodiscard]] static bool Knows(const format::TableDefinition& table, std::size_t column);
 
     // Catches up with what was written since. False when that is not known, or when the table was
     // changed in a way that it cannot follow; then it is of no more use. Errors: 3343.

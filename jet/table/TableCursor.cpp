@@ -31,8 +31,10 @@ void TableCursor::ForEach(const Visit& visit)
 {
     if (pager_->ChangeCount() != changeCount_) Resume();
     do {
-        for (; view_ && nextSlot_ < view_->SlotCount(); ++nextSlot_)
-            if (Take(*view_, nextSlot_)) visit(id_, *row_);
+        if (!view_) continue;
+        const format::DataPage page = *view_;
+        for (const std::uint16_t end = page.SlotCount(); nextSlot_ < end; ++nextSlot_)
+            if (Take(page, nextSlot_)) visit(id_, *row_);
     } while (NextPage());
 }
 

@@ -96,6 +96,17 @@ TEST_P(DerivedIndexTest, RowsThatChangeTheirKeyOrAreDeletedAreFoundAsTheyAre)
 }
 
 // A row that grows moves to another page and is found by its old place.
+TEST_P(DerivedIndexTest, NegativeNumbersAreFoundLikeOthers)
+{
+    Recordset rows = Open("LDEmp");
+    Append(rows, -1, 3);
+    for (int i = 0; i < 3; ++i) {
+        ExpectTheSame(theirs, -1, 3);
+        EXPECT_EQ(Found(theirs, "-1 = EmpID").size(), 1U);
+        EXPECT_TRUE(Found(theirs, "EmpID = -2").empty());
+    }
+}
+
 TEST_P(DerivedIndexTest, RowsThatMoveAreFound)
 {
     Ask(database);

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "jet/sql/NumberColumn.h"
+#include "jet/format/NumberColumn.h"
 
-namespace jet::sql {
+namespace jet::format {
 
-using format::ColumnType;
-
-std::optional<NumberColumn> NumberColumn::Of(const format::TableDefinition& table,
+std::optional<NumberColumn> NumberColumn::Of(const TableDefinition& table,
                                              std::size_t column)
 {
-    const format::ColumnDefinition& definition = table.columns[column];
+    const ColumnDefinition& definition = table.columns[column];
     if (!definition.fixed) return std::nullopt;
     switch (definition.type) {
     case ColumnType::Boolean:
@@ -25,4 +23,4 @@ std::optional<NumberColumn> NumberColumn::Of(const format::TableDefinition& tabl
     }
 }
 
-}  // namespace jet::sql
+}  // namespace jet::format
