@@ -92,15 +92,16 @@ void TableRedesign::RequireOwnPages(const TableDefinition& table, std::uint32_t 
     const format::PageNumber root = table.indexes[tree].root;
     require(std::find(pages.begin(), pages.end(), root) != pages.end(), root,
             " is the index's root and not in its map");
+    std::vector<pages::UsageMap> others;
+    for (std::uint32_t other = 0; other < table.indexes.size(); ++other)
+        if (other != tree) others.emplace_back(changes_.Of(), table.indexes[other].usageMap);
     const format::IndexPageLayout& layout = *changes_.Of().Version().indexPage;
     for (const format::PageNumber page : pages) {
         const pages::Page stored = changes_.Of().Read(page);
         require(format::IndexPageView(stored.Bytes(), layout).Owner() == joined_.pages.front(),
                 page, " is no page of the index");
-        for (std::uint32_t other = 0; other < table.indexes.size(); ++other) {
-            const pages::UsageMap others(changes_.Of(), table.indexes[other].usageMap);
-            require(other == tree || !others.Contains(page), page, " is of two indexes");
-        }
+        for (const pages::UsageMap& map : others)
+            require(!map.Contains(page), page, " is of two indexes");
     }
 }
 

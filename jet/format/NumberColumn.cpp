@@ -3,8 +3,7 @@
 
 namespace jet::format {
 
-std::optional<NumberColumn> NumberColumn::Of(const TableDefinition& table,
-                                             std::size_t column)
+std::optional<NumberColumn> NumberColumn::Of(const TableDefinition& table, std::size_t column)
 {
     const ColumnDefinition& definition = table.columns[column];
     if (!definition.fixed) return std::nullopt;

@@ -106,8 +106,8 @@ void SortOnce(std::vector<std::uint64_t>& entries)
     RemoveRepeated(entries);
 }
 
-// The same for entries whose pages ascend already: digit by digit of the fingerprint, the lowest
-// first, in a third of the time.
+// The same for entries whose pages ascend already, without comparing them: digit by digit of the
+// fingerprint, the lowest first.
 void SortByFingerprintOnce(std::vector<std::uint64_t>& entries)
 {
     constexpr int digitBits = 11, fingerprintAt = 32, entryBits = 64;
