@@ -96,8 +96,9 @@ jet::sql::TablePtr Core::Opened(const CatalogEntry& entry)
     };
     const jet::format::PageNumber definition{static_cast<std::uint32_t>(entry.id)};
     std::shared_ptr<const void> use = pager_->UseTable(definition, entry.name);
-    std::shared_ptr<jet::catalog::OpenTable> table = Known().tables[entry.id];
-    if (!table) table = Loaded(entry);
+    const auto& known = Known().tables;
+    const auto found = known.find(entry.id);
+    const auto table = found == known.end() ? Loaded(entry) : found->second;
     // Properties that could not be read are read anew the next time.
     if (!table->unread) Known().tables[entry.id] = table;
     const auto used = std::make_shared<Used>(Used{std::move(use), table});

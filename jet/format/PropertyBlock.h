@@ -33,8 +33,8 @@ struct PropertyOwner {
     std::vector<PropertyRecord> records;
 };
 
-// Rule: what is read is encoded byte for byte, names that no property uses included; parts of
-//       unknown kinds are passed over. No block that was read is stored again.
+// Rule: parts of unknown kinds are passed over when it is read; a block without them is encoded as
+//       it was, byte for byte, names that no property uses included. Only new blocks are stored.
 class PropertyBlock {
 public:
     // `codePage` of its texts.
