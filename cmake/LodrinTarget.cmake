@@ -47,8 +47,9 @@ function(lodrin_test name)
 endfunction()
 
 # lodrin_test_kinds(NAME): the tests of this program once more on shops kept in an Access 97 file and
-# in an encoded one of each version. Left out are those over files of their own, and those that make every call fail
-# or cut the power at every write: they take long, and how a page is stored is not their subject.
+# in an encoded one of each version. Left out are those over files of their own, and those that make
+# every call fail or cut the power at every write: they take long, and how a page is stored is not
+# their subject.
 #
 # lodrin_test_kinds(NAME PART p FILTER f [ENVIRONMENT e ...]): only the tests that f names. A program has
 # its part of those left out above, so that each way to fail meets each kind of file.
