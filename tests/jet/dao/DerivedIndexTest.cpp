@@ -95,7 +95,6 @@ TEST_P(DerivedIndexTest, RowsThatChangeTheirKeyOrAreDeletedAreFoundAsTheyAre)
     EXPECT_TRUE(Found(database, "EmpID = 8").empty());
 }
 
-// A row that grows moves to another page and is found by its old place.
 TEST_P(DerivedIndexTest, NegativeNumbersAreFoundLikeOthers)
 {
     Recordset rows = Open("LDEmp");
@@ -107,6 +106,7 @@ TEST_P(DerivedIndexTest, NegativeNumbersAreFoundLikeOthers)
     }
 }
 
+// A row that grows moves to another page and is found by its old place.
 TEST_P(DerivedIndexTest, RowsThatMoveAreFound)
 {
     Ask(database);
