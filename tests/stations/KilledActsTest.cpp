@@ -2,16 +2,13 @@
 // KilledActsTest: a program of its own that is killed (SIGKILL) before the n-th write, flush or the
 // like of each kind of work, on a real disk. One in 83 is killed; with LODRIN_EVERY_CUT=1 in the
 // environment each, and the independent reader looks at the file after each.
-#include "base/Convert.h"
-#include "base/Format.h"
 #include "jet/io/StdFile.h"
 #include "tests/stations/Station.h"
+#include "tests/support/ExpectExport.h"
 #include "tests/support/IntegrityExpectations.h"
-#include "tests/support/MdbExport.h"
 #include "tests/support/Samples.h"
 #include "tests/support/StoredStates.h"
 
-#include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -28,31 +25,6 @@ constexpr std::size_t kExportsEach = 3;
 bool AllAreWanted()
 {
     return std::getenv("LODRIN_EVERY_CUT") != nullptr;
-}
-
-// As the independent reader writes the value; numbers but for their digits. It makes no difference
-// between an empty text and none.
-bool Reads(const std::string& exported, const base::Value& value)
-{
-    const std::string text = base::TextOf(value);
-    if (value.IsNull() || text.empty()) return exported == kExportedNull || exported.empty();
-    if (value.IsDate()) return exported == base::Format(value, "yyyy-mm-dd hh:nn:ss");
-    if (text == "True" || text == "False") return exported == (text == "True" ? "1" : "0");
-    if (value.IsText()) return exported == text;
-    return std::abs(std::strtod(exported.c_str(), nullptr) - base::Val(value)) < 1e-6;
-}
-
-void ExpectReadsTheSame(const std::filesystem::path& file, const Contents& contents)
-{
-    for (const auto& [table, rows] : contents) {
-        const std::vector<ExportedRow> exported = MdbExport(file, table);
-        ASSERT_EQ(exported.size(), rows.size()) << table;
-        for (std::size_t i = 0; i < rows.size(); ++i)
-            for (const auto& [field, value] : rows[i].fields)
-                EXPECT_TRUE(Reads(exported[i].at(field), value))
-                    << table << "." << field << ": " << exported[i].at(field) << " instead of "
-                    << base::TextOf(value);
-    }
 }
 
 class KilledActsTest : public testing::TestWithParam<std::tuple<ShopAct, FileKind>> {
@@ -121,6 +93,7 @@ TEST_P(KilledActsTest, SampledOrAllLeaveEachRowOldOrNewAndASoundFile)
     EXPECT_FALSE(KillAt(history_.Operations())) << "more operations than were counted";
     std::cout << act_.name << " " << NameOf(kind_) << ": operations " << history_.Operations()
               << ", kills " << kills_ << ", read by another reader " << exports_ << "\n";
+    if (!MdbExportIsInstalled()) GTEST_SKIP() << "mdb-export is not installed: read by nobody else";
 }
 
 }  // namespace

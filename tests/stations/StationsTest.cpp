@@ -7,7 +7,7 @@
 #include "tests/stations/Station.h"
 #include "tests/stations/StationJobs.h"
 #include "tests/stations/StationsShop.h"
-#include "tests/support/MdbExport.h"
+#include "tests/support/ExpectExport.h"
 #include "tests/support/ShopWorld.h"
 
 #include <algorithm>
@@ -169,11 +169,8 @@ TEST_F(KilledStationsTest, EveryHourIsAccountedFor)
               << ", labor lines " << lines.size() << ", hundredths of hours not in totals "
               << missing << ", " << reads << ", seconds " << took.count() << "\n";
     ExpectSoundFile();
-    if (!MdbExportIsInstalled()) return;
-    const auto exported = MdbExport(file, "Labor");
-    ASSERT_EQ(exported.size(), lines.size());
-    for (std::size_t i = 0; i < lines.size(); ++i)
-        EXPECT_EQ(exported[i].at("LaborID"), lines[i].Text("LaborID"));
+    if (!MdbExportIsInstalled()) GTEST_SKIP() << "mdb-export is not installed: read by nobody else";
+    ExpectReadsTheSame(file, world.Stored());
 }
 
 }  // namespace
