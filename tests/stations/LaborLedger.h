@@ -14,7 +14,8 @@ class ShopWorld;
 class LaborLedger {
 public:
     // Takes a line that a station printed; true when an act is over by it. Another line than
-    // StationJobs.h tells of fails the test.
+    // StationJobs.h tells of fails the test, and so does a failure that is no conflict with
+    // another station: what a lock is told by, or 3197 in the log.
     bool Take(const std::string& line);
 
     // How many acts told that something failed.

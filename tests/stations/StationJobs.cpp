@@ -27,7 +27,10 @@ public:
         world_.On("03/16/2004").At("06:00 AM").Open();
     }
 
-    void IsReadyFor(int seat) { std::cout << "ready " << seat << " " << Lines(seat) << std::endl; }
+    void IsReadyFor(int seat)
+    {
+        std::cout << "ready " << seat << " " << Lines(seat) << WhatWasTold() << std::endl;
+    }
 
     // Less than `count`.
     int Any(int count) { return static_cast<int>(dice_() % static_cast<unsigned>(count)); }
@@ -58,13 +61,10 @@ private:
     template <typename Act>
     void Tell(int seat, int order, const Act& act)
     {
-        const std::size_t boxes = world_.fakes.prompts.boxes.size();
-        const std::size_t reports = world_.Reports().size();
         world_.Select(NameOfSeat(seat));
         std::cout << "to " << seat << " " << order << std::endl;
         act();
-        std::cout << "done " << seat << " " << Lines(seat) << WhatWasTold(boxes, reports)
-                  << std::endl;
+        std::cout << "done " << seat << " " << Lines(seat) << WhatWasTold() << std::endl;
     }
 
     int Lines(int seat)
@@ -79,22 +79,23 @@ private:
         return base::ValLong(world_.Board(NameOfSeat(seat), lodrin::LDEmp::WONumber));
     }
 
-    // The boxes and lines of the log that were added; a question is part of the act.
-    std::string WhatWasTold(std::size_t boxes, std::size_t reports) const
+    // The boxes and lines of the log since it was asked before; a question is part of the act.
+    std::string WhatWasTold()
     {
         std::string told;
-        for (std::size_t i = boxes; i < world_.fakes.prompts.boxes.size(); ++i) {
-            const platform::Box& box = world_.fakes.prompts.boxes[i];
-            if (box.buttons == platform::Buttons::Ok) told += " told " + box.text;
-        }
-        const std::vector<std::string> all = world_.Reports();
-        for (std::size_t i = reports; i < all.size(); ++i)
-            told += " told " + all[i];
+        const std::vector<platform::Box>& boxes = world_.fakes.prompts.boxes;
+        for (; boxes_ < boxes.size(); ++boxes_)
+            if (boxes[boxes_].buttons == platform::Buttons::Ok)
+                told += " told " + boxes[boxes_].text;
+        const std::vector<std::string> reports = world_.Reports();
+        for (; reports_ < reports.size(); ++reports_)
+            told += " told " + reports[reports_];
         return told;
     }
 
     ShopWorld world_;
     std::mt19937 dice_;
+    std::size_t boxes_ = 0, reports_ = 0;  // that were told
 };
 
 constexpr int kMinutesOfDay = 24 * 60;

@@ -3,10 +3,12 @@
 //
 //     to SEAT ORDER          the labor of the act that begins goes to this repair order
 //     done SEAT LINES        it is over; so many labor lines the seat has now
-//     done SEAT LINES told X the program said or wrote that something failed
 //     ready SEAT LINES       of each seat, before the first act
 //     hour H ACTS MEMORY FILE  an hour of the shop is over: acts until now; kilobytes of its own
 //                            memory and of the file
+//
+// Behind `done` and `ready` stands of each failure since the line before " told " and the text of
+// the box, or number and location as the log has them.
 #pragma once
 
 #include <string>
