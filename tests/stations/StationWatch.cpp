@@ -9,6 +9,8 @@
 #include <cmath>
 #include <filesystem>
 #include <iostream>
+#include <map>
+#include <vector>
 
 namespace tests {
 
@@ -22,20 +24,89 @@ using lodrin::WorkOrder;
 // What holds of every row at every moment, because it is stored by one Update.
 class Watcher {
 public:
-    void Look(ShopWorld& world)
+    explicit Watcher(const std::string& folder) : world_(folder, "OFFICE") {}
+
+    // Every row of four tables.
+    void LookAtAll()
     {
-        for (const Record& order : world.Rows("SELECT * FROM WorkOrder"))
+        orders_ = world_.Rows("SELECT * FROM WorkOrder");
+        for (const Record& order : orders_)
             Judge(order, OrderIsWhole(order));
-        for (const Record& line : world.Rows("SELECT * FROM Labor"))
-            Judge(line, JobIsWhole(line, Labor::TimeIN, Labor::TimeOut, Labor::HrsFlagged));
-        for (const Record& job : world.Rows("LDHistory"))
+        lines_ = world_.Rows("SELECT * FROM Labor");
+        for (const Record& line : lines_)
+            Judge(line, LineIsWhole(line));
+        for (const Record& job : world_.Rows("LDHistory"))
             Judge(job, JobIsWhole(job, LDHistory::JobStart, LDHistory::JobEnd, LDHistory::Hrs));
-        for (const Record& employee : world.Rows("SELECT * FROM LDEmp ORDER BY Name"))
+        for (const Record& employee : world_.Rows("SELECT * FROM LDEmp ORDER BY Name"))
             Judge(employee, EmployeeIsWhole(employee));
     }
+
+    // The orders and some labor lines that were seen then, each by an index of the file.
+    void AskForEach()
+    {
+        dao::Database database =
+            world_.engine.DefaultWorkspace().OpenDatabase(world_.DatabasePath());
+        dao::Recordset orders = database.OpenRecordset("SELECT * FROM WorkOrder");
+        for (const Record& order : orders_) {
+            Ask("WorkOrder", WorkOrder::EntryNumber, order, &OrderIsWhole);
+            Find(orders, "WorkOrderNumber = " + order.Text(WorkOrder::WorkOrderNumber));
+        }
+        const std::size_t step = 1 + lines_.size() / kLinesAsked;
+        for (std::size_t i = 0; i < lines_.size(); i += step)
+            Ask("Labor", "LaborID", lines_[i], [&](const Record& line) {
+                return line == lines_[i];  // nobody changes a labor line
+            });
+        AskForLinesOfEach();
+    }
+
     [[nodiscard]] std::size_t Reads() const { return reads_; }
+    [[nodiscard]] std::size_t Found() const { return found_; }
 
 private:
+    static constexpr std::size_t kLinesAsked = 20;
+
+    // The one row of that number is there, and whole.
+    template <typename IsWhole>
+    void Ask(const std::string& table, std::string_view field, const Record& row,
+             const IsWhole& isWhole)
+    {
+        const std::string criteria = std::string(field) + " = " + row.Text(field);
+        const auto rows = world_.Rows("SELECT * FROM " + table + " WHERE " + criteria);
+        if (rows.size() != 1) return Miss(table + ": " + criteria, rows.size());
+        Judge(rows[0], rows[0][field] == row[field] && isWhole(rows[0]));
+        ++found_;
+    }
+
+    void Find(dao::Recordset& orders, const std::string& criteria)
+    {
+        orders.FindFirst(criteria);
+        if (orders.NoMatch()) return Miss(criteria, 0);
+        const std::string number = base::TextOf(orders[WorkOrder::WorkOrderNumber].Value());
+        if (criteria != "WorkOrderNumber = " + number) Miss(criteria + ", found " + number, 1);
+        ++found_;
+    }
+
+    // Labor lines are added and never taken away.
+    void AskForLinesOfEach()
+    {
+        std::map<std::string, std::size_t> seen;
+        for (const Record& line : lines_)
+            ++seen[line.Text(Labor::EmployeeID)];
+        for (const auto& [employee, count] : seen) {
+            const std::string criteria = "EmployeeID = " + employee;
+            const auto lines = world_.Rows("SELECT * FROM Labor WHERE " + criteria);
+            if (lines.size() < count) Miss("Labor: " + criteria, lines.size());
+            for (const Record& line : lines)
+                Judge(line, line.Text(Labor::EmployeeID) == employee && LineIsWhole(line));
+            ++found_;
+        }
+    }
+
+    static void Miss(const std::string& question, std::size_t found)
+    {
+        std::cout << "missed " << question << ", rows " << found << std::endl;
+    }
+
     void Judge(const Record& row, bool whole)
     {
         ++reads_;
@@ -62,6 +133,11 @@ private:
                                  (ends("to Body") || ends("to Paint") || ends("to Detail")));
     }
 
+    static bool LineIsWhole(const Record& line)
+    {
+        return JobIsWhole(line, Labor::TimeIN, Labor::TimeOut, Labor::HrsFlagged);
+    }
+
     static bool JobIsWhole(const Record& job, std::string_view start, std::string_view end,
                            std::string_view hours)
     {
@@ -78,19 +154,22 @@ private:
         return idle ? customer.empty() : customer == "Customer " + number;
     }
 
-    std::size_t reads_ = 0;
+    ShopWorld world_;
+    std::vector<Record> orders_, lines_;  // as they were seen last
+    std::size_t reads_ = 0, found_ = 0;
 };
 
 }  // namespace
 
 int WatchRows(const std::string& folder)
 {
-    ShopWorld world(folder, "OFFICE");
-    Watcher watcher;
+    Watcher watcher(folder);
     std::cout << "ready" << std::endl;
-    while (!std::filesystem::exists(folder + "/closing"))
-        watcher.Look(world);
-    std::cout << "reads " << watcher.Reads() << std::endl;
+    while (!std::filesystem::exists(folder + "/closing")) {
+        watcher.LookAtAll();
+        watcher.AskForEach();
+    }
+    std::cout << "reads " << watcher.Reads() << ", found " << watcher.Found() << std::endl;
     return 0;
 }
 
