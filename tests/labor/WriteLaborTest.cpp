@@ -3,8 +3,11 @@
 #include "labor/WriteLabor.h"
 
 #include "base/Calendar.h"
+#include "base/Convert.h"
 #include "data/Tables.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/ShopFixture.h"
+#include "tests/support/WatchedFileSystem.h"
 
 #include <string>
 #include <string_view>
@@ -165,6 +168,73 @@ TEST_F(WriteLaborTest, WhatAnotherAddedToTheOrderMeanwhileIsBuiltUpon)
     EXPECT_EQ(Order(1001)[WorkOrder::BodyWorked], 3.5);
     EXPECT_EQ(Order(1001)[WorkOrder::BodyCost], base::Currency{200000});
     EXPECT_TRUE(Reports().empty());
+}
+
+// Another station adds an hour to the order each time this one is about to lock it, so often.
+class OrderOfManyTest : public testing::Test {
+protected:
+    OrderOfManyTest()
+    {
+        world.MakeDatabase();
+        world.Given({Employee("Jones, Bob", 8), RepairOrder(1001),
+                     ClosedJob(8, 1001, base::DatePartOf(world.fakes.clock.Now()))});
+        world.Select("Jones, Bob");
+        world.shop.state.history.MoveLast();
+        world.shop.state.workOrders.FindFirst("WorkOrderNumber = 1001");
+    }
+
+    void PostWhileAnotherAdds(int hours)
+    {
+        ShopWorld another(memory);
+        another.pause = [](auto) {};
+        disk.beforeCall = [&] {
+            if (disk.call.starts_with("Flush")) ++flushes;
+            const bool orderIsNext = flushes == kFlushesOfAStore;  // the labor line is stored
+            if (orderIsNext && disk.call.starts_with("TryLock") && added < hours)
+                AddAnHour(another);
+        };
+        lodrin::WriteLabor(world.shop);
+        disk.beforeCall = nullptr;
+    }
+    // While this station has the order locked, the other one does not get it.
+    void AddAnHour(ShopWorld& another)
+    {
+        const base::Value before = another.Order(1001)[WorkOrder::BodyWorked];
+        const int error = ErrorOf([&] {
+            another.Changes("WorkOrder", "WorkOrderNumber = 1001", WorkOrder::BodyWorked,
+                            base::Plus(before, base::Value(1.0)));
+        });
+        EXPECT_TRUE(error == 0 || error == 3218) << error;
+        added += error == 0 ? 1 : 0;
+    }
+    [[nodiscard]] base::Value Hours() { return world.Order(1001)[WorkOrder::BodyWorked]; }
+
+    jet::io::MemoryFileSystem memory;
+    WatchedFileSystem disk{memory};
+    ShopWorld world{disk};
+    int added = 0, flushes = 0;
+
+private:
+    static constexpr int kFlushesOfAStore = 4;
+};
+
+TEST_F(OrderOfManyTest, WhatOneAddsInTheSameInstantIsBuiltUpon)
+{
+    PostWhileAnotherAdds(5);
+    EXPECT_EQ(added, 5);
+    EXPECT_EQ(Hours(), 6.0);
+    EXPECT_EQ(world.Reports(), std::vector<std::string>{});
+    EXPECT_SPOTLESS(memory, world.DatabasePath());
+}
+
+TEST_F(OrderOfManyTest, WhoNeverComesToHisTurnReportsIt)
+{
+    PostWhileAnotherAdds(1000);
+    EXPECT_EQ(world.LaborLines().size(), 1U);
+    EXPECT_EQ(Hours(), double(added)) << "nothing of theirs is lost";
+    ASSERT_FALSE(world.Reports().empty());
+    EXPECT_EQ(world.Reports()[0], "3197 Sub frmLodrin!WriteLabor()");
+    EXPECT_SPOTLESS(memory, world.DatabasePath());
 }
 
 TEST_F(WriteLaborTest, OrderThatAnotherDeletedMeanwhileIsReported)

@@ -286,6 +286,33 @@ TEST_P(LockFileTest, NobodyIsAloneBesideOthers)
         "'BAY-2'.  Try again when the database is available.");
 }
 
+TEST_P(LockFileTest, WhoIsThereWithoutANameIsNotNamed)
+{
+    const std::string inUse = "3045 Could not use '" + database_ + "'; file already in use.";
+    auto nobody = Join("", true);
+    EXPECT_EQ(TextOf([&] { (void)Join("BAY-2"); }), inUse);
+    EXPECT_EQ(TextOf([&] { (void)Join("OFFICE", true); }), inUse);
+    nobody.reset();
+    nobody = Join("");
+    EXPECT_EQ(TextOf([&] { (void)Join("OFFICE", true); }), inUse);
+    EXPECT_EQ(Join("BAY-2")->Place(), 2U);
+}
+
+// All tries found him there, and when it is asked who he is he is gone.
+TEST_P(LockFileTest, WhoLeavesAfterTheLastTryIsNotNamed)
+{
+    auto alone = Join("OFFICE", true);
+    tests::WatchedFileSystem watched(*files_);
+    watched.beforeCall = [&] {
+        if (watched.call.starts_with("FindLock")) alone.reset();
+    };
+    const auto join = [&] { LockFile(watched, database_, {"BAY-2", "Admin"}, false, pause_); };
+    EXPECT_EQ(TextOf(join), "3045 Could not use '" + database_ + "'; file already in use.");
+    EXPECT_FALSE(alone);
+    EXPECT_EQ(pauses_, kTries - 1);
+    EXPECT_EQ(TextOf(join), "no error");
+}
+
 TEST_P(LockFileTest, TheLastOneTakesTheFileAway)
 {
     auto one = Join("A");
