@@ -2,6 +2,7 @@
 // FileKind: the kinds of database file that tests run over.
 #pragma once
 
+#include <array>
 #include <string>
 
 namespace dao {
@@ -11,6 +12,9 @@ class DBEngine;
 namespace tests {
 
 enum class FileKind { Jet3, Jet4, EncodedJet3, EncodedJet4 };
+
+inline constexpr std::array kFileKinds{FileKind::Jet3, FileKind::Jet4, FileKind::EncodedJet3,
+                                       FileKind::EncodedJet4};
 
 // How GoogleTest names a test over this kind.
 [[nodiscard]] std::string NameOf(FileKind kind);

@@ -3,6 +3,7 @@
 
 #include "jet/catalog/Catalog.h"
 #include "jet/format/DataPage.h"
+#include "jet/format/PageEncoding.h"
 #include "jet/pages/UsageMap.h"
 #include "jet/table/NativeTable.h"
 
@@ -97,7 +98,9 @@ std::vector<RowId> FillRows(Pager& pager, NativeTable& job)
 
 }  // namespace
 
-DamagedFile::DamagedFile(const FileVersion& version) : version_(version), sound_(SoundOf(version))
+DamagedFile::DamagedFile(FileKind kind)
+    : kind_(kind), version_(IsJet3(kind) ? jet::format::kJet3 : jet::format::kJet4),
+      sound_(SoundOf(version_))
 {
     files_.Create(kPath)->Write(0, sound_.bytes);
     for (const RowId row : sound_.rows)
@@ -133,8 +136,27 @@ DamagedFile::Sound DamagedFile::MakeSound(const FileVersion& version)
     return sound;
 }
 
+// The head of the sound file has no key (0), so what is added to it under its mask becomes the key.
+void DamagedFile::Store()
+{
+    if (stored_ || kind_ == FileKind::Jet3 || kind_ == FileKind::Jet4) return;
+    stored_ = true;
+    constexpr std::uint32_t key = 0x5A17C0DE;
+    const jet::format::MutableSpan all(Content());
+    const std::size_t keyAt = version_.header->encodingKey;
+    if (all.size() < keyAt + sizeof key) return;
+    jet::format::WriteU32(all, keyAt, jet::format::ReadU32(all, keyAt) ^ key);
+    const std::size_t size = version_.pageSize;
+    for (std::uint32_t page = 0; page * size < all.size(); ++page) {
+        const std::size_t at = page * size;
+        jet::format::ApplyPageEncoding(all.subspan(at, std::min(size, all.size() - at)),
+                                       PageNumber{page}, key);
+    }
+}
+
 jet::check::CheckReport DamagedFile::Check()
 {
+    Store();
     return jet::check::CheckIntegrity(files_, kPath);
 }
 

@@ -9,6 +9,7 @@
 #include "jet/format/IndexPage.h"
 #include "jet/format/TableDefinition.h"
 #include "jet/io/MemoryFile.h"
+#include "tests/support/FileKind.h"
 
 #include <string>
 #include <vector>
@@ -34,11 +35,15 @@ struct RowPlace {
 // 300 rows; one has moved to another page, one was deleted.
 class DamagedFile {
 public:
-    explicit DamagedFile(const jet::format::FileVersion& version);
+    explicit DamagedFile(FileKind kind);
 
     static constexpr const char* kPath = "shop.mdb";
 
     [[nodiscard]] jet::io::MemoryFileSystem& Files() { return files_; }
+    // Stores it as its kind has it. Rule: until then its pages are plain in either kind, to be
+    // spoilt by the hands below; afterwards they are spoilt no more.
+    void Store();
+    // What is found in the stored file.
     [[nodiscard]] jet::check::CheckReport Check();
     [[nodiscard]] std::vector<std::byte>& Content() { return files_.Content(kPath); }
     // The bytes before anything was spoilt.
@@ -96,8 +101,10 @@ private:
     static const Sound& SoundOf(const jet::format::FileVersion& version);
     static Sound MakeSound(const jet::format::FileVersion& version);
 
+    const FileKind kind_;
     const jet::format::FileVersion& version_;
     const Sound& sound_;
+    bool stored_ = false;
     jet::io::MemoryFileSystem files_;
     std::vector<RowPlace> rows_;
     RowPlace moved_;

@@ -34,18 +34,16 @@ std::string TextOf(const CheckReport& report)
     return text;
 }
 
-class DamageTest : public testing::TestWithParam<const format::FileVersion*> {};
+class DamageTest : public testing::TestWithParam<tests::FileKind> {};
 
-INSTANTIATE_TEST_SUITE_P(Versions, DamageTest, testing::Values(&format::kJet3, &format::kJet4),
-                         [](const auto& version) {
-                             return "Jet" + std::string(1, version.param->name[0]);
-                         });
+INSTANTIATE_TEST_SUITE_P(Kinds, DamageTest, testing::ValuesIn(tests::kFileKinds),
+                         [](const auto& each) { return NameOf(each.param); });
 
 TEST_P(DamageTest, EveryKindIsFound)
 {
     for (const Damage& damage : Damages()) {
         SCOPED_TRACE(damage.name);
-        DamagedFile file(*GetParam());
+        DamagedFile file(GetParam());
         ASSERT_EQ(file.Content(), file.SoundContent());
         damage.plant(file);
         ASSERT_NE(file.Content(), file.SoundContent()) << "nothing is planted";
@@ -77,7 +75,7 @@ TEST_P(DamageTest, NoBytesMakeTheCheckerFail)
 {
     std::mt19937 random(20240229);
     for (int round = 0; round < 60; ++round) {
-        DamagedFile file(*GetParam());
+        DamagedFile file(GetParam());
         auto& bytes = file.Content();
         const int changes = 1 << (round % 8);
         for (int i = 0; i < changes; ++i) {
@@ -95,7 +93,7 @@ TEST_P(DamageTest, NoBytesMakeTheCheckerFail)
 TEST_P(DamageTest, AFileCutShortIsFound)
 {
     for (const std::size_t pages : {2U, 3U, 8U, 20U}) {
-        DamagedFile file(*GetParam());
+        DamagedFile file(GetParam());
         file.Content().resize(pages * file.Version().pageSize);
         EXPECT_FALSE(file.Check().Clean()) << pages;
     }
@@ -103,18 +101,22 @@ TEST_P(DamageTest, AFileCutShortIsFound)
 
 TEST_P(DamageTest, NothingIsFoundInASoundRelationship)
 {
-    DamagedFile file(*GetParam());
+    DamagedFile file(GetParam());
     static_cast<void>(tests::RelateParts(file));
+    file.Store();
     EXPECT_SPOTLESS(file.Files(), DamagedFile::kPath);
 }
 
 TEST_P(DamageTest, NothingIsFoundBeforeItIsSpoilt)
 {
-    DamagedFile file(*GetParam());
-    EXPECT_SPOTLESS(file.Files(), DamagedFile::kPath);
+    DamagedFile file(GetParam());
     EXPECT_GE(file.Rows().size(), 299U);
     EXPECT_GE(file.JobPages().size(), 3U);
     EXPECT_NE(file.FirstLeaf("ByName"), file.Tree("ByName").root);
+    file.Store();
+    const bool plain = GetParam() == tests::FileKind::Jet3 || GetParam() == tests::FileKind::Jet4;
+    EXPECT_EQ(file.Content() == file.SoundContent(), plain);
+    EXPECT_SPOTLESS(file.Files(), DamagedFile::kPath);
 }
 
 }  // namespace

@@ -75,11 +75,12 @@ void ReadTable(dao::Database& database, const std::string& table)
     rows.FindFirst("Name = 'A customer with a rather long name 1298'");
 }
 
-class DamagedReadingTest : public testing::TestWithParam<const jet::format::FileVersion*> {
+class DamagedReadingTest : public testing::TestWithParam<tests::FileKind> {
 protected:
     // The number that reading Job ends with, 0 for a result; other tables are read as well.
     int Read(DamagedFile& file)
     {
+        file.Store();
         const std::vector<std::byte> before = file.Content();
         int number = 0;
         {
@@ -99,18 +100,15 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Versions, DamagedReadingTest,
-                         testing::Values(&jet::format::kJet3, &jet::format::kJet4),
-                         [](const auto& version) {
-                             return "Jet" + std::string(1, version.param->name[0]);
-                         });
+INSTANTIATE_TEST_SUITE_P(Kinds, DamagedReadingTest, testing::ValuesIn(tests::kFileKinds),
+                         [](const auto& each) { return NameOf(each.param); });
 
 TEST_P(DamagedReadingTest, EveryDamageEndsInAResultOrItsNumber)
 {
     std::size_t stopped = 0;
     for (const Damage& damage : tests::Damages()) {
         SCOPED_TRACE(damage.name);
-        DamagedFile file(*GetParam());
+        DamagedFile file(GetParam());
         damage.plant(file);
         const int number = Read(file);
         EXPECT_TRUE(Contains(kAnswers, number)) << number;
@@ -123,17 +121,17 @@ TEST_P(DamagedReadingTest, EveryDamageEndsInAResultOrItsNumber)
 
 TEST_P(DamagedReadingTest, ASoundFileIsReadWhole)
 {
-    DamagedFile file(*GetParam());
+    DamagedFile file(GetParam());
     EXPECT_EQ(Read(file), 0);
 }
 
 TEST_P(DamagedReadingTest, AFileCutShortIsRefusedOrReadSoFar)
 {
-    const std::size_t size = GetParam()->pageSize;
+    const std::size_t size = DamagedFile(GetParam()).Version().pageSize;
     for (const std::size_t length :
          {std::size_t{0}, std::size_t{1}, std::size_t{0x15}, size - 1, size, size + 1, 2 * size,
           3 * size, 10 * size + 7, 25 * size}) {
-        DamagedFile file(*GetParam());
+        DamagedFile file(GetParam());
         file.Content().resize(length);
         EXPECT_EQ(Read(file), kDamaged) << length;
     }
@@ -141,7 +139,7 @@ TEST_P(DamagedReadingTest, AFileCutShortIsRefusedOrReadSoFar)
 
 TEST_P(DamagedReadingTest, AFileOfAnotherKindIsRefused)
 {
-    DamagedFile file(*GetParam());
+    DamagedFile file(GetParam());
     for (const std::string_view text : {"", "PK\x03\x04", "SQLite format 3", "Name;Hours\r\n"}) {
         std::fill(file.Content().begin(), file.Content().end(), std::byte{' '});
         std::transform(text.begin(), text.end(), file.Content().begin(),
@@ -153,7 +151,7 @@ TEST_P(DamagedReadingTest, AFileOfAnotherKindIsRefused)
 TEST_P(DamagedReadingTest, RandomBytesAreRefused)
 {
     std::mt19937 random(7);
-    DamagedFile file(*GetParam());
+    DamagedFile file(GetParam());
     for (std::byte& byte : file.Content())
         byte = static_cast<std::byte>(random());
     EXPECT_EQ(Read(file), kDamaged);
@@ -163,9 +161,9 @@ TEST_P(DamagedReadingTest, RandomBytesAreRefused)
 TEST_P(DamagedReadingTest, RandomPagesBehindASoundHeadEndInANumber)
 {
     std::mt19937 random(11);
-    const auto size = static_cast<std::ptrdiff_t>(GetParam()->pageSize);
+    const auto size = static_cast<std::ptrdiff_t>(DamagedFile(GetParam()).Version().pageSize);
     for (std::ptrdiff_t sound : {1, 2, 3, 12}) {
-        DamagedFile file(*GetParam());
+        DamagedFile file(GetParam());
         std::generate(file.Content().begin() + sound * size, file.Content().end(),
                       [&] { return static_cast<std::byte>(random()); });
         EXPECT_EQ(Read(file), kDamaged) << sound;

@@ -21,6 +21,7 @@ inline constexpr base::Date kNow{38061.375};  // 15 March 2004, 9:00 AM
 
 using tests::ErrorOf;
 using tests::FileKind;
+using tests::kFileKinds;
 // Its number, a blank and its text.
 [[nodiscard]] std::string FailureOf(const std::function<void()>& action);
 
@@ -65,7 +66,5 @@ class DaoKindTest : public DaoTest, public testing::WithParamInterface<FileKind>
 protected:
     DaoKindTest() : DaoTest(GetParam()) {}
 };
-inline constexpr std::array kFileKinds{FileKind::Jet3, FileKind::Jet4, FileKind::EncodedJet3,
-                                       FileKind::EncodedJet4};
 
 }  // namespace dao
