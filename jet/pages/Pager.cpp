@@ -277,7 +277,9 @@ std::shared_ptr<Pager> Pager::Open(io::FileSystem& files, const std::string& pat
     state->trust = sharing.trust;
     const Sharing::Use use =
         sharing.use.value_or(readOnly ? Sharing::Use::Looking : Sharing::Use::Shared);
-    if (use != Sharing::Use::Looking)
+    if (use == Sharing::Use::Looking)
+        state->cache = PageCache(kPagesOfALooker);
+    else
         state->users = std::make_shared<locks::LockFile>(files, state->path, SelfOf(sharing),
                                                          use == Sharing::Use::Alone, state->pause);
     Settle(*state);

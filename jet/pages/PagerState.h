@@ -58,6 +58,8 @@ private:
 // Units: pages kept in memory; 128 MB of the larger ones. Those that a scan reads together are not
 // kept.
 inline constexpr std::size_t kCachedPages = 32768;
+// Of one who only looks, and mostly comes by once.
+inline constexpr std::size_t kPagesOfALooker = 2048;
 
 struct Pager::State {
     State(io::FileSystem& files, std::string databasePath, const format::HeaderPage& header,
